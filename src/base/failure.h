@@ -1,0 +1,29 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace orvane {
+
+/// A failure that ends the operation it strikes: text that is no number, an overflow, an index out of range, a
+/// missing object, a control that cannot do its work. It is caught where the operator's act began
+/// (platform/operation_nest.h) and shown in a box; nothing between throws it away but `PassOver`.
+class StationFailure : public std::runtime_error {
+ public:
+  explicit StationFailure(const std::string& text) : std::runtime_error(text) {}
+};
+
+/// Runs one statement that may fail; a failure skips it and the next statement runs.
+/// @return whether the statement ran to its end.
+template <class Statement>
+bool PassOver(Statement&& statement) {
+  try {
+    std::forward<Statement>(statement)();
+    return true;
+  } catch (const StationFailure&) {
+    return false;
+  }
+}
+
+}  // namespace orvane

@@ -1,0 +1,70 @@
+#include "base/numbers.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include "base/failure.h"
+#include "base/parsed_number.h"
+
+namespace orvane {
+namespace {
+
+template <class Whole>
+Whole Narrowed(std::int64_t value) {
+  if (value < std::numeric_limits<Whole>::min() || value > std::numeric_limits<Whole>::max()) {
+    throw StationFailure("Overflow: " + std::to_string(value) + " does not fit " +
+                         std::to_string(sizeof(Whole) * 8) + " bits.");
+  }
+  return static_cast<Whole>(value);
+}
+
+template <class Whole>
+Whole Rounded(double value) {
+  // 2^53 bounds what a double counts exactly; anything above fits neither width anyway.
+  constexpr double kBound = 9007199254740992.0;
+  if (!(std::fabs(value) < kBound)) throw StationFailure("Overflow: " + NumberText(value) + " is too large.");
+  const double below = std::floor(value);
+  const double part = value - below;
+  auto whole = static_cast<std::int64_t>(below);
+  if (part > 0.5 || (part == 0.5 && whole % 2 != 0)) ++whole;
+  return Narrowed<Whole>(whole);
+}
+
+std::string Hex(std::uint64_t value) {
+  std::array<char, 16> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, 16).ptr;
+  std::string text(digits.data(), end);
+  for (char& c : text) {
+    if (c >= 'a') c = static_cast<char>(c - 'a' + 'A');
+  }
+  return text;
+}
+
+}  // namespace
+
+Integer ToInteger(std::string_view text) { return Narrowed<Integer>(ParseNumber(text).Scaled(0)); }
+Long ToLong(std::string_view text) { return Narrowed<Long>(ParseNumber(text).Scaled(0)); }
+double ToDouble(std::string_view text) { return ParseNumber(text).ToDouble(); }
+
+Integer RoundToInteger(double value) { return Rounded<Integer>(value); }
+Long RoundToLong(double value) { return Rounded<Long>(value); }
+
+Integer CheckedInteger(std::int64_t value) { return Narrowed<Integer>(value); }
+Long CheckedLong(std::int64_t value) { return Narrowed<Long>(value); }
+
+std::string NumberText(double value) {
+  if (value == 0) return "0";
+  std::array<char, 400> digits{};
+  const double size = std::fabs(value);
+  const bool plain = size >= 1e-5 && size < 1e16;
+  const auto form = plain ? std::chars_format::fixed : std::chars_format::general;
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, form).ptr;
+  return {digits.data(), end};
+}
+
+std::string HexText(Integer value) { return Hex(static_cast<std::uint16_t>(value)); }
+std::string HexText(Long value) { return Hex(static_cast<std::uint32_t>(value)); }
+
+}  // namespace orvane

@@ -1,0 +1,116 @@
+#include "platform/controls.h"
+
+#include <algorithm>
+
+#include "base/failure.h"
+#include "platform/panel.h"
+
+namespace orvane {
+
+Control::Control(Panel& panel, ControlKind kind, std::string name)
+    : panel_(&panel), kind_(kind), name_(std::move(name)) {
+  panel.Add(*this);
+}
+
+void TextBox::SetText(std::string_view text) {
+  if (text_ == text) return;
+  text_ = text;
+  changed.Emit();
+  if (onChange) onChange();
+}
+
+void TextBox::AppendQuietly(std::string_view text) {
+  if (text.empty()) return;
+  text_ += text;
+  appended.Emit(text);
+}
+
+void TextBox::DropFrontQuietly(std::size_t bytes) {
+  text_.erase(0, bytes);
+  changed.Emit();
+}
+
+void TextBox::DropLastCharacterQuietly() {
+  const auto isContinuation = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+  if (text_.empty()) return;
+  while (text_.size() > 1 && isContinuation(text_.back())) text_.pop_back();
+  text_.pop_back();
+  changed.Emit();
+}
+
+void ComboBox::SetText(std::string_view text) {
+  if (text_ == text) return;
+  text_ = text;
+  changed.Emit();
+  if (onChange) onChange();
+}
+
+void ComboBox::Pick(std::size_t index) {
+  text_ = items_.at(index);
+  changed.Emit();
+  Click();
+}
+
+int ComboBox::Selected() const {
+  const auto hit = std::find(items_.begin(), items_.end(), text_);
+  return hit == items_.end() ? -1 : static_cast<int>(hit - items_.begin());
+}
+
+void ListBox::AddItem(std::string item) {
+  items_.push_back(std::move(item));
+  rowAdded.Emit(items_.back());
+}
+
+void ListBox::Clear() {
+  items_.clear();
+  selected_ = -1;
+  changed.Emit();
+}
+
+void OptionButton::Select() {
+  if (selected_) return;
+  for (OptionButton* other : group_->Options()) {
+    if (other != this) other->Assign(other->selected_, false);
+  }
+  Assign(selected_, true);
+  if (onClick) onClick();
+}
+
+void CheckBox::SetChecked(bool checked) {
+  if (Assign(checked_, checked) && onClick) onClick();
+}
+
+void UpDown::SetRange(Long min, Long max) {
+  Assign(min_, min);
+  Assign(max_, max);
+}
+
+void UpDown::SetValue(Long value) {
+  if (value < min_ || value > max_) {
+    throw StationFailure("The value " + std::to_string(value) + " of " + Name() + " is not within " +
+                         std::to_string(min_) + " to " + std::to_string(max_) + ".");
+  }
+  if (Assign(value_, value) && onChange) onChange();
+}
+
+void UpDown::MoveTo(Long value) {
+  SetValue(value);
+  if (buddy_ != nullptr) buddy_->SetText(std::to_string(value));
+}
+
+void UpDown::StepBy(int steps) {
+  Long from = value_;
+  if (buddy_ != nullptr) PassOver([&] { from = ToLong(buddy_->Text()); });
+  const auto to = std::clamp<std::int64_t>(std::int64_t{from} + std::int64_t{steps} * step_, min_, max_);
+  MoveTo(static_cast<Long>(to));
+}
+
+void ProgressBar::SetValue(Long value) {
+  if (value < 0 || value > max_) {
+    throw StationFailure("The value " + std::to_string(value) + " of " + Name() + " is above " +
+                         std::to_string(max_) + ".");
+  }
+  Assign(value_, value);
+}
+
+}  // namespace orvane

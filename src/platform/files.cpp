@@ -1,0 +1,52 @@
+#include "platform/files.h"
+
+#include "base/failure.h"
+
+namespace orvane {
+
+std::string ReadWhole(File& file) { return file.Read(0, file.Size()); }
+
+std::vector<std::string> LinesOf(std::string_view content) {
+  std::vector<std::string> lines;
+  while (!content.empty()) {
+    const auto end = content.find('\n');
+    std::string_view line = content.substr(0, end);
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    lines.emplace_back(line);
+    content.remove_prefix(end == std::string_view::npos ? content.size() : end + 1);
+  }
+  return lines;
+}
+
+std::string FileNameOf(std::string_view path) {
+  const auto slash = path.rfind('/');
+  return std::string(slash == std::string_view::npos ? path : path.substr(slash + 1));
+}
+
+std::string FolderOf(std::string_view path) {
+  const auto slash = path.rfind('/');
+  if (slash == std::string_view::npos) return "";
+  return std::string(path.substr(0, slash == 0 ? 1 : slash));
+}
+
+std::optional<std::string> SideFileOf(std::string_view path) {
+  constexpr std::size_t kExtension = 4;
+  if (FileNameOf(path).size() < kExtension) return std::nullopt;
+  return std::string(path.substr(0, path.size() - kExtension)) + ".xls";
+}
+
+std::string RecordOf(std::string_view content) {
+  std::string record(content.substr(0, kRecordSize));
+  record.resize(kRecordSize, '\0');
+  return record;
+}
+
+std::string ReadRecord(File& file, int number, std::size_t needed) {
+  std::string record = file.Read(static_cast<std::uint64_t>(number - 1) * kRecordSize, kRecordSize);
+  if (record.size() < needed) {
+    throw StationFailure("Input past end of file: there is no record " + std::to_string(number) + ".");
+  }
+  return record;
+}
+
+}  // namespace orvane

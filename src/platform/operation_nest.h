@@ -1,0 +1,56 @@
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/failure.h"
+#include "platform/boxes.h"
+
+namespace orvane {
+
+/// A failure inside an event that was served within another operation's wait: it ends everything down to the
+/// outermost operation. No PassOver stops it.
+class NestStopped : public std::exception {
+ public:
+  explicit NestStopped(std::string text) : text_(std::move(text)) {}
+  [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
+
+ private:
+  std::string text_;
+};
+
+/// The station ends, from wherever it stands.
+class StationEnded : public std::exception {
+ public:
+  [[nodiscard]] const char* what() const noexcept override { return "The station ended."; }
+};
+
+/// The operations on the stack of the one thread. Every event that may start an operation (an operator's act, a
+/// serial event, a request of the automation port) runs in here, and a failure that nothing caught ends here: the
+/// station's link is put to rest, the failure is told, and one box shows it.
+class OperationNest {
+ public:
+  explicit OperationNest(Boxes& boxes) : boxes_(boxes) {}
+
+  /// Runs an operation. As the outermost one: shows a failure's box and returns its text; no value when it ran to
+  /// its end. Inside another one: lets the failure end that one too, as NestStopped.
+  std::optional<std::string> Run(const std::function<void()>& operation);
+
+  [[nodiscard]] bool Idle() const { return depth_ == 0; }
+
+  /// Runs when a failure has stopped everything, before its box: puts the link to rest.
+  std::vector<std::function<void()>> onStopped;
+  /// Tells front ends of the failure, with its text, before its box.
+  std::vector<std::function<void(const std::string& text)>> onFailure;
+
+ private:
+  [[nodiscard]] std::optional<std::string> RunGuarded(const std::function<void()>& operation);
+
+  Boxes& boxes_;
+  int depth_ = 0;
+};
+
+}  // namespace orvane

@@ -1,0 +1,80 @@
+#include "platform/operator.h"
+
+#include "base/text.h"
+
+namespace orvane {
+namespace {
+
+constexpr char32_t kBackspace = 8;
+constexpr char32_t kFirstCharacter = 32;
+
+/// The text after a key had its own effect at the text's end.
+std::string After(const std::string& text, char32_t key) {
+  if (key == kBackspace) {
+    const std::size_t count = CharacterCount(text);
+    return count == 0 ? text : text.substr(0, CharacterOffset(text, count - 1));
+  }
+  return key < kFirstCharacter ? text : text + EncodeUtf8(std::u32string(1, key));
+}
+
+}  // namespace
+
+Operator::Outcome Operator::Act(const Control& control, const std::function<void()>& act) {
+  if (!control.Enabled()) throw ControlDisabled(control.Name());
+  return nest_.Run(act);
+}
+
+Operator::Outcome Operator::Click(Button& button) {
+  return Act(button, [&] { button.Click(); });
+}
+
+Operator::Outcome Operator::Click(TextBox& box) {
+  return Act(box, [&] {
+    if (box.onClick) box.onClick();
+  });
+}
+
+Operator::Outcome Operator::Click(ComboBox& combo) {
+  return Act(combo, [&] { combo.Click(); });
+}
+
+Operator::Outcome Operator::Select(OptionButton& option) {
+  return Act(option, [&] { option.Select(); });
+}
+
+Operator::Outcome Operator::Check(CheckBox& box, bool checked) {
+  return Act(box, [&] { box.SetChecked(checked); });
+}
+
+Operator::Outcome Operator::Type(TextBox& box, std::string_view text) {
+  return Act(box, [&] { box.SetText(text); });
+}
+
+Operator::Outcome Operator::Type(ComboBox& combo, std::string_view text) {
+  return Act(combo, [&] { combo.SetText(text); });
+}
+
+Operator::Outcome Operator::Key(TextBox& box, char32_t key) {
+  return Act(box, [&] {
+    if (box.onKeyPress) box.onKeyPress(key);
+    box.SetText(After(box.Text(), key));
+  });
+}
+
+Operator::Outcome Operator::Key(ComboBox& combo, char32_t key) {
+  return Act(combo, [&] { combo.SetText(After(combo.Text(), key)); });
+}
+
+Operator::Outcome Operator::Pick(ComboBox& combo, std::size_t index) {
+  return Act(combo, [&] { combo.Pick(index); });
+}
+
+Operator::Outcome Operator::Move(UpDown& upDown, Long value) {
+  return Act(upDown, [&] { upDown.MoveTo(value); });
+}
+
+Operator::Outcome Operator::Step(UpDown& upDown, int steps) {
+  return Act(upDown, [&] { upDown.StepBy(steps); });
+}
+
+}  // namespace orvane

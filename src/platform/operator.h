@@ -1,0 +1,50 @@
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "platform/controls.h"
+#include "platform/operation_nest.h"
+
+namespace orvane {
+
+/// The control is disabled and refuses an operator.
+class ControlDisabled : public std::runtime_error {
+ public:
+  explicit ControlDisabled(const std::string& name) : std::runtime_error(name + " is disabled.") {}
+};
+
+/// What an operator can do to a control, by hand, by mouse or through the automation port. Every act refuses a
+/// disabled control with ControlDisabled and runs as an operation of the nest; it returns the text of the failure
+/// that stopped it, or no value.
+class Operator {
+ public:
+  using Outcome = std::optional<std::string>;
+
+  explicit Operator(OperationNest& nest) : nest_(nest) {}
+
+  Outcome Click(Button& button);
+  /// A click on a control that is no button but answers clicks.
+  Outcome Click(TextBox& box);
+  Outcome Click(ComboBox& combo);
+  Outcome Select(OptionButton& option);
+  Outcome Check(CheckBox& box, bool checked);
+  /// Replaces the whole text in one act.
+  Outcome Type(TextBox& box, std::string_view text);
+  Outcome Type(ComboBox& combo, std::string_view text);
+  /// One key: a character, 13 for Enter, 8 for backspace.
+  Outcome Key(TextBox& box, char32_t key);
+  Outcome Key(ComboBox& combo, char32_t key);
+  Outcome Pick(ComboBox& combo, std::size_t index);
+  Outcome Move(UpDown& upDown, Long value);
+  Outcome Step(UpDown& upDown, int steps);
+
+ private:
+  Outcome Act(const Control& control, const std::function<void()>& act);
+
+  OperationNest& nest_;
+};
+
+}  // namespace orvane
