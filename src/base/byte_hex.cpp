@@ -1,0 +1,50 @@
+#include "base/byte_hex.h"
+
+#include <string_view>
+
+namespace orvane {
+namespace {
+
+using Bytes = std::array<std::string, 5>;
+
+/// Eight digits: byte i of four starts at digit 2 i.
+Bytes OfNegative(int byteCount, std::string_view digits) {
+  Bytes bytes;
+  for (int i = 0; i < byteCount; ++i) {
+    bytes[static_cast<std::size_t>(i)] = digits.substr(static_cast<std::size_t>(2 * (4 - byteCount + i)), 2);
+  }
+  return bytes;
+}
+
+Bytes OfFour(std::string_view digits) {
+  Bytes bytes;
+  for (std::size_t i = 0; i < 3; ++i) {
+    const std::size_t below = 6 - 2 * i;
+    if (digits.size() > below) {
+      bytes[i] = digits.substr(0, digits.size() - below);
+      digits.remove_prefix(digits.size() - below);
+    } else {
+      bytes[i] = "00";
+    }
+  }
+  bytes[3] = digits;
+  return bytes;
+}
+
+}  // namespace
+
+std::array<std::string, 5> ByteToLongHexConvert(Integer byteCount, Long value) {
+  if (byteCount < 1 || byteCount > 4) return {};
+  const std::string digits = HexText(value);
+  if (value < 0) return OfNegative(byteCount, digits);
+  Bytes bytes;
+  if (byteCount == 1) bytes[0] = digits;
+  if (byteCount == 2 && digits.size() < 3) bytes = {"00", digits};
+  if (byteCount == 2 && digits.size() >= 3) {
+    bytes = {digits.substr(0, digits.size() - 2), digits.substr(digits.size() - 2)};
+  }
+  if (byteCount == 4) bytes = OfFour(digits);
+  return bytes;
+}
+
+}  // namespace orvane

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "base/numbers.h"
+
+namespace orvane {
+
+/// The bytes of a value as hexadecimal texts, most significant first: the first `byteCount` entries of the result
+/// are filled, the others stay empty. The texts are not all of two digits: a value of 0 or more that is too large
+/// for one byte comes whole in one text, and with two bytes the upper text holds all digits but the last two.
+/// A byte count outside 1..4 fills nothing; 3 works only for negative values.
+[[nodiscard]] std::array<std::string, 5> ByteToLongHexConvert(Integer byteCount, Long value);
+
+}  // namespace orvane

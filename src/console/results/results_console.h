@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "console/console_state.h"
+#include "console/orvane_main.h"
+#include "platform/boxes.h"
+#include "platform/files.h"
+
+namespace orvane {
+
+/// The scrolling console of the main panel, and the log that takes a copy of what it shows.
+class ResultsConsole {
+ public:
+  ResultsConsole(PanelRef<OrvaneMain> main, ConsoleState& state, Files& files, Boxes& boxes);
+
+  /// Appends to a console box and to the open log. Above 16000 characters the oldest 4096 go first; each line end
+  /// becomes one CR LF.
+  void AppendConsole(TextBox& box, std::string_view text);
+  /// The same on `txtResults`.
+  void Append(std::string_view text);
+  /// The same with backspaces (8) taking back the character in front of them.
+  void ShowData(TextBox& box, std::string_view text);
+
+  /// Opens the log over a fresh file. @throws StationFailure with the system's text.
+  void OpenLog(const std::string& path);
+  /// Closes the log; the title becomes "ORVANE_up".
+  void LogOff();
+
+ private:
+  void WriteToLog(std::string_view text);
+
+  PanelRef<OrvaneMain> main_;
+  ConsoleState& state_;
+  Files& files_;
+  Boxes& boxes_;
+  std::unique_ptr<File> log_;
+  /// What ShowData showed last.
+  std::string shown_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "console/results/results_console.h"
+#include "instruments/test_set_state.h"
+#include "platform/gpib.h"
+
+namespace orvane {
+
+enum class Dialect { Hp8922M, Hp8960, None };
+
+/// The session to the radio test set, as the runs use it: lines out, readings in.
+class TestSet {
+ public:
+  TestSet(CWGPIB& control, TestSetState& state, ResultsConsole& console)
+      : control_(control), state_(state), console_(console) {}
+
+  [[nodiscard]] bool Ready() const { return state_.TestSetReady; }
+  /// By `TestSetKind`: first "HP8922M", then "HP8960"; neither writes nothing specific.
+  [[nodiscard]] Dialect Kind() const;
+
+  /// Every member below throws StationFailure when the instrument fails or there is no session.
+  void Write(std::string_view text) { control_.Write(text); }
+  /// Writes, then shows the text and a line end on the console.
+  void WriteShown(std::string_view text);
+  /// The reply with its line end.
+  [[nodiscard]] std::string Read() { return control_.Read(); }
+
+ private:
+  CWGPIB& control_;
+  TestSetState& state_;
+  ResultsConsole& console_;
+};
+
+/// Nothing but blanks and line ends counts as no reading.
+[[nodiscard]] bool IsEmptyReading(std::string_view reply);
+
+}  // namespace orvane

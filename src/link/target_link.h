@@ -1,0 +1,70 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "base/numbers.h"
+#include "console/orvane_main.h"
+#include "console/results/results_console.h"
+#include "link/reply_state.h"
+#include "platform/boxes.h"
+#include "platform/event_loop.h"
+#include "platform/serial_control.h"
+
+namespace orvane {
+
+class ReplyDecoder;
+
+/// Data bytes of a frame under construction, each a signed 16-bit value.
+using FrameData = std::array<Integer, 101>;
+
+/// The one door to the Target: a command line in, a frame on the serial line, the wait for its reply.
+class TargetLink {
+ public:
+  TargetLink(EventLoop& loop, SerialControl& mscomTarget, PanelRef<OrvaneMain> main, ResultsConsole& console,
+             ReplyDecoder& decoder, ReplyState& state, LinkTally& tally, Boxes& boxes);
+
+  /// Puts the line into `txtUserCommand`, interprets it and waits for the reply. The caller then looks at
+  /// `Succeeded()`, or at the results in the reply state.
+  /// @throws StationFailure for arguments that are no numbers or do not fit their bytes; nothing is sent then.
+  void RunTargetCommand(std::string_view line);
+
+  /// Interprets the text of `txtUserCommand` and sends its frame; no wait.
+  void CommandInterpreter();
+  /// Serves events until the reply is decoded or 2.5 seconds and a bit have passed. @return whether it came.
+  bool WaitForReply();
+
+  /// Processor time: that many times the count in `txtSyncDelay`. Serves nothing.
+  /// @throws StationFailure when the box holds no number.
+  void PaceDelay(int paces = 1);
+
+  /// Escapes, assembles and transmits one frame of 53 bytes.
+  void BuildAndSendFrame(Integer operation, Integer count, FrameData data, Integer checksum);
+  /// Transmits a text character by character, a pace behind each. No path of the station uses it.
+  void DataSend(std::string_view text);
+
+  /// The serial event handler.
+  void OnComm(int commEvent);
+
+  [[nodiscard]] bool PortOpen() const { return mscomTarget_.PortOpen(); }
+  /// Numeric status of the last exchange: 0 success, 255 nothing came.
+  [[nodiscard]] int Status() const { return StatusOf(state_); }
+  [[nodiscard]] bool Succeeded() const { return Status() == 0; }
+  [[nodiscard]] bool InTestMode() const { return state_.TargetMode == "TestMode"; }
+
+  /// After a failure has stopped everything: no reply is awaited, nothing is left to decode.
+  void Rest();
+
+ private:
+  EventLoop& loop_;
+  SerialControl& mscomTarget_;
+  PanelRef<OrvaneMain> main_;
+  ResultsConsole& console_;
+  ReplyDecoder& decoder_;
+  ReplyState& state_;
+  LinkTally& tally_;
+  Boxes& boxes_;
+};
+
+}  // namespace orvane

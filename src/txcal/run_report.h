@@ -1,0 +1,71 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/signal.h"
+
+namespace orvane {
+
+/// The steps of a whole run, in order.
+enum class RunStep { Receive, TransmitDcs, TransmitGsm, Save, Charger };
+inline constexpr std::array kRunSteps{RunStep::Receive, RunStep::TransmitDcs, RunStep::TransmitGsm, RunStep::Save,
+                                      RunStep::Charger};
+
+/// "receive", "transmitDCS", "transmitGSM", "save", "charger".
+[[nodiscard]] std::string_view StepName(RunStep step);
+
+enum class Verdict { None, Pass, Fail };
+/// "NONE", "PASS", "FAIL".
+[[nodiscard]] std::string_view VerdictText(Verdict verdict);
+
+/// How one step ended. A step is complete when it ran to its end and nothing in it was passed over that a
+/// calibrated unit needs.
+struct StepRecord {
+  RunStep step;
+  bool complete = false;
+  bool flawed = false;
+  /// Why it is not complete; empty when it is.
+  std::string reason;
+};
+
+/// What a verdict stands on: the steps of the run so far and how each ended. Operations of the steps write it; the
+/// sequencer raises the verdict; panels and front ends read it. Outside a whole run (a band started by hand, say) it
+/// takes no notes.
+class RunReport {
+ public:
+  /// A new run begins: forgets the steps.
+  void Begin();
+  /// A step begins. Until it is told otherwise it counts as left early.
+  void Enter(RunStep step);
+  /// The first reason why the step that is under way is not complete; later ones are added behind it.
+  void Flaw(const std::string& reason);
+  /// The step that is under way has ended; it is complete unless it has a flaw. A step that was left early has told
+  /// so as a flaw; one that a failure stopped never comes here.
+  void Leave();
+
+  [[nodiscard]] const std::vector<StepRecord>& Steps() const { return steps_; }
+  [[nodiscard]] bool AllComplete() const;
+  [[nodiscard]] std::optional<RunStep> UnderWay() const { return underWay_; }
+
+  /// Raised by the sequencer as a verdict panel is shown, or a run of `cmdAllCalStart` ends without one.
+  void Conclude(Verdict verdict);
+  [[nodiscard]] std::optional<Verdict> Concluded() const { return verdict_; }
+
+  Signal<RunStep> entered;
+  Signal<const StepRecord&> left;
+  Signal<Verdict> concluded;
+
+ private:
+  StepRecord* Current();
+
+  std::vector<StepRecord> steps_;
+  bool open_ = false;
+  std::optional<RunStep> underWay_;
+  std::optional<Verdict> verdict_;
+};
+
+}  // namespace orvane
