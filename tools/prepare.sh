@@ -1,0 +1,43 @@
+# Sourced by ./run, ./test and ./bench: what this machine lacks is named and installed, then the build is brought up
+# to date. A second call finds everything done.
+
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev libcli11-dev nlohmann-json3-dev
+                libgtest-dev libgmock-dev libbenchmark-dev)
+
+install_missing() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  echo "Installing with apt: ${missing[*]}" >&2
+  local sudo=()
+  [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+  "${sudo[@]}" apt-get update -qq >&2
+  "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+}
+
+# build PRESET [TARGET...]: quiet when there is nothing to do or all goes well; what the tools say otherwise.
+build() {
+  local preset=$1
+  shift
+  local log="$root/build/$preset.log"
+  mkdir -p "$root/build"
+  cd "$root"
+  if [ ! -f "build/$preset/build.ninja" ]; then
+    echo "Configuring build/$preset ..." >&2
+    cmake --preset "$preset" >"$log" 2>&1 || { cat "$log" >&2; return 1; }
+  fi
+  if ! ninja -C "build/$preset" -n "$@" 2>/dev/null | grep -q 'no work to do'; then
+    echo "Building build/$preset ..." >&2
+    if [ -t 2 ]; then
+      ninja -C "build/$preset" "$@" >&2
+    else
+      ninja -C "build/$preset" "$@" >"$log" 2>&1 || { cat "$log" >&2; return 1; }
+    fi
+  fi
+}
