@@ -1,0 +1,65 @@
+#include "ramp/ramp_file.h"
+
+#include "base/failure.h"
+#include "base/text.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::size_t kLengthSize = 2;
+constexpr std::size_t kLongestText = kRecordSize - kLengthSize;
+
+StationFailure BadRecordLength(int number) {
+  return StationFailure("Bad record length in record " + std::to_string(number) + ".");
+}
+
+std::string ReadRampRecord(File& file, int number) {
+  const std::string record = ReadRecord(file, number, kLengthSize);
+  const auto byteAt = [&](std::size_t i) { return static_cast<std::size_t>(static_cast<unsigned char>(record[i])); };
+  const std::size_t length = byteAt(0) + 256 * byteAt(1);
+  if (length > kLongestText || record.size() < kLengthSize + length) throw BadRecordLength(number);
+  return TextOfBytes(record.substr(kLengthSize, length));
+}
+
+std::string RampRecord(const std::string& text, int number) {
+  const std::string bytes = BytesOfText(text);
+  if (bytes.size() > kLongestText) throw BadRecordLength(number);
+  return RecordOf(std::string{static_cast<char>(bytes.size()), '\0'} + bytes);
+}
+
+}  // namespace
+
+void ReadRampRecords(File& file, RampState& state) {
+  int number = 0;
+  for (auto& table : state.RampTable) {
+    for (std::string& value : table) {
+      ++number;
+      PassOver([&] { value = ReadRampRecord(file, number); });
+    }
+  }
+}
+
+void WriteRampRecords(File& file, const RampState& state) {
+  int number = 0;
+  for (const auto& table : state.RampTable) {
+    for (const std::string& value : table) {
+      ++number;
+      file.Write(static_cast<std::uint64_t>(number - 1) * kRecordSize, RampRecord(value, number));
+    }
+  }
+}
+
+std::string RampSideText(const RampState& state) {
+  std::string text;
+  for (std::size_t t = 0; t < state.RampTable.size(); ++t) {
+    text += "RampIndex = " + std::to_string(t) + std::string(kLineEnd) + "UP";
+    for (std::size_t j = 0; j < kRampValues; ++j) {
+      if (j == kRampUpValues) text += std::string(kLineEnd) + "DOWN";
+      text += "\t" + BytesOfText(state.RampTable[t][j]);
+    }
+    text += kLineEnd;
+  }
+  return text;
+}
+
+}  // namespace orvane
