@@ -4,12 +4,11 @@
 #include <string_view>
 
 #include "console/results/results_console.h"
+#include "instruments/dialect.h"
 #include "instruments/test_set_state.h"
 #include "platform/gpib.h"
 
 namespace orvane {
-
-enum class Dialect { Hp8922M, Hp8960, None };
 
 /// The session to the radio test set, as the runs use it: lines out, readings in.
 class TestSet {
@@ -18,8 +17,12 @@ class TestSet {
       : control_(control), state_(state), console_(console) {}
 
   [[nodiscard]] bool Ready() const { return state_.TestSetReady; }
-  /// By `TestSetKind`: first "HP8922M", then "HP8960"; neither writes nothing specific.
-  [[nodiscard]] Dialect Kind() const;
+  /// By `TestSetKind`.
+  [[nodiscard]] Dialect Kind() const { return DialectOf(state_.TestSetKind); }
+  /// The selected test set's line for a purpose.
+  [[nodiscard]] std::string Line(Purpose purpose, std::string_view value = {}) const {
+    return LineFor(Kind(), purpose, value);
+  }
 
   /// Every member below throws StationFailure when the instrument fails or there is no session.
   void Write(std::string_view text) { control_.Write(text); }
