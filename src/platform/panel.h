@@ -67,6 +67,8 @@ class PanelRef {
     return face_;
   }
   Face& operator*() const { return *operator->(); }
+  /// The panel as it is, not created by this: for assigning the handlers of its controls.
+  [[nodiscard]] Face& Untouched() const { return *face_; }
 
  private:
   Face* face_;
