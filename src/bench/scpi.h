@@ -1,0 +1,131 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace orvane::bench {
+
+/// Whether a header as sent is that of a table, whose capitals are the short form: "INITiate:TXPower" is met by
+/// "INIT:TXP" and by "initiate:txpower".
+[[nodiscard]] bool HeaderMatches(std::string_view pattern, std::string_view header);
+
+/// A number with or without a unit behind it, as "-74dBm" or "-74.5 DBM"; no value for anything else.
+[[nodiscard]] std::optional<double> NumberOf(std::string_view argument);
+
+/// "+3.19850E+001": sign, six digits, exponent of three digits.
+[[nodiscard]] std::string ReadingText(double value);
+
+/// Argument without blanks around, in capitals.
+[[nodiscard]] std::string CapitalsOf(std::string_view argument);
+
+/// Errors wait here until SYST:ERR? takes them, oldest first. Numbers and texts are those of SCPI 1999.
+class ErrorQueue {
+ public:
+  void Push(int number, std::string_view text);
+  /// `-113,"Undefined header"`, or `+0,"No error"`.
+  [[nodiscard]] std::string Pop();
+  void Clear() { errors_.clear(); }
+
+ private:
+  std::deque<std::string> errors_;
+};
+
+struct ScpiAnswer {
+  std::optional<std::string> text;  ///< without line end; none for a line that asks nothing
+  bool reading = false;             ///< it measured something
+};
+
+struct ScpiUnit {
+  std::string header;
+  std::string_view argument;
+};
+
+/// Cuts a line at its semicolons; a header that does not start anew continues the path of the one before.
+[[nodiscard]] std::vector<ScpiUnit> UnitsOf(std::string_view line);
+
+/// What all instruments of the bench have in common: a table of headers and an error queue. `Instrument` gives the
+/// table as `static std::span<const Row> Rows()`.
+template <class Instrument>
+class ScpiInstrument {
+ public:
+  struct Row {
+    std::string_view header;
+    bool needsArgument;
+    std::string (Instrument::*run)(std::string_view argument);  ///< an empty text is no answer
+    bool reading = false;
+  };
+
+  ScpiAnswer Execute(std::string_view line) {
+    ScpiAnswer answer;
+    for (const ScpiUnit& unit : UnitsOf(line)) {
+      const Row* row = Find(unit.header);
+      if (row == nullptr) {
+        errors_.Push(-113, "Undefined header");
+        continue;
+      }
+      if (row->needsArgument && unit.argument.empty()) {
+        errors_.Push(-109, "Missing parameter");
+        continue;
+      }
+      const std::string text = (static_cast<Instrument*>(this)->*row->run)(unit.argument);
+      answer.reading = answer.reading || row->reading;
+      if (unit.header.ends_with('?')) {
+        answer.text = answer.text ? *answer.text + ";" + text : text;
+      }
+    }
+    return answer;
+  }
+
+  /// An error of the exchange itself, such as an answer that nobody took.
+  void Report(int number, std::string_view text) { errors_.Push(number, text); }
+
+ protected:
+  std::string NextError(std::string_view) { return errors_.Pop(); }
+  std::string ClearErrors(std::string_view) {
+    errors_.Clear();
+    return {};
+  }
+  std::string OperationComplete(std::string_view) { return "1"; }
+
+  /// Stores a number within its range, or leaves the value and queues the error.
+  void Take(double& value, std::string_view argument, double low, double high) {
+    const std::optional<double> number = NumberOf(argument);
+    if (!number) {
+      errors_.Push(-104, "Data type error");
+    } else if (*number < low || *number > high) {
+      errors_.Push(-222, "Data out of range");
+    } else {
+      value = *number;
+    }
+  }
+  void Refuse() { errors_.Push(-224, "Illegal parameter value"); }
+
+ private:
+  const Row* Find(const std::string& header) {
+    const auto known = known_.find(header);
+    if (known != known_.end()) {
+      return known->second;
+    }
+    const Row* found = nullptr;
+    for (const Row& row : Instrument::Rows()) {
+      if (HeaderMatches(row.header, header)) {
+        found = &row;
+        break;
+      }
+    }
+    if (found != nullptr) {
+      known_.emplace(header, found);
+    }
+    return found;
+  }
+
+  ErrorQueue errors_;
+  std::unordered_map<std::string, const Row*> known_;
+};
+
+}  // namespace orvane::bench
