@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "console/orvane_main.h"
+#include "platform/files.h"
+#include "platform/panel.h"
+#include "txcal/cal_state.h"
+#include "txcal/frm_auto_cal.h"
+
+namespace orvane {
+
+/// Levels that the two tables cover, and losses that the panels show.
+inline constexpr int kTablePositions = 31;
+inline constexpr int kLosses = 5;
+
+/// Place of a band's power level in the tables.
+[[nodiscard]] constexpr int PositionOfGsmLevel(int level) { return level - 5; }
+[[nodiscard]] constexpr int PositionOfDcsLevel(int level) { return level + 15; }
+
+/// The station's own target powers and first DAC values, which the calibration panel starts with.
+void FillDefaultSideTables(CalState& state);
+
+/// A table file holds one value at the head of each record of 128 bytes, low byte first: 31 Integers, or 31 or 5
+/// four-decimal values as 64-bit counts of ten-thousandths. Reading and writing throw StationFailure with the
+/// system's text; values read before it stay.
+void ReadInitialRecords(File& file, CalState& state);
+void WriteInitialRecords(File& file, const CalState& state);
+void ReadPowerRecords(File& file, CalState& state);
+void WritePowerRecords(File& file, const CalState& state);
+void ReadLossRecords(File& file, CalState& state);
+void WriteLossRecords(File& file, const CalState& state);
+
+/// The companions for a spreadsheet: a line a position.
+[[nodiscard]] std::string InitialSideText(const CalState& state);
+[[nodiscard]] std::string PowerSideText(const CalState& state);
+
+/// The boxes of the five losses, in the order of the loss table. Reaching for the first ones creates `frmAutoCal`.
+[[nodiscard]] std::array<TextBox*, kLosses> LossBoxes(PanelRef<FrmAutoCal> autoCal, PanelRef<OrvaneMain> main);
+/// Shows the loss table in its boxes.
+void ShowLosses(const CalState& state, PanelRef<FrmAutoCal> autoCal, PanelRef<OrvaneMain> main);
+
+}  // namespace orvane
