@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QSocketNotifier>
+#include <cstdint>
+#include <functional>
+#include <queue>
+#include <vector>
+
+#include "platform/event_loop.h"
+
+namespace orvane {
+
+/// Real time and the events of the operating system, served by Qt's dispatcher. It needs a QCoreApplication.
+///
+/// The station's own events run in the frame of `Yield`, never inside a frame of Qt's: so their exceptions come out
+/// of `Yield` and they may yield again to any depth. Slots of Qt objects therefore only `Post` what is to be done.
+class QtEventLoop final : public EventLoop {
+ public:
+  QtEventLoop();
+  ~QtEventLoop() override;
+
+  [[nodiscard]] TimePoint Now() const override;
+  /// May return early, with nothing served, when the system woke it for something that was no event of ours.
+  void Yield(TimePoint until) override;
+  void Spin(std::int64_t turns) override;
+  void PostAt(TimePoint when, std::function<void()> event) override;
+
+ private:
+  struct Event {
+    TimePoint when;
+    std::uint64_t order;
+    std::function<void()> run;
+    bool operator<(const Event& other) const { return when != other.when ? when > other.when : order > other.order; }
+  };
+
+  bool ServeDue();
+  void WakeAt(TimePoint when);
+
+  std::uint64_t posted_ = 0;
+  std::priority_queue<Event> events_;
+  /// QTimer knows whole milliseconds only; a byte on the line lasts 87 microseconds.
+  int timer_;
+  QSocketNotifier timerExpired_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,128 @@
+#include "adapters/qt_event_loop.h"
+
+#include <gtest/gtest.h>
+#include <time.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "adapters/qt_application.h"
+
+namespace orvane {
+namespace {
+
+using namespace std::chrono_literals;
+
+class QtLoop : public testing::Test {
+ protected:
+  QtLoop() { test::NeedQtApplication(); }
+
+  void YieldFor(TimePoint span) {
+    const TimePoint until = loop_().Now() + span;
+    while (loop_().Now() < until) loop_().Yield(until);
+  }
+  QtEventLoop& loop_() {
+    static QtEventLoop loop;
+    return loop;
+  }
+};
+
+/// Processor time of this process.
+TimePoint ProcessorTime() {
+  timespec time{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+  return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+TEST_F(QtLoop, ServesEventsByTimeAndThenInTheOrderOfPosting) {
+  std::string order;
+  const TimePoint at = loop_().Now() + 3ms;
+  loop_().PostAt(at, [&] { order += "b"; });
+  loop_().PostAt(at, [&] { order += "c"; });
+  loop_().PostAt(at - 1ms, [&] { order += "a"; });
+  loop_().Post([&] { order += "0"; });
+  YieldFor(6ms);
+  EXPECT_EQ(order, "0abc");
+}
+
+TEST_F(QtLoop, AnEventIsNeverEarlyAndAsARuleLessThanAMillisecondLate) {
+  std::vector<TimePoint> late;
+  for (int i = 0; i < 21; ++i) {
+    const TimePoint due = loop_().Now() + 300us;
+    bool served = false;
+    loop_().PostAt(due, [&] {
+      served = true;
+      late.push_back(loop_().Now() - due);
+    });
+    while (!served) loop_().Yield(kForever);
+  }
+  std::sort(late.begin(), late.end());
+  EXPECT_GE(late.front(), 0ns);
+  EXPECT_LT(late[late.size() / 2], 1ms);
+}
+
+TEST_F(QtLoop, AWaitSleepsAndUsesNoProcessorTime) {
+  const TimePoint start = loop_().Now();
+  const TimePoint used = ProcessorTime();
+  YieldFor(100ms);
+  EXPECT_GE(loop_().Now() - start, 100ms);
+  EXPECT_LT(ProcessorTime() - used, 20ms);
+}
+
+TEST_F(QtLoop, ATimeThatHasPassedReturnsAtOnce) {
+  const TimePoint start = loop_().Now();
+  loop_().Yield(start - 1s);
+  loop_().Yield(start);
+  EXPECT_LT(loop_().Now() - start, 50ms);
+}
+
+TEST_F(QtLoop, AnExceptionOfAnEventComesOutOfYieldAndTheNextEventStillRuns) {
+  bool ran = false;
+  loop_().Post([] { throw std::runtime_error("from the event"); });
+  loop_().Post([&] { ran = true; });
+  EXPECT_THROW(YieldFor(2ms), std::runtime_error);
+  YieldFor(2ms);
+  EXPECT_TRUE(ran);
+}
+
+TEST_F(QtLoop, EventsMayYieldThemselvesAndExceptionsCrossAllTheLevels) {
+  std::string order;
+  loop_().Post([&] {
+    order += "outer(";
+    loop_().Post([&] {
+      order += "inner";
+      throw std::runtime_error("from the inner event");
+    });
+    YieldFor(5ms);
+    order += "never";
+  });
+  EXPECT_THROW(YieldFor(5ms), std::runtime_error);
+  EXPECT_EQ(order, "outer(inner");
+}
+
+TEST_F(QtLoop, AChainOfEventsDoesNotKeepTheCallerFromReturning) {
+  int links = 0;
+  std::function<void()> next = [&] {
+    if (++links < 1000) loop_().Post(next);
+  };
+  loop_().Post(next);
+  loop_().Yield(loop_().Now());
+  EXPECT_GE(links, 1);
+  EXPECT_LT(links, 1000);
+  while (links < 1000) loop_().Yield(kForever);
+}
+
+TEST_F(QtLoop, ASpinTakesProcessorTimeInProportionToItsTurns) {
+  const auto spin = [&](std::int64_t turns) {
+    const TimePoint start = ProcessorTime();
+    loop_().Spin(turns);
+    return ProcessorTime() - start;
+  };
+  spin(1'000'000);
+  EXPECT_GT(spin(40'000'000), 4 * spin(4'000'000));
+}
+
+}  // namespace
+}  // namespace orvane
