@@ -52,9 +52,7 @@ std::string Decimal4::Text() const {
   return text + "." + places;
 }
 
-Integer Decimal4::ToInteger() const {
-  return CheckedInteger(static_cast<std::int64_t>(Divided(raw_, kScale)));
-}
+Integer Decimal4::ToInteger() const { return CheckedInteger(static_cast<std::int64_t>(Divided(raw_, kScale))); }
 
 Decimal4 operator+(Decimal4 a, Decimal4 b) { return Narrowed(Wide{a.raw_} + b.raw_); }
 Decimal4 operator-(Decimal4 a, Decimal4 b) { return Narrowed(Wide{a.raw_} - b.raw_); }

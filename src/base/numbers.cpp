@@ -14,8 +14,8 @@ namespace {
 template <class Whole>
 Whole Narrowed(std::int64_t value) {
   if (value < std::numeric_limits<Whole>::min() || value > std::numeric_limits<Whole>::max()) {
-    throw StationFailure("Overflow: " + std::to_string(value) + " does not fit " +
-                         std::to_string(sizeof(Whole) * 8) + " bits.");
+    throw StationFailure("Overflow: " + std::to_string(value) + " does not fit " + std::to_string(sizeof(Whole) * 8) +
+                         " bits.");
   }
   return static_cast<Whole>(value);
 }
