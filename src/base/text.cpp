@@ -42,15 +42,18 @@ std::string_view Trim(std::string_view text) { return Trimmed(text, " "); }
 
 std::string_view TrimBlanksAndLineEnds(std::string_view text) { return Trimmed(text, " \t\r\n"); }
 
+std::string_view TakeWord(std::string_view& text) {
+  const std::string_view trimmed = Trim(text);
+  const std::string_view word = trimmed.substr(0, trimmed.find(' '));
+  text = trimmed.substr(word.size());
+  return word;
+}
+
 std::string ExtractWord(std::string& text) {
-  const std::string trimmed(Trim(text));
-  const auto blank = trimmed.find(' ');
-  if (blank == std::string::npos) {
-    text.clear();
-    return trimmed;
-  }
-  text = trimmed.substr(blank);
-  return trimmed.substr(0, blank);
+  std::string_view rest = text;
+  const std::string word(TakeWord(rest));
+  text = std::string(rest);
+  return word;
 }
 
 std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with) {

@@ -20,6 +20,8 @@ inline constexpr std::string_view kLineEnd = "\r\n";
 /// Takes the first word off: trims `text`; with a blank in it, returns the trimmed part up to that blank and
 /// leaves the rest in `text`; otherwise returns all of it and empties `text`.
 [[nodiscard]] std::string ExtractWord(std::string& text);
+/// The same on a part of a longer-lived text.
+[[nodiscard]] std::string_view TakeWord(std::string_view& text);
 
 [[nodiscard]] std::string ReplaceAll(std::string_view text, std::string_view what, std::string_view with);
 

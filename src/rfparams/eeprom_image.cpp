@@ -1,0 +1,48 @@
+#include "rfparams/eeprom_image.h"
+
+#include <type_traits>
+
+#include "base/byte_hex.h"
+#include "base/numbers.h"
+#include "rfparams/record_layout.h"
+
+namespace orvane {
+namespace {
+
+constexpr const char* kZeroByte = "00";
+
+/// Calls `visit(slot, value, entry)` for each value that the image carries, `entry` being the first of its texts.
+template <class Visit>
+void WalkImage(RFState& state, Visit visit) {
+  for (const ParameterSlot& slot : ParameterSlots()) {
+    if (slot.row->form == EepromForm::None) continue;
+    VisitValue(slot, state.RFParams, [&](auto& value) {
+      if constexpr (std::is_same_v<decltype(value), Integer&>) {
+        visit(*slot.row, value, &state.EepromImage[static_cast<std::size_t>(slot.imageOffset)]);
+      }
+    });
+  }
+}
+
+}  // namespace
+
+void TMEEPROMDataMaker(RFState& state) {
+  WalkImage(state, [](const FieldRow& row, Integer value, std::string* entry) {
+    const auto bytes = ByteToLongHexConvert(2, value);
+    if (row.form == EepromForm::Byte) {
+      *entry++ = HexText(value);
+    } else {
+      *entry++ = bytes[1];
+    }
+    if (row.form == EepromForm::Word) *entry++ = bytes[0];
+    for (int i = 0; i < row.zeros; ++i) *entry++ = kZeroByte;
+  });
+}
+
+void TMEEPROMDataToRFParams(RFState& state) {
+  WalkImage(state, [](const FieldRow& row, Integer& value, const std::string* entry) {
+    value = ToInteger(row.form == EepromForm::Word ? "&H" + entry[1] + entry[0] : "&H" + entry[0]);
+  });
+}
+
+}  // namespace orvane
