@@ -14,16 +14,22 @@ class StationFailure : public std::runtime_error {
   explicit StationFailure(const std::string& text) : std::runtime_error(text) {}
 };
 
-/// Runs one statement that may fail; a failure skips it and the next statement runs.
+/// Runs one statement that may fail; a failure skips it, is told to `told`, and the next statement runs.
 /// @return whether the statement ran to its end.
-template <class Statement>
-bool PassOver(Statement&& statement) {
+template <class Statement, class Told>
+bool PassOver(Statement&& statement, Told&& told) {
   try {
     std::forward<Statement>(statement)();
     return true;
-  } catch (const StationFailure&) {
+  } catch (const StationFailure& failure) {
+    std::forward<Told>(told)(failure);
     return false;
   }
+}
+
+template <class Statement>
+bool PassOver(Statement&& statement) {
+  return PassOver(std::forward<Statement>(statement), [](const StationFailure&) {});
 }
 
 }  // namespace orvane

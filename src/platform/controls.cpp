@@ -105,6 +105,11 @@ void UpDown::StepBy(int steps) {
   MoveTo(static_cast<Long>(to));
 }
 
+void ProgressBar::SetMax(Long max) {
+  Assign(max_, max);
+  Assign(value_, std::min(value_, max));
+}
+
 void ProgressBar::SetValue(Long value) {
   if (value < 0 || value > max_) {
     throw StationFailure("The value " + std::to_string(value) + " of " + Name() + " is above " +

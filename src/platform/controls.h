@@ -282,7 +282,8 @@ class ProgressBar final : public Control {
   ProgressBar(Panel& panel, std::string name) : Control(panel, ControlKind::Progress, std::move(name)) {}
 
   [[nodiscard]] Long Max() const { return max_; }
-  void SetMax(Long max) { Assign(max_, max); }
+  /// A value above the new maximum comes down to it.
+  void SetMax(Long max);
   [[nodiscard]] Long Value() const { return value_; }
   /// @throws StationFailure beyond 0..max; the value stays.
   void SetValue(Long value);

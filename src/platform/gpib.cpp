@@ -80,8 +80,8 @@ void CWGPIB::Write(std::string_view text) {
 std::string CWGPIB::Read() {
   std::string reply;
   Guarded([&] {
-    reply = TextOfBytes(session_->Read(static_cast<std::size_t>(std::max<Integer>(readSize, 0)),
-                                       GpibTimeOutOf(timeOutCode)));
+    reply = TextOfBytes(
+        session_->Read(static_cast<std::size_t>(std::max<Integer>(readSize, 0)), GpibTimeOutOf(timeOutCode)));
     ++repliesRead_;
   });
   return reply;

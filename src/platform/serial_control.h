@@ -14,7 +14,7 @@ struct SerialSetup {
   std::string settings = "9600,N,8,1";
   Integer inBufferSize = 1024;
   Integer outBufferSize = 512;
-  Long inputLen = 0;     ///< 0: a read takes all that is there.
+  Long inputLen = 0;  ///< 0: a read takes all that is there.
   Integer handshaking = 0;
   Integer rThreshold = 0;  ///< 1: every received byte raises a receive event.
 };

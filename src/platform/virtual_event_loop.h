@@ -36,9 +36,7 @@ class VirtualEventLoop final : public EventLoop {
     TimePoint when;
     std::uint64_t order;
     std::function<void()> run;
-    bool operator<(const Event& other) const {
-      return when != other.when ? when > other.when : order > other.order;
-    }
+    bool operator<(const Event& other) const { return when != other.when ? when > other.when : order > other.order; }
   };
 
   bool ServeOneDue();
