@@ -9,7 +9,10 @@ namespace orvane {
 /// "DownLoad": moves RF parameters between file, record and Target; its lower half takes the settings of a hand test
 /// of the Target's EEPROM.
 struct FrmDownLoad : Panel {
-  FrmDownLoad() : Panel("frmDownLoad", "DownLoad") {}
+  FrmDownLoad() : Panel("frmDownLoad", "DownLoad") {
+    fraBBOption.SetEnabled(false);
+    prgDownload.SetVisible(false);
+  }
 
   Frame fraDownloadMode{*this, "fraDownloadMode", "Download Mode"};
   OptionGroup downloadMode;
@@ -30,6 +33,8 @@ struct FrmDownLoad : Panel {
   ListBox lstDataReadWindow{*this, "lstDataReadWindow"};
   ProgressBar prgDownload{*this, "prgDownload"};
   FileDialog dlgDownload{"RF Parameters Download/", "(*.epm)|*.epm|(*.txt)|*.txt|All Files(*.*)|*.*;", "epm", "", ""};
+  /// Name of the last download.
+  std::string downloadFileName;
 
   Frame fraEepromTest{*this, "fraEepromTest", "EEPROM Test"};
   Frame fraActionMode{*this, "fraActionMode", "Read / Write"};

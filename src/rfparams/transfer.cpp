@@ -1,0 +1,180 @@
+#include "rfparams/transfer.h"
+
+#include <algorithm>
+
+#include "base/subscript.h"
+#include "platform/save_dialog.h"
+#include "rfparams/eeprom_image.h"
+#include "rfparams/record_layout.h"
+#include "rfparams/rf_text_file.h"
+
+namespace orvane {
+namespace {
+
+/// What one "stw 3" and one "str 3" carry.
+constexpr int kChunkSize = 32;
+constexpr int kRowSize = 16;
+/// Rows of the image less one: also what the upload's bar calls its maximum.
+constexpr int kLastRow = 113;
+/// Where the values of a read reply begin; they stand at every second position.
+constexpr int kFirstValue = 9;
+
+constexpr const char* kHeading = "Address\tData";
+
+/// A progress bar that shows for as long as a transfer lasts.
+class ShownBar {
+ public:
+  ShownBar(ProgressBar& bar, Long max) : bar_(bar) {
+    bar_.SetMax(max);
+    bar_.SetVisible(true);
+  }
+  ShownBar(const ShownBar&) = delete;
+  ShownBar& operator=(const ShownBar&) = delete;
+  ~ShownBar() { bar_.SetVisible(false); }
+
+  void Set(Long value) {
+    PassOver([&] { bar_.SetValue(value); });
+  }
+
+ private:
+  ProgressBar& bar_;
+};
+
+/// One byte as the command line takes it, cut to its last two digits.
+std::string ByteWord(const std::string& entry) {
+  if (entry.size() == 1) return "0x0" + entry;
+  return "0x" + entry.substr(std::max<std::size_t>(entry.size(), 2) - 2);
+}
+
+/// "&H1F" less its prefix.
+std::string Digits(const std::string& code) { return code.substr(std::min<std::size_t>(code.size(), 2)); }
+
+}  // namespace
+
+ParameterTransfer::ParameterTransfer(PanelRef<FrmDownLoad> panel, PanelRef<FrmAutoCal> autoCal, RFState& rf,
+                                     const ReplyState& reply, TargetLink& link, RunReport& report, Boxes& boxes,
+                                     FileDialogs& dialogs, Files& files)
+    : panel_(panel),
+      autoCal_(autoCal),
+      rf_(rf),
+      reply_(reply),
+      link_(link),
+      report_(report),
+      boxes_(boxes),
+      dialogs_(dialogs),
+      files_(files) {}
+
+void ParameterTransfer::Connect() {
+  FrmDownLoad& panel = panel_.Untouched();
+  panel.cmdEepromDownLoad.onClick = [this] { DownLoad(); };
+  panel.cmdUpLoad.onClick = [this] { UpLoad(); };
+  panel.optFullDownload.onClick = [this] { panel_->fraBBOption.SetEnabled(false); };
+  panel.optPartialDownload.onClick = [this] { panel_->fraBBOption.SetEnabled(true); };
+}
+
+void ParameterTransfer::DownLoad() {
+  const auto path = dialogs_.ShowOpen(panel_->dlgDownload);
+  if (!path) return;
+  panel_->downloadFileName = *path;
+  if (!ReadFile(*path)) return;
+  panel_->lstDataReadWindow.Clear();
+  PassOver([&] { FileToRFParamsConvert(rf_); });
+  if (panel_->optDownloadFileLoad.Selected() || !link_.InTestMode()) return;
+  TMEEPROMDataMaker(rf_);
+  // The partial mode has no content of its own.
+  if (panel_->optFullDownload.Selected()) {
+    Send("spw 5 0");
+    TMDownLoadProcedure(0, kImageSize - 1);
+  }
+  if (panel_->optDownloadFlash.Selected()) Send("se 1");
+  if (link_.Succeeded()) {
+    boxes_.Alarm("Download is completed.");
+  } else {
+    boxes_.Warning("Download is not completed. Try to Download again.");
+  }
+}
+
+bool ParameterTransfer::ReadFile(const std::string& path) {
+  return PassOver(
+      [&] {
+        const auto file = files_.OpenForReading(path);
+        ReadParameterLines(ReadWhole(*file), rf_);
+      },
+      [this](const StationFailure& failure) { ShowSystemText(failure); });
+}
+
+void ParameterTransfer::TMDownLoadProcedure(Integer first, Integer last) {
+  ListBox& list = panel_->lstDataReadWindow;
+  list.AddItem(kHeading);
+  for (int i = first; i <= last; ++i) {
+    PassOver([&] { list.AddItem(std::to_string(i) + "\t0x" + At(rf_.EepromImage, i)); });
+  }
+  Send("spw 1 0");
+  const int span = last - first;
+  const int whole = (span - span % kChunkSize) / kChunkSize;
+  ShownBar bar(panel_->prgDownload, whole + 1);
+  ShownBar autoCalBar(autoCal_->prgAutoCalDownload, whole + 1);
+  for (int c = 0; c <= whole; ++c) {
+    const int start = first + kChunkSize * c;
+    const int end = std::min<int>(last, start + kChunkSize - 1);
+    PassOver([&] { TMEEPROMDataWrite(CheckedInteger(start), CheckedInteger(end)); },
+             [&](const StationFailure& failure) {
+               report_.Flaw("EEPROM bytes " + std::to_string(start) + " to " + std::to_string(end) +
+                            " were not sent: " + failure.what());
+             });
+    bar.Set(c + 1);
+    autoCalBar.Set(c + 1);
+  }
+}
+
+void ParameterTransfer::TMEEPROMDataWrite(Integer first, Integer last) {
+  std::string line = "stw 3 ";
+  for (int i = first; i <= last; ++i) line += ByteWord(At(rf_.EepromImage, i)) + ",";
+  link_.RunTargetCommand(line);
+}
+
+void ParameterTransfer::EEPROMDataWrite(Integer /*first*/, Integer /*last*/) {}
+
+void ParameterTransfer::UpLoad() {
+  panel_->dlgDownload.title = "Target RF Parameters Back Up";
+  const SaveName name =
+      ChooseSaveName(dialogs_, panel_->dlgDownload, files_, boxes_, "Do you want to change a current file to ");
+  if (!name.Chosen()) return;
+  const auto showSystemText = [this](const StationFailure& failure) { ShowSystemText(failure); };
+  std::unique_ptr<File> file;
+  if (!PassOver([&] { file = files_.OpenForWriting(name.path); }, showSystemText)) return;
+  Send("spw 5 0");
+  Send("spw 1 0");
+  ReadImage();
+  PassOver([&] { TMEEPROMDataToRFParams(rf_); });
+  RFParamsToDataConvert(rf_);
+  PassOver([&] { file->Write(0, ParameterFileText(rf_)); }, showSystemText);
+}
+
+void ParameterTransfer::ReadImage() {
+  ShownBar bar(panel_->prgDownload, kLastRow);
+  ListBox& list = panel_->lstDataReadWindow;
+  list.Clear();
+  list.AddItem(kHeading);
+  for (int row = 0; row <= kLastRow; ++row) {
+    // A reply that does not come leaves the bytes of the row before, which are then taken for this one.
+    Send("str 3");
+    const int columns = std::min(kRowSize, kImageSize - kRowSize * row);
+    for (int j = 0; j < columns; ++j) {
+      const int offset = kRowSize * row + j;
+      std::string& entry = At(rf_.EepromImage, offset);
+      entry = Digits(At(reply_.ReplyBytes, kFirstValue + 2 * j));
+      list.AddItem(std::to_string(offset) + "\t" + entry);
+    }
+    // The last row is one above the maximum and leaves the bar full.
+    bar.Set(row + 1);
+  }
+}
+
+void ParameterTransfer::Send(const std::string& line) {
+  PassOver(
+      [&] { link_.RunTargetCommand(line); },
+      [&](const StationFailure& failure) { report_.Flaw("The command \"" + line + "\" failed: " + failure.what()); });
+}
+
+}  // namespace orvane

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string>
+
+#include "base/failure.h"
+#include "link/target_link.h"
+#include "platform/boxes.h"
+#include "platform/file_dialogs.h"
+#include "platform/files.h"
+#include "platform/panel.h"
+#include "rfparams/frm_download.h"
+#include "rfparams/rf_state.h"
+#include "txcal/frm_auto_cal.h"
+#include "txcal/run_report.h"
+
+namespace orvane {
+
+/// Moves RF parameters between a file, the record and the Target's EEPROM. Whoever calls, a statement that fails is
+/// passed over; the run report is told of it.
+class ParameterTransfer {
+ public:
+  ParameterTransfer(PanelRef<FrmDownLoad> panel, PanelRef<FrmAutoCal> autoCal, RFState& rf, const ReplyState& reply,
+                    TargetLink& link, RunReport& report, Boxes& boxes, FileDialogs& dialogs, Files& files);
+
+  /// Answers `cmdEepromDownLoad`, `cmdUpLoad` and the two options of the download mode.
+  void Connect();
+
+  /// Sends the bytes `first` to `last` of `EepromImage`, both inclusive, in chunks of 32: each is listed before any
+  /// moves. A chunk that cannot be sent is left out. Only the status of the last command can be read afterwards.
+  void TMDownLoadProcedure(Integer first, Integer last);
+  /// Sends one chunk of at most 32 bytes.
+  void TMEEPROMDataWrite(Integer first, Integer last);
+  /// Has no action.
+  void EEPROMDataWrite(Integer first, Integer last);
+
+ private:
+  void DownLoad();
+  void UpLoad();
+  /// Fills `RFParamText` from a file. @return false when it cannot be read, which a box has shown.
+  bool ReadFile(const std::string& path);
+  /// Fills `EepromImage` from the Target, row by row.
+  void ReadImage();
+  void Send(const std::string& line);
+  void ShowSystemText(const StationFailure& failure) { boxes_.SystemText(failure.what()); }
+
+  PanelRef<FrmDownLoad> panel_;
+  PanelRef<FrmAutoCal> autoCal_;
+  RFState& rf_;
+  const ReplyState& reply_;
+  TargetLink& link_;
+  RunReport& report_;
+  Boxes& boxes_;
+  FileDialogs& dialogs_;
+  Files& files_;
+};
+
+}  // namespace orvane
