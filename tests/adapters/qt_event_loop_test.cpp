@@ -8,26 +8,14 @@
 #include <string>
 #include <vector>
 
-#include "adapters/qt_application.h"
+#include "adapters/qt_test.h"
 
 namespace orvane {
 namespace {
 
 using namespace std::chrono_literals;
 
-class QtLoop : public testing::Test {
- protected:
-  QtLoop() { test::NeedQtApplication(); }
-
-  void YieldFor(TimePoint span) {
-    const TimePoint until = loop_().Now() + span;
-    while (loop_().Now() < until) loop_().Yield(until);
-  }
-  QtEventLoop& loop_() {
-    static QtEventLoop loop;
-    return loop;
-  }
-};
+using QtLoop = test::QtTest;
 
 /// Processor time of this process.
 TimePoint ProcessorTime() {
@@ -38,11 +26,11 @@ TimePoint ProcessorTime() {
 
 TEST_F(QtLoop, ServesEventsByTimeAndThenInTheOrderOfPosting) {
   std::string order;
-  const TimePoint at = loop_().Now() + 3ms;
-  loop_().PostAt(at, [&] { order += "b"; });
-  loop_().PostAt(at, [&] { order += "c"; });
-  loop_().PostAt(at - 1ms, [&] { order += "a"; });
-  loop_().Post([&] { order += "0"; });
+  const TimePoint at = loop_.Now() + 3ms;
+  loop_.PostAt(at, [&] { order += "b"; });
+  loop_.PostAt(at, [&] { order += "c"; });
+  loop_.PostAt(at - 1ms, [&] { order += "a"; });
+  loop_.Post([&] { order += "0"; });
   YieldFor(6ms);
   EXPECT_EQ(order, "0abc");
 }
@@ -50,13 +38,13 @@ TEST_F(QtLoop, ServesEventsByTimeAndThenInTheOrderOfPosting) {
 TEST_F(QtLoop, AnEventIsNeverEarlyAndAsARuleLessThanAMillisecondLate) {
   std::vector<TimePoint> late;
   for (int i = 0; i < 21; ++i) {
-    const TimePoint due = loop_().Now() + 300us;
+    const TimePoint due = loop_.Now() + 300us;
     bool served = false;
-    loop_().PostAt(due, [&] {
+    loop_.PostAt(due, [&] {
       served = true;
-      late.push_back(loop_().Now() - due);
+      late.push_back(loop_.Now() - due);
     });
-    while (!served) loop_().Yield(kForever);
+    while (!served) loop_.Yield(kForever);
   }
   std::sort(late.begin(), late.end());
   EXPECT_GE(late.front(), 0ns);
@@ -64,24 +52,24 @@ TEST_F(QtLoop, AnEventIsNeverEarlyAndAsARuleLessThanAMillisecondLate) {
 }
 
 TEST_F(QtLoop, AWaitSleepsAndUsesNoProcessorTime) {
-  const TimePoint start = loop_().Now();
+  const TimePoint start = loop_.Now();
   const TimePoint used = ProcessorTime();
   YieldFor(100ms);
-  EXPECT_GE(loop_().Now() - start, 100ms);
+  EXPECT_GE(loop_.Now() - start, 100ms);
   EXPECT_LT(ProcessorTime() - used, 20ms);
 }
 
 TEST_F(QtLoop, ATimeThatHasPassedReturnsAtOnce) {
-  const TimePoint start = loop_().Now();
-  loop_().Yield(start - 1s);
-  loop_().Yield(start);
-  EXPECT_LT(loop_().Now() - start, 50ms);
+  const TimePoint start = loop_.Now();
+  loop_.Yield(start - 1s);
+  loop_.Yield(start);
+  EXPECT_LT(loop_.Now() - start, 50ms);
 }
 
 TEST_F(QtLoop, AnExceptionOfAnEventComesOutOfYieldAndTheNextEventStillRuns) {
   bool ran = false;
-  loop_().Post([] { throw std::runtime_error("from the event"); });
-  loop_().Post([&] { ran = true; });
+  loop_.Post([] { throw std::runtime_error("from the event"); });
+  loop_.Post([&] { ran = true; });
   EXPECT_THROW(YieldFor(2ms), std::runtime_error);
   YieldFor(2ms);
   EXPECT_TRUE(ran);
@@ -89,9 +77,9 @@ TEST_F(QtLoop, AnExceptionOfAnEventComesOutOfYieldAndTheNextEventStillRuns) {
 
 TEST_F(QtLoop, EventsMayYieldThemselvesAndExceptionsCrossAllTheLevels) {
   std::string order;
-  loop_().Post([&] {
+  loop_.Post([&] {
     order += "outer(";
-    loop_().Post([&] {
+    loop_.Post([&] {
       order += "inner";
       throw std::runtime_error("from the inner event");
     });
@@ -105,19 +93,19 @@ TEST_F(QtLoop, EventsMayYieldThemselvesAndExceptionsCrossAllTheLevels) {
 TEST_F(QtLoop, AChainOfEventsDoesNotKeepTheCallerFromReturning) {
   int links = 0;
   std::function<void()> next = [&] {
-    if (++links < 1000) loop_().Post(next);
+    if (++links < 1000) loop_.Post(next);
   };
-  loop_().Post(next);
-  loop_().Yield(loop_().Now());
+  loop_.Post(next);
+  loop_.Yield(loop_.Now());
   EXPECT_GE(links, 1);
   EXPECT_LT(links, 1000);
-  while (links < 1000) loop_().Yield(kForever);
+  while (links < 1000) loop_.Yield(kForever);
 }
 
 TEST_F(QtLoop, ASpinTakesProcessorTimeInProportionToItsTurns) {
   const auto spin = [&](std::int64_t turns) {
     const TimePoint start = ProcessorTime();
-    loop_().Spin(turns);
+    loop_.Spin(turns);
     return ProcessorTime() - start;
   };
   spin(1'000'000);
