@@ -45,4 +45,19 @@ inline std::string HexOf(const Bytes& bytes) {
   return text;
 }
 
+/// The values of a padded reply in order: operation, status, data, checksum. Pads are 00 or 01, so a 0x10 in a pad's
+/// place is an escape.
+inline Bytes Unpadded(const Bytes& reply) {
+  Bytes values;
+  std::size_t at = 2;
+  while (at + 1 < reply.size()) {
+    if (reply[at] == 0x10) {
+      ++at;
+    }
+    values.push_back(static_cast<std::uint8_t>(reply.at(at + 1) + 0x80 * reply.at(at)));
+    at += 2;
+  }
+  return values;
+}
+
 }  // namespace orvane::bench::test
