@@ -1,0 +1,239 @@
+#include "txcal/side_table_groups.h"
+
+#include "base/failure.h"
+#include "platform/save_dialog.h"
+
+namespace orvane {
+
+/// A group that shows one table by band and level: its controls, its words and how a position is shown and stored.
+struct LevelTableRow {
+  struct Range {
+    Long min;
+    Long max;
+  };
+
+  OptionButton FrmAutoCal::*gsm;
+  OptionButton FrmAutoCal::*dcs;
+  TextBox FrmAutoCal::*level;
+  TextBox FrmAutoCal::*value;
+  UpDown FrmAutoCal::*levelSpin;
+  UpDown FrmAutoCal::*valueSpin;
+  Button FrmAutoCal::*set;
+  Button FrmAutoCal::*load;
+  Button FrmAutoCal::*save;
+  FileDialog FrmAutoCal::*dialog;
+  Range gsmValues;
+  Range dcsValues;
+  std::string_view inputMissing;
+  std::string_view badDcsLevel;
+  std::string_view openTitle;
+  std::string_view saveTitle;
+  int positions;
+  std::string (*show)(const CalState& state, std::size_t position);
+  void (*store)(CalState& state, std::size_t position, const std::string& text);
+  void (*read)(File& file, CalState& state);
+  void (*write)(File& file, const CalState& state);
+  std::string (*sideText)(const CalState& state);
+};
+
+namespace {
+
+constexpr int kLowestGsmLevel = 5;
+constexpr int kHighestGsmLevel = 19;
+constexpr int kHighestDcsLevel = 15;
+constexpr std::string_view kBadGsmLevel = "Input the number which is between 5 and 19 without blank.";
+
+constexpr LevelTableRow kInitialValue{
+    &FrmAutoCal::optinitialGSM,
+    &FrmAutoCal::optinitialDCS,
+    &FrmAutoCal::txtinitialLevel,
+    &FrmAutoCal::txtinitialDAC,
+    &FrmAutoCal::updinitialLevel,
+    &FrmAutoCal::updinitialDAC,
+    &FrmAutoCal::cmdinitialSet,
+    &FrmAutoCal::cmdinitialLoad,
+    &FrmAutoCal::cmdinitialSave,
+    &FrmAutoCal::dlgInitial,
+    {0, 1023},
+    {0, 1023},
+    "Input Initial Value.",
+    kBadGsmLevel,  // The words of GSM, also for DCS.
+    "APCDAC First Value Open",
+    "APCDAC First Value Save",
+    31,
+    [](const CalState& state, std::size_t position) { return std::to_string(state.InitValueIndex[position]); },
+    [](CalState& state, std::size_t position, const std::string& text) {
+      state.InitValueIndex[position] = ToInteger(text);
+    },
+    &ReadInitialRecords,
+    &WriteInitialRecords,
+    &InitialSideText,
+};
+
+constexpr LevelTableRow kPowerIndex{
+    &FrmAutoCal::optPowerIndexGSM,
+    &FrmAutoCal::optPowerIndexDCS,
+    &FrmAutoCal::txtPowerIndex,
+    &FrmAutoCal::txtPowerIndexLevel,
+    &FrmAutoCal::updPowerIndex,
+    &FrmAutoCal::updPowerIndexLevel,
+    &FrmAutoCal::cmdPowerIndexSet,
+    &FrmAutoCal::cmdPowerIndexLoad,
+    &FrmAutoCal::cmdPowerIndexSave,
+    &FrmAutoCal::dlgPowerIndex,
+    {5, 33},
+    {0, 30},
+    "Input Power Index.",
+    "Input the number which is between 0 and 15 without blank.",
+    "Open Ramp Power Index",
+    "Save Ramp Power Index",
+    32,
+    [](const CalState& state, std::size_t position) { return state.PowerIndex[position].Text(); },
+    [](CalState& state, std::size_t position, const std::string& text) {
+      state.PowerIndex[position] = Decimal4::FromText(text);
+    },
+    &ReadPowerRecords,
+    &WritePowerRecords,
+    &PowerSideText,
+};
+
+/// Whether a text is, character for character, one of the levels of a band.
+bool IsLevel(std::string_view text, bool gsm) {
+  for (int level = gsm ? kLowestGsmLevel : 0; level <= (gsm ? kHighestGsmLevel : kHighestDcsLevel); ++level) {
+    if (text == std::to_string(level)) return true;
+  }
+  return false;
+}
+
+/// @throws StationFailure for a position that the table has not.
+std::size_t PositionOf(int level, bool gsm, int positions) {
+  const int position = gsm ? PositionOfGsmLevel(level) : PositionOfDcsLevel(level);
+  if (position < 0 || position >= positions) {
+    throw StationFailure("Level " + std::to_string(level) + " has no place in the table.");
+  }
+  return static_cast<std::size_t>(position);
+}
+
+}  // namespace
+
+void SideTableGroups::Connect() {
+  ConnectLevelTable(kInitialValue);
+  ConnectLevelTable(kPowerIndex);
+  FrmAutoCal& panel = panel_.Untouched();
+  panel.cmdRxLossSet.onClick = [this] { SetLosses(); };
+  panel.cmdRxLossLoad.onClick = [this] { LoadLosses(); };
+  panel.cmdRxLossSave.onClick = [this] { SaveLosses(); };
+}
+
+void SideTableGroups::ConnectLevelTable(const LevelTableRow& row) {
+  FrmAutoCal& panel = panel_.Untouched();
+  (panel.*row.gsm).onClick = [&panel, &row] {
+    (panel.*row.levelSpin).SetRange(kLowestGsmLevel, kHighestGsmLevel);
+    (panel.*row.valueSpin).SetRange(row.gsmValues.min, row.gsmValues.max);
+  };
+  (panel.*row.dcs).onClick = [&panel, &row] {
+    (panel.*row.levelSpin).SetRange(0, kHighestDcsLevel);
+    (panel.*row.valueSpin).SetRange(row.dcsValues.min, row.dcsValues.max);
+  };
+  (panel.*row.level).onChange = [this, &row] { OnLevelChanged(row); };
+  (panel.*row.set).onClick = [this, &row] { Set(row); };
+  (panel.*row.load).onClick = [this, &row] { Load(row); };
+  (panel.*row.save).onClick = [this, &row] { Save(row); };
+}
+
+bool SideTableGroups::GsmSelected(const LevelTableRow& row) const { return ((*panel_).*row.gsm).Selected(); }
+
+void SideTableGroups::OnLevelChanged(const LevelTableRow& row) {
+  TextBox& level = (*panel_).*row.level;
+  const bool gsm = GsmSelected(row);
+  if (level.Text().empty()) return;
+  if (!IsLevel(level.Text(), gsm)) {
+    boxes_.Warning(std::string(gsm ? kBadGsmLevel : row.badDcsLevel));
+    level.SetText(gsm ? "5" : "0");
+    return;
+  }
+  const std::size_t position = PositionOf(ToInteger(level.Text()), gsm, row.positions);
+  ((*panel_).*row.value).SetText(row.show(state_, position));
+}
+
+void SideTableGroups::Set(const LevelTableRow& row) {
+  const std::string& level = ((*panel_).*row.level).Text();
+  const std::string& value = ((*panel_).*row.value).Text();
+  if (level.empty() || value.empty()) {
+    boxes_.Warning(std::string(row.inputMissing));
+    return;
+  }
+  const bool gsm = GsmSelected(row);
+  if (gsm && ToInteger(level) < kLowestGsmLevel) {
+    boxes_.Warning("GSM Power Level should be equal or higher then 5.");
+    return;
+  }
+  row.store(state_, PositionOf(ToInteger(level), gsm, row.positions), value);
+}
+
+// A level below 5 can stand there from DCS; with GSM it is left alone here.
+void SideTableGroups::Load(const LevelTableRow& row) {
+  if (!LoadFile((*panel_).*row.dialog, row.openTitle, row.read)) return;
+  const std::string& level = ((*panel_).*row.level).Text();
+  const bool leftAlone = !level.empty() && GsmSelected(row) && ToInteger(level) < kLowestGsmLevel;
+  if (!leftAlone) OnLevelChanged(row);
+}
+
+void SideTableGroups::Save(const LevelTableRow& row) {
+  const auto path = SaveFile((*panel_).*row.dialog, row.saveTitle, row.write);
+  if (!path) return;
+  const auto side = SideFileOf(*path);
+  if (!side) return;
+  try {
+    files_.OpenForWriting(*side)->Write(0, row.sideText(state_));
+  } catch (const StationFailure& failure) {
+    boxes_.SystemText(failure.what());
+  }
+}
+
+void SideTableGroups::SetLosses() {
+  const auto boxes = LossBoxes(panel_, main_);
+  constexpr std::size_t kTestedBoxes = 4;
+  for (std::size_t i = 0; i < kTestedBoxes; ++i) {
+    if (!boxes[i]->Text().empty()) continue;
+    boxes_.Warning("Run after inputing value.");
+    return;
+  }
+  for (std::size_t i = 0; i < boxes.size(); ++i) state_.LossTable[i] = Decimal4::FromText(boxes[i]->Text());
+}
+
+void SideTableGroups::LoadLosses() {
+  if (LoadFile(panel_->dlgLoss, "Loss Table Open", &ReadLossRecords)) ShowLosses(state_, panel_, main_);
+}
+
+void SideTableGroups::SaveLosses() { SaveFile(panel_->dlgLoss, "Loss Table Save", &WriteLossRecords); }
+
+bool SideTableGroups::LoadFile(FileDialog& dialog, std::string_view title, void (*read)(File&, CalState&)) {
+  dialog.title = title;
+  const auto path = dialogs_.ShowOpen(dialog);
+  if (!path) return false;
+  dialog.initialFolder = FolderOf(*path);
+  try {
+    read(*files_.OpenForReading(*path), state_);
+    return true;
+  } catch (const StationFailure& failure) {
+    boxes_.SystemText(failure.what());
+    return false;
+  }
+}
+
+std::optional<std::string> SideTableGroups::SaveFile(FileDialog& dialog, std::string_view title,
+                                                     void (*write)(File&, const CalState&)) {
+  dialog.title = title;
+  const SaveName name = ChooseSaveName(dialogs_, dialog, files_, boxes_, "Do you want to change a current file to ");
+  if (!name.Chosen()) return std::nullopt;
+  try {
+    write(*files_.OpenForWriting(name.path), state_);
+    return name.path;
+  } catch (const StationFailure& failure) {
+    boxes_.SystemText(failure.what());
+    return std::nullopt;
+  }
+}
+
+}  // namespace orvane
