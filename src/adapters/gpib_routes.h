@@ -1,0 +1,61 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <variant>
+
+#include "platform/gpib.h"
+
+namespace orvane {
+
+/// The system's NI-488.2 style library.
+struct NativeRoute {};
+/// A GPIB controller adapter that speaks the `++` commands, over TCP or on a serial device.
+struct PrologixTcpRoute {
+  std::string host;
+  int port = 1234;
+};
+struct PrologixSerialRoute {
+  std::string device;
+};
+/// A LAN/GPIB gateway; the instrument at address N is its device `gpib0,N`.
+struct GatewayRoute {
+  std::string host;
+};
+/// The way to every instrument that has none of its own.
+using BusRoute = std::variant<NativeRoute, PrologixTcpRoute, PrologixSerialRoute, GatewayRoute>;
+
+/// SCPI over a raw TCP socket.
+struct TcpRoute {
+  std::string host;
+  int port = 0;
+};
+/// VXI-11.
+struct Vxi11Route {
+  std::string host;
+  std::string device = "inst0";
+};
+/// The way to one instrument.
+using InstrumentRoute = std::variant<TcpRoute, Vxi11Route>;
+
+struct GpibRoutes {
+  BusRoute bus = NativeRoute{};
+  /// By primary address.
+  std::map<int, InstrumentRoute> instruments;
+};
+
+/// "tcp:bench7:5025": the route in the words of the command line.
+[[nodiscard]] std::string RouteText(const BusRoute& route);
+[[nodiscard]] std::string RouteText(const InstrumentRoute& route);
+
+/// The instruments of this machine, each on its route.
+class RoutedGpibBus final : public GpibBus {
+ public:
+  explicit RoutedGpibBus(GpibRoutes routes) : routes_(std::move(routes)) {}
+  [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address) override;
+
+ private:
+  GpibRoutes routes_;
+};
+
+}  // namespace orvane
