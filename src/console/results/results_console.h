@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "console/console_state.h"
@@ -23,12 +25,14 @@ class ResultsConsole {
   /// The same with backspaces (8) taking back the character in front of them.
   void ShowData(TextBox& box, std::string_view text);
 
-  /// Opens the log over a fresh file. @throws StationFailure with the system's text.
+  /// Opens the log; what is appended from now on goes to the end of that file. @throws StationFailure with the
+  /// system's text.
   void OpenLog(const std::string& path);
   /// Closes the log; the title becomes "ORVANE_up".
   void LogOff();
 
  private:
+  void Insert(TextBox& box, std::string_view text);
   void WriteToLog(std::string_view text);
 
   PanelRef<OrvaneMain> main_;
@@ -36,8 +40,7 @@ class ResultsConsole {
   Files& files_;
   Boxes& boxes_;
   std::unique_ptr<File> log_;
-  /// What ShowData showed last.
-  std::string shown_;
+  std::uint64_t logEnd_ = 0;
 };
 
 }  // namespace orvane
