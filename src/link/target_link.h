@@ -1,12 +1,12 @@
 #pragma once
 
-#include <array>
 #include <string>
 #include <string_view>
 
 #include "base/numbers.h"
 #include "console/orvane_main.h"
 #include "console/results/results_console.h"
+#include "link/frame.h"
 #include "link/reply_state.h"
 #include "platform/boxes.h"
 #include "platform/event_loop.h"
@@ -16,14 +16,14 @@ namespace orvane {
 
 class ReplyDecoder;
 
-/// Data bytes of a frame under construction, each a signed 16-bit value.
-using FrameData = std::array<Integer, 101>;
-
 /// The one door to the Target: a command line in, a frame on the serial line, the wait for its reply.
 class TargetLink {
  public:
   TargetLink(EventLoop& loop, SerialControl& mscomTarget, PanelRef<OrvaneMain> main, ResultsConsole& console,
              ReplyDecoder& decoder, ReplyState& state, LinkTally& tally, Boxes& boxes);
+
+  /// Answers the keys of `txtUserCommand`. The serial events come through OnComm, each as an operation of the nest.
+  void Connect();
 
   /// Puts the line into `txtUserCommand`, interprets it and waits for the reply. The caller then looks at
   /// `Succeeded()`, or at the results in the reply state.
@@ -57,6 +57,10 @@ class TargetLink {
   void Rest();
 
  private:
+  void Receive();
+  void OnUserCommandKey(char32_t key);
+  void ShowPayloadCaption();
+
   EventLoop& loop_;
   SerialControl& mscomTarget_;
   PanelRef<OrvaneMain> main_;
@@ -65,6 +69,8 @@ class TargetLink {
   ReplyState& state_;
   LinkTally& tally_;
   Boxes& boxes_;
+  /// Reply waits on the stack.
+  int waits_ = 0;
 };
 
 }  // namespace orvane

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "base/numbers.h"
+#include "charger/frm_base_band.h"
+#include "link/reply_state.h"
+
+namespace orvane {
+
+/// Serves the charger run with a raw ADC value: at stage 1 it is the count at 4.2 V (one value is skipped first),
+/// otherwise the one at shut-down. A count within its window stands in its box afterwards.
+/// @return false for a count outside its window, which is noted in the reply state.
+[[nodiscard]] bool PassesChargerWindow(Long value, ReplyState& state, PanelRef<FrmBaseBand> panel);
+
+}  // namespace orvane

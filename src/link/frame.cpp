@@ -1,0 +1,63 @@
+#include "link/frame.h"
+
+#include <algorithm>
+
+#include "base/failure.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kScanBeyondData = 10;
+
+bool NeedsEscape(Integer value) { return value == kTerminator || value == kEscape; }
+
+[[noreturn]] void NoSuchPlace(int index) {
+  throw StationFailure("Subscript out of range: the frame has no place " + std::to_string(index) + ".");
+}
+
+char AsByte(Integer value) {
+  if (value < 0 || value > 255) throw StationFailure("Overflow: " + std::to_string(value) + " is no byte.");
+  return static_cast<char>(static_cast<unsigned char>(value));
+}
+
+Integer& At(FrameData& data, int index) {
+  if (index < 0 || index >= static_cast<int>(data.size())) NoSuchPlace(index);
+  return data[static_cast<std::size_t>(index)];
+}
+
+}  // namespace
+
+Integer ChecksumOf(Integer operation, Integer count, const FrameData& data) {
+  int checksum = operation;
+  for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) checksum ^= data.at(i);
+  return static_cast<Integer>(checksum);
+}
+
+void EscapeData(FrameData& data, Integer& count) {
+  const int last = count + kScanBeyondData;
+  for (int i = 0; i <= last; ++i) {
+    if (!NeedsEscape(At(data, i))) continue;
+    for (int from = count - 1; from >= i; --from) At(data, from + 1) = At(data, from);
+    data[static_cast<std::size_t>(i)] = kEscape;
+    ++count;
+    ++i;
+  }
+}
+
+std::string FrameBody(Integer operation, Integer count, const FrameData& escaped, Integer checksum) {
+  std::string body(kFrameBodySize, '\0');
+  int at = 0;
+  const auto put = [&](Integer value) {
+    if (at >= kFrameBodySize) NoSuchPlace(at);
+    body[static_cast<std::size_t>(at++)] = AsByte(value);
+  };
+  put(operation);
+  for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) put(escaped.at(i));
+  // A frame without data takes its checksum as it is.
+  if (count > 0 && NeedsEscape(checksum)) put(kEscape);
+  put(checksum);
+  put(kTerminator);
+  return body;
+}
+
+}  // namespace orvane

@@ -1,0 +1,116 @@
+#include "link/reply_decoder.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/failure.h"
+#include "base/text.h"
+
+namespace orvane {
+namespace {
+
+/// `ReplySpin` at the end of the gathering, and how long that may take: 230 bytes at 115200 baud.
+constexpr double kSpinTurns = 10000;
+constexpr TimePoint kSpinTime = std::chrono::milliseconds(20);
+
+class Nested {
+ public:
+  explicit Nested(int& depth) : depth_(depth) { ++depth_; }
+  Nested(const Nested&) = delete;
+  Nested& operator=(const Nested&) = delete;
+  ~Nested() { --depth_; }
+
+ private:
+  int& depth_;
+};
+
+/// "&H" and at least two digits.
+void AssignHex(std::string& text, std::uint16_t value) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  text.assign("&H");
+  if (value >= 0x100) text += kDigits[value >> 8U];
+  text += kDigits[(value >> 4U) & 0xFU];
+  text += kDigits[value & 0xFU];
+}
+
+}  // namespace
+
+ReplyDecoder::ReplyDecoder(EventLoop& loop, ReplyState& state, LinkTally& tally, CalState& cal, RampState& ramp,
+                           PanelRef<OrvaneMain> main, PanelRef<FrmBaseBand> baseBand, ResultsConsole& console)
+    : loop_(loop), state_(state), tally_(tally), cal_(cal), outlets_{state, ramp, main, baseBand, console} {}
+
+ReplyLayout ReplyDecoder::Layout() const { return state_.PlainReplyMode ? ReplyLayout::Plain : ReplyLayout::Padded; }
+
+void ReplyDecoder::Take(std::string_view text) {
+  const Nested nested(depth_);
+  // The flag tells the calls of one nest that an inner one has done the work; a new nest starts without it.
+  if (depth_ == 1) state_.ReplyHandled = false;
+  state_.ReplyBuffer += text;
+  Gather();
+  if (!state_.ReplyHandled) Decode();
+}
+
+void ReplyDecoder::Gather() {
+  while (state_.ReplySpin < kSpinTurns && !FindFrame(state_.ReplyBuffer, Layout())) {
+    // A command sets the spin back, also one that is given while this call waits.
+    if (state_.ReplySpin == 0) {
+      spinStart_ = loop_.Now();
+      state_.ReplySpin = 1;
+    }
+    loop_.Yield(spinStart_ + kSpinTime);
+    if (state_.ReplyHandled) return;
+    if (state_.ReplySpin == 0) continue;
+    const double passed = static_cast<double>((loop_.Now() - spinStart_).count()) / kSpinTime.count();
+    state_.ReplySpin = std::clamp(passed * kSpinTurns, 1.0, kSpinTurns);
+  }
+}
+
+void ReplyDecoder::Decode() {
+  const std::string gathered = std::exchange(state_.ReplyBuffer, {});
+  const Deframed reply = Deframe(std::string_view(gathered).substr(0, kGatheredLimit), Layout());
+  Publish(reply, std::min(gathered.size(), kGatheredLimit));
+  if (gathered.size() > kGatheredLimit) {
+    throw StationFailure("Subscript out of range: the Target sent " + std::to_string(gathered.size()) +
+                         " bytes in one reply.");
+  }
+  if (!reply.frame) return;
+  if (reply.stray) ++tally_.strayReplies;
+  TakeFrame(*reply.frame);
+}
+
+void ReplyDecoder::Publish(const Deframed& reply, std::size_t gathered) {
+  const auto count = static_cast<std::size_t>(reply.count);
+  for (std::size_t i = 0; i < count; ++i) AssignHex(state_.ReplyBytes[i], reply.values[i]);
+  for (std::size_t i = count; i < gathered; ++i) state_.ReplyBytes[i].clear();
+}
+
+void ReplyDecoder::TakeFrame(FrameSpan frame) {
+  const Reply reply(state_, frame);
+  const bool padded = Layout() == ReplyLayout::Padded;
+  const std::string operation = reply.Text(padded ? 3 : 2);
+  state_.TMStatus = reply.Text(padded ? 5 : 3);
+  state_.ReplyOperation = operation;
+  const Long code = ToLong(operation);
+  if (expected_ && code != *expected_) ++tally_.foreignReplies;
+  if (StatusOf(state_) != 0) {
+    ReportFailureStatus();
+    return;
+  }
+  if (const ReplyRow* const row = ReplyRowOf(code); row != nullptr) {
+    if (row->itemOffset != 0) state_.ReplyItem = reply.Text(row->itemOffset);
+    if (row->show(reply, outlets_) == Exchange::LeftOpen) return;
+  }
+  state_.ReplyDone = true;
+  state_.ReplyBuffer.clear();
+  state_.ReplyHandled = true;
+}
+
+// The exchange stays open: the Target may still answer, and the wait runs to its limit.
+void ReplyDecoder::ReportFailureStatus() {
+  ++tally_.failureStatuses;
+  outlets_.console.Append(FirstTenBytes(state_) + "\r\n" + state_.ReplyOperation + "\r\n" + state_.TMStatus + "\r\n");
+  cal_.CalFailed = true;
+  cal_.CalStopRequested = true;
+}
+
+}  // namespace orvane
