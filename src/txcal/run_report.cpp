@@ -73,6 +73,7 @@ bool RunReport::AllComplete() const {
 
 void RunReport::Conclude(Verdict verdict) {
   open_ = false;
+  underWay_.reset();
   verdict_ = verdict;
   concluded.Emit(verdict);
 }
