@@ -1,0 +1,105 @@
+#include "txcal/search_run.h"
+
+#include "base/text.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kHighestPower = 40;
+
+}  // namespace
+
+bool SearchRun::Run(const SearchRow& row, PowerSearch& search, const std::string& subject) {
+  while (!search.OnTarget() && !search.AtLimit()) {
+    if (steps_.Stopped(11, "at " + subject)) return false;
+    const std::optional<Decimal4> measured = MovedAndMeasured(row, search, subject);
+    if (!measured) return false;
+    // The row shows the DAC and the power; the tolerance setting is read after it, pass by pass.
+    ((*parts_.results).*row.passList).AddItem(std::to_string(search.Dac()) + "\t" + measured->Text());
+    search.Learn(*measured, Decimal4::FromText(parts_.panel->txtErrorRate.Text()));
+    if (search.NearEnough()) break;
+  }
+  TellFlaws(search, subject);
+  return true;
+}
+
+std::optional<Decimal4> SearchRun::MovedAndMeasured(const SearchRow& row, PowerSearch& search,
+                                                    const std::string& subject) {
+  const Integer dac = search.Move();
+  const std::string command = "txpw 4 " + std::to_string(dac);
+  if (row.dacMustSucceed) {
+    if (!steps_.Command(command, 6)) return std::nullopt;
+  } else {
+    parts_.link.RunTargetCommand(command);
+    steps_.Pace(6);
+  }
+  if (TakesReadings()) {
+    if (!ReadPower(row, dac, subject)) return std::nullopt;
+  } else if (const std::string line = parts_.testSet.Line(Purpose::TxPowerFetch); !line.empty()) {
+    // Nobody fetches the answer: the search goes on with what the box holds.
+    parts_.testSet.Write(line);
+  }
+  return PowerInBox(row, subject);
+}
+
+bool SearchRun::ReadPower(const SearchRow& row, Integer dac, const std::string& subject) {
+  if (row.tellsTimeOut) parts_.testSet.Write(parts_.testSet.Line(Purpose::TxPowerTimeOut));
+  ReadOnce(dac);
+  const TextBox& reading = parts_.panel->txtPeakPower;
+  if (!IsEmptyReading(reading.Text())) return true;
+  for (int retry = 0; retry < row.retries; ++retry) {
+    const auto raised = CheckedInteger(dac + row.retryRaise);
+    if (!steps_.Command("txpw 4 " + std::to_string(raised), 0)) return false;
+    ReadOnce(raised);
+    if (row.retryCanSucceed && !IsEmptyReading(reading.Text())) return true;
+  }
+  if (!row.emptyFailsUnit) return true;
+  parts_.report.Flaw("No power could be measured at " + subject + ".");
+  parts_.boxes.Warning("Can't measure Power.");
+  parts_.cal.CalStopRequested = true;
+  parts_.cal.CalFailed = true;
+  return false;
+}
+
+void SearchRun::ReadOnce(Integer dac) {
+  TestSet& testSet = parts_.testSet;
+  testSet.Write(testSet.Line(Purpose::TxPowerInitiate));
+  steps_.Pace(6);
+  testSet.Write(testSet.Line(Purpose::TxPowerFetch));
+  steps_.Pace(4);
+  parts_.panel->txtPeakPower.SetText(testSet.Read());
+  measuredAt_ = dac;
+}
+
+std::optional<Decimal4> SearchRun::PowerInBox(const SearchRow& row, const std::string& subject) {
+  const std::string text = parts_.panel->txtPeakPower.Text();
+  // Judged ahead of the conversion in one case and behind it in the other: "9.91E+37", which some test sets send for
+  // no reading, is too high there and an overflow here.
+  if (!row.highFailsUnit || ToDouble(text) <= kHighestPower) {
+    const Decimal4 measured = Decimal4::FromText(text);
+    if (row.highFailsUnit || measured.ToInteger() <= kHighestPower) return measured;
+  }
+  parts_.report.Flaw("The reading at " + subject + " is too high: " + std::string(TrimBlanksAndLineEnds(text)) + ".");
+  parts_.boxes.Warning(std::string(row.highMessage));
+  parts_.cal.CalStopRequested = true;
+  if (row.highFailsUnit) parts_.cal.CalFailed = true;
+  steps_.PaintStop(kRed);
+  return std::nullopt;
+}
+
+void SearchRun::TellFlaws(const PowerSearch& search, const std::string& subject) {
+  const std::string dac = std::to_string(search.Dac());
+  if (search.Passes() == 0) {
+    parts_.report.Flaw(subject + " was never measured; DAC " + dac + " stands untried.");
+    return;
+  }
+  if (TakesReadings() && measuredAt_ != search.Dac()) {
+    parts_.report.Flaw(subject + " was measured at DAC " + std::to_string(measuredAt_) + ", but " + dac + " stands.");
+  }
+  if (!search.OnTarget()) {
+    parts_.report.Flaw(subject + " stopped at DAC " + dac + ", " + search.Error().Abs().Text() +
+                       " dB from its target.");
+  }
+}
+
+}  // namespace orvane
