@@ -61,7 +61,7 @@ struct FaultRow {
   FaultKind kind;
   Counted counted;
   Lasts lasts;
-  bool byEvent;  ///< strikes at single events; otherwise it is a state that stays
+  bool byWord;   ///< strikes only at the events that it counts, and may be bound to one command word
   double value;  ///< the usual one
   double lowest;
   double highest;
@@ -105,7 +105,7 @@ class FaultBoard {
   struct Armed {
     Fault fault;
     Counted counted;
-    bool byEvent;
+    bool byWord;
     unsigned seen = 0;
     bool acting = false;
   };

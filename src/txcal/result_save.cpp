@@ -1,0 +1,89 @@
+#include "txcal/result_save.h"
+
+#include "platform/save_dialog.h"
+#include "rfparams/eeprom_image.h"
+#include "rfparams/rf_text_file.h"
+
+namespace orvane {
+namespace {
+
+/// First and last byte of the Target's EEPROM image.
+constexpr Integer kImageFirst = 0;
+constexpr Integer kImageLast = 1815;
+
+}  // namespace
+
+ResultSave::ResultSave(PanelRef<FrmAutoCal> autoCal, PanelRef<FrmDownLoad> downLoad, CalState& cal, RFState& rf,
+                       TargetLink& link, ParameterTransfer& transfer, RunReport& report, Boxes& boxes,
+                       FileDialogs& dialogs, Files& files)
+    : autoCal_(autoCal),
+      downLoad_(downLoad),
+      cal_(cal),
+      rf_(rf),
+      link_(link),
+      transfer_(transfer),
+      report_(report),
+      boxes_(boxes),
+      dialogs_(dialogs),
+      files_(files) {}
+
+void ResultSave::Connect() {
+  FrmAutoCal& panel = autoCal_.Untouched();
+  panel.cmdAutoCalResultSave.onClick = [this] { Save(); };
+  panel.chkAutoSaveMode.onClick = [&panel] {
+    panel.cmdAutoCalResultSave.SetEnabled(!panel.chkAutoSaveMode.Checked());
+  };
+}
+
+void ResultSave::Save() {
+  const std::string mode = cal_.SaveMode;
+  const bool toBoth = mode == "EEPROMFile";
+  if ((mode == "File" || toBoth) && !SaveToFile()) return;
+  if (mode == "EEPROM" || toBoth) SaveToEeprom();
+}
+
+bool ResultSave::SaveToFile() {
+  const std::optional<std::string> path = ChosenFile();
+  if (!path) {
+    report_.Flaw("No file was written: none was chosen.");
+    return false;
+  }
+  std::unique_ptr<File> file;
+  const bool opened = PassOver([&] { file = files_.OpenForWriting(*path); },
+                               [&](const StationFailure& failure) {
+                                 report_.Flaw("No file was written: " + std::string(failure.what()));
+                                 boxes_.SystemText(failure.what());
+                               });
+  if (!opened) return false;
+  RFParamsToDataConvert(rf_);
+  file->Write(0, ParameterFileText(rf_));
+  return true;
+}
+
+std::optional<std::string> ResultSave::ChosenFile() {
+  if (autoCal_->chkAutoSaveMode.Checked()) {
+    // Chosen at the start of the run; a question that was cancelled there leaves the name of an earlier run, and the
+    // file goes there.
+    if (!cal_.CalSaveFileOk) report_.Flaw("No file was chosen for this run.");
+    return cal_.CalSaveFileName;
+  }
+  FileDialog& dialog = downLoad_->dlgDownload;
+  dialog.title = "RF Parameters Save";
+  const SaveName name = ChooseSaveName(dialogs_, dialog, files_, boxes_, "Do you want to change a current file to ");
+  if (!name.Chosen()) return std::nullopt;
+  cal_.CalSaveFileName = name.path;
+  return name.path;
+}
+
+void ResultSave::SaveToEeprom() {
+  if (!link_.InTestMode()) {
+    report_.Flaw("The EEPROM was not written: the Target is not in test mode.");
+    return;
+  }
+  TMEEPROMDataMaker(rf_);
+  link_.RunTargetCommand("spw 5 0");
+  transfer_.TMDownLoadProcedure(kImageFirst, kImageLast);
+  link_.RunTargetCommand("se 1");
+}
+
+}  // namespace orvane

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "link/target_link.h"
+#include "platform/boxes.h"
+#include "platform/file_dialogs.h"
+#include "platform/files.h"
+#include "rfparams/frm_download.h"
+#include "rfparams/rf_state.h"
+#include "rfparams/transfer.h"
+#include "txcal/cal_state.h"
+#include "txcal/frm_auto_cal.h"
+#include "txcal/run_report.h"
+
+namespace orvane {
+
+/// Saves the result of a calibration where `SaveMode` says: in a file, in the Target's EEPROM, or in both.
+class ResultSave {
+ public:
+  ResultSave(PanelRef<FrmAutoCal> autoCal, PanelRef<FrmDownLoad> downLoad, CalState& cal, RFState& rf,
+             TargetLink& link, ParameterTransfer& transfer, RunReport& report, Boxes& boxes, FileDialogs& dialogs,
+             Files& files);
+
+  /// Answers `cmdAutoCalResultSave` and `chkAutoSaveMode`.
+  void Connect();
+
+ private:
+  void Save();
+  /// @return false when the operation ends here, the EEPROM left out.
+  [[nodiscard]] bool SaveToFile();
+  /// The file to write; empty when none was chosen.
+  [[nodiscard]] std::optional<std::string> ChosenFile();
+  void SaveToEeprom();
+
+  PanelRef<FrmAutoCal> autoCal_;
+  PanelRef<FrmDownLoad> downLoad_;
+  CalState& cal_;
+  RFState& rf_;
+  TargetLink& link_;
+  ParameterTransfer& transfer_;
+  RunReport& report_;
+  Boxes& boxes_;
+  FileDialogs& dialogs_;
+  Files& files_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,200 @@
+#include "txcal/sequencer.h"
+
+#include <algorithm>
+#include <string>
+
+namespace orvane {
+namespace {
+
+/// "2 commands brought no reply.", or nothing for none.
+std::string Counted(long count, const std::string& what, const std::string& whatOfMany) {
+  if (count == 0) return "";
+  return std::to_string(count) + " " + (count == 1 ? what : whatOfMany) + ".";
+}
+
+/// Puts the steps that are not complete under the verdict, or takes an earlier unit's away.
+void ShowIncompleteSteps(FrmFailPass& pass, const RunReport& report) {
+  pass.lstIncomplete.Clear();
+  for (const RunStep step : kRunSteps) {
+    const auto& steps = report.Steps();
+    const auto record =
+        std::find_if(steps.begin(), steps.end(), [&](const StepRecord& entry) { return entry.step == step; });
+    if (record != steps.end() && record->complete) continue;
+    pass.lstIncomplete.AddItem(std::string(StepName(step)) + ": " +
+                               (record != steps.end() ? record->reason : std::string("The step did not run.")));
+  }
+  pass.lblIncomplete.SetVisible(!report.AllComplete());
+  pass.lstIncomplete.SetVisible(!report.AllComplete());
+}
+
+}  // namespace
+
+Sequencer::Sequencer(const SequencerPanels& panels, TargetLink& link, CalPanel& calPanel, CalState& cal,
+                     ChargerState& charger, const LinkTally& tally, RunReport& report, RunButtons& buttons,
+                     Boxes& boxes)
+    : panels_(panels),
+      link_(link),
+      calPanel_(calPanel),
+      cal_(cal),
+      charger_(charger),
+      tally_(tally),
+      report_(report),
+      buttons_(buttons),
+      boxes_(boxes) {}
+
+void Sequencer::Connect() {
+  FrmAutoCal& panel = panels_.autoCal.Untouched();
+  panel.cmdTxAllCal.onClick = [this] { TxAllCal(); };
+  panel.Command1.onClick = [this] { RfCal(); };
+  panel.cmdAllCalStart.onClick = [this] { AllCal(); };
+}
+
+void Sequencer::TxAllCal() {
+  const RunGuard running(buttons_);
+  cal_.CalMode = "TxALL";
+  if (cal_.CalStopRequested) ForgetStop();
+  // DCS goes first: it sends the ramp tables, and the GSM run behind it need not.
+  Step(RunStep::TransmitDcs, [this] {
+    link_.RunTargetCommand("rfpw 8 1");
+    for (ListBox* list : {&panels_.txResult->listPeakPower, &panels_.txResult->listPowerLevel,
+                          &panels_.txResult->listChanCalPeakPower, &panels_.txResult->listChanCalPowerLevel}) {
+      list->Clear();
+    }
+    link_.RunTargetCommand("spw 3 0");
+    panels_.autoCal->cmdDCS.Click();
+    link_.PaceDelay();
+  });
+  if (cal_.CalStopRequested) return;
+  Step(RunStep::TransmitGsm, [this] {
+    panels_.autoCal->cmdGSM.Click();
+    link_.PaceDelay();
+  });
+}
+
+// The completion box comes whether or not the transmit steps succeeded, and the result is saved in any case.
+void Sequencer::RfCal() {
+  const RunGuard running(buttons_);
+  cal_.CalMode = "ALL";
+  AskForFileAndReceive();
+  if (cal_.CalStopRequested) return;
+  Transmit();
+  if (panels_.autoCal->chkAutoSaveMode.Checked()) panels_.autoCal->cmdAutoCalResultSave.Click();
+  cal_.CalMode = "END";
+  boxes_.Alarm("RF Auto Calibration is completed.");
+}
+
+void Sequencer::AllCal() {
+  const RunGuard running(buttons_);
+  report_.Begin();
+  const auto concludeWithoutVerdict = [this] {
+    if (!report_.Concluded()) report_.Conclude(Verdict::None);
+  };
+  try {
+    WholeRun();
+  } catch (...) {
+    concludeWithoutVerdict();
+    throw;
+  }
+  concludeWithoutVerdict();
+}
+
+void Sequencer::WholeRun() {
+  cal_.CalFailed = false;
+  ForgetStop();
+  cal_.CalMode = "ALL";
+  AskForFileAndReceive();
+  if (FailedOrStopped()) return;
+  Transmit();
+  if (FailedOrStopped()) return;
+  Step(RunStep::Save, [this] { SaveIfAuto(); });
+  cal_.CalMode = "END";
+  Step(RunStep::Charger, [this] { Charge(); });
+  charger_.BatCalShowDone = true;
+  ShowVerdict();
+  ClearAway();
+}
+
+void Sequencer::AskForFileAndReceive() {
+  const bool toFile = cal_.SaveMode == "File" || cal_.SaveMode == "EEPROMFile";
+  if (panels_.autoCal->chkAutoSaveMode.Checked() && toFile) calPanel_.DownloadSaveFileName();
+  panels_.mpAutoCal->Show();
+  link_.PaceDelay();
+  Step(RunStep::Receive, [this] { panels_.mpAutoCal->cmdMPRxAllAutoCal.Click(); });
+  link_.PaceDelay();
+}
+
+void Sequencer::Transmit() {
+  panels_.txResult->Show();
+  panels_.autoCal->cmdTxAllCal.Click();
+  link_.PaceDelay();
+}
+
+void Sequencer::SaveIfAuto() {
+  if (panels_.autoCal->chkAutoSaveMode.Checked()) {
+    panels_.autoCal->cmdAutoCalResultSave.Click();
+  } else {
+    report_.Flaw("Nothing was saved: \"Auto\" is not checked.");
+  }
+}
+
+void Sequencer::Charge() {
+  link_.RunTargetCommand("tms 0");
+  // The panel's load sets the flag, so the panel has to be there before the flag is cleared.
+  FrmBaseBand& baseBand = *panels_.baseBand;
+  charger_.BatCalShowDone = false;
+  baseBand.Show();
+  link_.PaceDelay(101);
+  baseBand.cmdChargerAutoCal.Click();
+  link_.PaceDelay(101);
+}
+
+void Sequencer::ShowVerdict() {
+  if (cal_.CalFailed) {
+    panels_.fail->Show();
+    report_.Conclude(Verdict::Fail);
+    return;
+  }
+  ShowIncompleteSteps(*panels_.pass, report_);
+  panels_.pass->Show();
+  report_.Conclude(Verdict::Pass);
+}
+
+void Sequencer::ClearAway() {
+  link_.PaceDelay(11);
+  panels_.mpAutoCal->Hide();
+  link_.PaceDelay(3);
+  panels_.txResult->Hide();
+  link_.PaceDelay(11);
+  panels_.main->cmdTargetReset.Click();
+  link_.PaceDelay(11);
+}
+
+bool Sequencer::FailedOrStopped() {
+  if (cal_.CalFailed) {
+    ShowVerdict();
+    panels_.main->cmdTargetReset.Click();
+  }
+  return cal_.CalStopRequested;
+}
+
+void Sequencer::Step(RunStep step, const std::function<void()>& work) {
+  report_.Enter(step);
+  const LinkTally before = tally_;
+  work();
+  for (const std::string& flaw :
+       {Counted(tally_.silentWaits - before.silentWaits, "command brought no reply", "commands brought no reply"),
+        Counted(tally_.failureStatuses - before.failureStatuses, "command failed in the Target",
+                "commands failed in the Target"),
+        Counted(tally_.strayReplies - before.strayReplies, "reply came with stray bytes",
+                "replies came with stray bytes")}) {
+    if (!flaw.empty()) report_.Flaw(flaw);
+  }
+  report_.Leave();
+}
+
+void Sequencer::ForgetStop() {
+  cal_.CalStopRequested = false;
+  panels_.autoCal->cmdAutoCalStop.SetBackColor(kButtonFace);
+}
+
+}  // namespace orvane

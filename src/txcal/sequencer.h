@@ -1,0 +1,72 @@
+#pragma once
+
+#include <functional>
+
+#include "charger/charger_state.h"
+#include "charger/frm_base_band.h"
+#include "console/orvane_main.h"
+#include "link/target_link.h"
+#include "platform/boxes.h"
+#include "rxcal/frm_mp_auto_cal.h"
+#include "rxcal/result_panels.h"
+#include "txcal/cal_panel.h"
+#include "txcal/cal_state.h"
+#include "txcal/frm_auto_cal.h"
+#include "txcal/run_guard.h"
+#include "txcal/run_report.h"
+
+namespace orvane {
+
+/// The panels whose buttons the sequencer presses, and those that it shows.
+struct SequencerPanels {
+  PanelRef<FrmAutoCal> autoCal;
+  PanelRef<OrvaneMain> main;
+  PanelRef<FrmMPAutoCal> mpAutoCal;
+  PanelRef<FrmAutoCalTxResult> txResult;
+  PanelRef<FrmBaseBand> baseBand;
+  PanelRef<FrmFail> fail;
+  PanelRef<FrmFailPass> pass;
+};
+
+/// Chains the calibrations into one run on one Target: both transmit bands, receive and transmit, or the whole run
+/// with a verdict. Of the whole run it keeps the report: which steps ran, and how each ended.
+class Sequencer {
+ public:
+  Sequencer(const SequencerPanels& panels, TargetLink& link, CalPanel& calPanel, CalState& cal, ChargerState& charger,
+            const LinkTally& tally, RunReport& report, RunButtons& buttons, Boxes& boxes);
+
+  /// Answers `cmdTxAllCal`, `Command1` and `cmdAllCalStart`.
+  void Connect();
+
+ private:
+  void TxAllCal();
+  void RfCal();
+  void AllCal();
+
+  void WholeRun();
+  /// File question, where the save will want a name, and the receive run.
+  void AskForFileAndReceive();
+  void Transmit();
+  void SaveIfAuto();
+  void Charge();
+  void ShowVerdict();
+  void ClearAway();
+
+  /// After the receive and the transmit step: shows a failure, and says whether the run ends here.
+  [[nodiscard]] bool FailedOrStopped();
+  /// Runs one step of the report around `work`. What the link went through meanwhile becomes flaws.
+  void Step(RunStep step, const std::function<void()>& work);
+  void ForgetStop();
+
+  SequencerPanels panels_;
+  TargetLink& link_;
+  CalPanel& calPanel_;
+  CalState& cal_;
+  ChargerState& charger_;
+  const LinkTally& tally_;
+  RunReport& report_;
+  RunButtons& buttons_;
+  Boxes& boxes_;
+};
+
+}  // namespace orvane
