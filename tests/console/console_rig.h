@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "console/main_panel.h"
+#include "console/start_up.h"
 #include "console/target_connection.h"
-#include "instruments/test_set_session.h"
 #include "support/rig.h"
 
 namespace orvane::test {
@@ -29,6 +29,11 @@ struct ConsoleRig : Rig {
     button.onClick = [this, &button] { journal.Add("click: " + button.Owner().Name() + "." + button.Name()); };
   }
   [[nodiscard]] std::vector<std::string> Clicks() const { return journal.Of("click: "); }
+  /// Loads the main panel as the station's start does.
+  void Start() {
+    startUp.Connect();
+    Act([this] { main.Show(); });
+  }
   FakeInstrument& Instrument() { return bus.At(1); }
 
   OrvaneMain& main = panels.main;
@@ -37,6 +42,8 @@ struct ConsoleRig : Rig {
   FrmDownLoad& downLoad = panels.downLoad;
 
   TestSetSession session{main, CWGPIB1, state.testSet, state.reply, console, boxes};
+  InstalledData data{main, autoCal, downLoad, state.rf, state.ramp, state.cal, files, boxes};
+  StartUp startUp{main, state.console, state.reply, state.testSet, data, session, testSet, link};
   TargetConnection connection{main, baseBand, autoCal, state.console, serial, link, testSet, console, boxes};
   MainPanel mainPanel{main, autoCal, baseBand, downLoad, boxes};
 };

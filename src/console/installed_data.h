@@ -1,0 +1,57 @@
+#pragma once
+
+#include <memory>
+
+#include "console/orvane_main.h"
+#include "platform/boxes.h"
+#include "platform/files.h"
+#include "platform/panel.h"
+#include "ramp/ramp_state.h"
+#include "rfparams/frm_download.h"
+#include "rfparams/rf_state.h"
+#include "txcal/cal_state.h"
+#include "txcal/frm_auto_cal.h"
+
+namespace orvane {
+
+struct InstalledFile;
+
+/// The three installed data files, and what start-up fills from them. Each is looked up in the first place, then in
+/// the second. A file that does not open costs the data of all behind it, and it alone shows boxes.
+class InstalledData {
+ public:
+  InstalledData(PanelRef<OrvaneMain> main, PanelRef<FrmAutoCal> autoCal, PanelRef<FrmDownLoad> downLoad, RFState& rf,
+                RampState& ramp, CalState& cal, Files& files, Boxes& boxes)
+      : main_(main),
+        autoCal_(autoCal),
+        downLoad_(downLoad),
+        rf_(rf),
+        ramp_(ramp),
+        cal_(cal),
+        files_(files),
+        boxes_(boxes) {}
+
+  /// Reads the files and fills record, tables and panels; passes over what fails inside a file.
+  /// @return whether all three files opened.
+  bool Load();
+
+ private:
+  /// The open file, or null after the boxes that say why not.
+  std::unique_ptr<File> Open(const InstalledFile& file);
+  bool LoadRFParameterText();
+  bool LoadRampTable();
+  bool LoadCableLoss();
+  void FillRecord();
+  void ListRFParameterText();
+
+  PanelRef<OrvaneMain> main_;
+  PanelRef<FrmAutoCal> autoCal_;
+  PanelRef<FrmDownLoad> downLoad_;
+  RFState& rf_;
+  RampState& ramp_;
+  CalState& cal_;
+  Files& files_;
+  Boxes& boxes_;
+};
+
+}  // namespace orvane
