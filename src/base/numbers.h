@@ -11,8 +11,8 @@ using Integer = std::int16_t;
 using Long = std::int32_t;
 
 /// Text to number. Accepted: blanks, tabs and line ends around; an optional sign; digits with an optional point
-/// and an optional exponent; or "&H" and 1 to 8 hexadecimal digits, where up to four digits read as a signed 16-bit
-/// value ("&HFFFF" is -1, "&H0FFFF" is 65535). A fraction rounds half to even.
+/// and an optional exponent; or "&H" and hexadecimal digits, of which one to four read as a signed 16-bit
+/// value and eight as a signed 32-bit one ("&HFFFF" is -1, "&H0FFFF" is 65535). A fraction rounds half to even.
 /// @throws StationFailure when the text is no number or the value does not fit.
 [[nodiscard]] Integer ToInteger(std::string_view text);
 [[nodiscard]] Long ToLong(std::string_view text);

@@ -27,7 +27,7 @@ ParsedNumber ParseHexadecimal(std::string_view whole, std::string_view digits) {
   }
   if (error != std::errc() || stop != end) NotANumber(whole);
   const std::int64_t number = digits.size() <= 4   ? static_cast<std::int16_t>(value)
-                              : digits.size() >= 8 ? static_cast<std::int32_t>(value)
+                              : digits.size() == 8 ? static_cast<std::int32_t>(value)
                                                    : static_cast<std::int64_t>(value);
   return {number < 0, std::to_string(number < 0 ? -number : number), 0};
 }
