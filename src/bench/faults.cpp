@@ -33,20 +33,20 @@ constexpr std::array kFaults{
     FaultRow{"battery", kBattery, kCommands, kForGood, false, 20, -500, 500, "counts off",
              "the battery ADC is out of its window"},
     FaultRow{"charger", kCharger, kCommands, kForGood, false, 0, 0, 0, "", "no charger is connected"},
-    FaultRow{"testset-silent", kTestSetSilent, kTestSetQueries, kForGood, true, 0, 0, 0, "",
+    FaultRow{"testset-silent", kTestSetSilent, kTestSetQueries, kForGood, false, 0, 0, 0, "",
              "the test set answers no query"},
     FaultRow{"testset-empty", kTestSetEmpty, kTestSetReadings, kOnce, true, 0, 0, 0, "", "a reading is empty"},
     FaultRow{"testset-nan", kTestSetNan, kTestSetReadings, kOnce, true, 0, 0, 0, "", "a reading is no number"},
     FaultRow{"testset-high", kTestSetHigh, kTestSetReadings, kOnce, true, 41.2, -60, 1000, "dBm",
              "a power reading is too high"},
-    FaultRow{"testset-absent", kTestSetAbsent, kTestSetLines, kForGood, true, 0, 0, 0, "",
+    FaultRow{"testset-absent", kTestSetAbsent, kTestSetLines, kForGood, false, 0, 0, 0, "",
              "the test set is not on the bus"},
-    FaultRow{"supply-silent", kSupplySilent, kSupplyLines, kForGood, true, 0, 0, 0, "",
+    FaultRow{"supply-silent", kSupplySilent, kSupplyLines, kForGood, false, 0, 0, 0, "",
              "the supply answers no query"},
-    FaultRow{"supply-absent", kSupplyAbsent, kSupplyLines, kForGood, true, 0, 0, 0, "",
+    FaultRow{"supply-absent", kSupplyAbsent, kSupplyLines, kForGood, false, 0, 0, 0, "",
              "the supply is not on the bus"},
-    FaultRow{"load-silent", kLoadSilent, kLoadLines, kForGood, true, 0, 0, 0, "", "the load answers no query"},
-    FaultRow{"load-absent", kLoadAbsent, kLoadLines, kForGood, true, 0, 0, 0, "", "the load is not on the bus"},
+    FaultRow{"load-silent", kLoadSilent, kLoadLines, kForGood, false, 0, 0, 0, "", "the load answers no query"},
+    FaultRow{"load-absent", kLoadAbsent, kLoadLines, kForGood, false, 0, 0, 0, "", "the load is not on the bus"},
 };
 
 [[noreturn]] void Refuse(std::string_view text, const std::string& why) {
@@ -138,8 +138,8 @@ Fault ParseFault(std::string_view text) {
 FaultBoard::FaultBoard(std::vector<Fault> faults) {
   for (const Fault& fault : faults) {
     const FaultRow& row = RowOf(fault.kind);
-    // A lasting state of the unit that is due from the first command on was there before it.
-    armed_.push_back({fault, row.counted, row.byWord, 0, !row.byWord && fault.from == 1 && !fault.operation});
+    // A lasting state that is due from the first event on was there before it.
+    armed_.push_back({fault, row.counted, row.byEvent, 0, !row.byEvent && fault.from == 1 && !fault.operation});
   }
 }
 
@@ -152,7 +152,7 @@ void FaultBoard::Happened(Counted event, std::uint8_t operation) {
     if (matches) {
       ++armed.seen;
       armed.acting = armed.seen == armed.fault.from || (armed.fault.forGood && armed.seen > armed.fault.from);
-    } else if (armed.byWord) {
+    } else if (armed.byEvent) {
       armed.acting = false;
     }
   }

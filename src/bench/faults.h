@@ -61,7 +61,7 @@ struct FaultRow {
   FaultKind kind;
   Counted counted;
   Lasts lasts;
-  bool byWord;   ///< strikes only at the events that it counts, and may be bound to one command word
+  bool byEvent;  ///< strikes at single events; otherwise it is a state that stays
   double value;  ///< the usual one
   double lowest;
   double highest;
@@ -105,7 +105,7 @@ class FaultBoard {
   struct Armed {
     Fault fault;
     Counted counted;
-    bool byWord;
+    bool byEvent;
     unsigned seen = 0;
     bool acting = false;
   };

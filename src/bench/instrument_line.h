@@ -46,6 +46,8 @@ class InstrumentLine {
   /// An answer was thrown away because the next line came before it was read.
   virtual void Report(int number, std::string_view text) = 0;
 
+  /// It is not on its route, even before the first line.
+  [[nodiscard]] bool Absent() const { return faults_.Acts(kinds_.absent); }
   [[nodiscard]] std::string_view Name() const { return name_; }
   [[nodiscard]] const LinkCounters& Counters() const { return counters_; }
 

@@ -1,0 +1,230 @@
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <map>
+#include <sstream>
+
+#include "bench/bytes_of.h"
+#include "bench/wires/file_descriptor.h"
+
+/// The program `virtual-bench`, met as any outside client meets it.
+namespace orvane::bench::test {
+namespace {
+
+constexpr int kPatienceMs = 5000;
+
+/// What comes within the patience, up to `enough` bytes or the other end's end.
+std::string ReadUpTo(int fd, std::size_t enough) {
+  std::string text;
+  while (text.size() < enough) {
+    pollfd file{fd, POLLIN, 0};
+    char buffer[256];
+    if (poll(&file, 1, kPatienceMs) <= 0) {
+      break;
+    }
+    const ssize_t count = read(fd, buffer, std::min(sizeof buffer, enough - text.size()));
+    if (count <= 0) {
+      break;
+    }
+    text.append(buffer, static_cast<std::size_t>(count));
+  }
+  return text;
+}
+
+class Program {
+ public:
+  explicit Program(std::vector<std::string> arguments) {
+    int out[2];
+    Check(pipe(out), "pipe");
+    output_ = FileDescriptor(out[0], "pipe");
+    const FileDescriptor input(out[1], "pipe");
+    process_ = fork();
+    if (process_ == 0) {
+      dup2(out[1], STDOUT_FILENO);
+      dup2(out[1], STDERR_FILENO);
+      arguments.insert(arguments.begin(), VIRTUAL_BENCH);
+      std::vector<char*> words;
+      for (std::string& argument : arguments) {
+        words.push_back(argument.data());
+      }
+      words.push_back(nullptr);
+      execv(VIRTUAL_BENCH, words.data());
+      _exit(127);
+    }
+  }
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+  ~Program() {
+    if (process_ > 0) {
+      (void)End();
+    }
+  }
+
+  /// The lines of the greeting, by their first word.
+  std::map<std::string, std::string> Greeting() {
+    std::map<std::string, std::string> places;
+    for (;;) {
+      const std::string line = Line();
+      if (line.empty() || line == "ready") {
+        return places;
+      }
+      places[line.substr(0, line.find(' '))] = line.substr(line.find(' ') + 1);
+    }
+  }
+  std::string Line() {
+    std::string line;
+    for (;;) {
+      const std::string next = ReadUpTo(output_.Get(), 1);
+      if (next.empty() || next == "\n") {
+        return line;
+      }
+      line += next;
+    }
+  }
+  std::string Rest() { return ReadUpTo(output_.Get(), 100000); }
+  int Wait() {
+    int status = 0;
+    waitpid(std::exchange(process_, 0), &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+  int End(int signal = SIGTERM) {
+    kill(process_, signal);
+    return Wait();
+  }
+
+ private:
+  FileDescriptor output_;
+  pid_t process_ = 0;
+};
+
+FileDescriptor OpenDevice(const std::string& path) {
+  return {open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC), "open the pseudo-terminal"};
+}
+
+int Connect(const std::string& place) {
+  const std::size_t colon = place.find(':');
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(std::stoi(place.substr(colon + 1))));
+  inet_pton(AF_INET, place.substr(0, colon).c_str(), &address.sin_addr);
+  const int fd = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  if (connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) {
+    return fd;
+  }
+  close(fd);
+  return -1;
+}
+
+std::string Ask(int fd, const std::string& line, std::size_t enough) {
+  EXPECT_EQ(write(fd, line.data(), line.size()), static_cast<ssize_t>(line.size()));
+  return ReadUpTo(fd, enough);
+}
+
+std::string Exchange(const FileDescriptor& device, const Bytes& command, std::size_t enough) {
+  EXPECT_EQ(write(device.Get(), command.data(), command.size()), static_cast<ssize_t>(command.size()));
+  const std::string reply = ReadUpTo(device.Get(), enough);
+  return HexOf(Bytes(reply.begin(), reply.end()));
+}
+
+const Bytes kTi = CommandBytes("02 14 20 20 02");
+
+TEST(OnWires, TheTargetAnswersOnAPseudoTerminalAtThePaceOfItsLine) {
+  Program program({});
+  auto places = program.Greeting();
+  const FileDescriptor device = OpenDevice(places["target"]);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(Exchange(device, kTi, 9), "02 14 00 20 00 00 00 20 02");
+  const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
+  EXPECT_GE(took.count(), (53 + 9) * 0.0868 + 0.3) << "faster than the line";
+}
+
+TEST(OnWires, EachInstrumentAnswersOnItsSocketAndEndsWithALineFeed) {
+  Program program({"--seed", "5"});
+  auto places = program.Greeting();
+  const FileDescriptor testSet(Connect(places["testset"]), "connect");
+  EXPECT_EQ(Ask(testSet.Get(), "CALL:CELL:BAND EGSM\nNONSENSE\nSYST:ERR?\n", 24), "-113,\"Undefined header\"\n");
+  const FileDescriptor supply(Connect(places["supply"]), "connect");
+  EXPECT_EQ(Ask(supply.Get(), "VOLT 4.21\r\nVOLT?\n", 14), "+4.21000E+000\n");
+  const FileDescriptor load(Connect(places["load"]), "connect");
+  EXPECT_EQ(Ask(load.Get(), "*ID", 0), "");
+  EXPECT_EQ(Ask(load.Get(), "N?\n", 25), "ORVANE,VIRTUAL LOAD,0,1.0") << "a line may come in pieces";
+}
+
+TEST(OnWires, TheSupplyFeedsTheTarget) {
+  Program program({});
+  auto places = program.Greeting();
+  const FileDescriptor supply(Connect(places["supply"]), "connect");
+  EXPECT_EQ(Ask(supply.Get(), "VOLT 4.21;OUTPUT ON;OUTP?\n", 2), "1\n");
+  const FileDescriptor device = OpenDevice(places["target"]);
+  // "mpr 20": 4200 mV at the contacts
+  EXPECT_EQ(Exchange(device, CommandBytes("02 14 45 14 00 51 02"), 16),
+            "02 14 00 45 00 00 00 14 00 68 10 00 10 00 29 02");
+}
+
+TEST(OnWires, AnAbsentInstrumentRefusesAndAnUnpluggedTargetIsGone) {
+  Program program({"--fault", "supply-absent", "--fault", "unplugged@2"});
+  auto places = program.Greeting();
+  EXPECT_EQ(Connect(places["supply"]), -1);
+  const FileDescriptor device = OpenDevice(places["target"]);
+  EXPECT_NE(Exchange(device, kTi, 9), "");
+  EXPECT_EQ(Exchange(device, kTi, 9), "") << "the read ends at once: nobody is there any more";
+  EXPECT_NE(access(places["target"].c_str(), F_OK), 0);
+}
+
+TEST(OnWires, EndsCleanlyAndTellsItsCounters) {
+  for (const int signal : {SIGTERM, SIGINT}) {
+    Program program({});
+    auto places = program.Greeting();
+    const FileDescriptor device = OpenDevice(places["target"]);
+    (void)Exchange(device, kTi, 9);
+    EXPECT_EQ(program.End(signal), 0);
+    EXPECT_NE(program.Rest().find("counters target commands 1 in 53 out 9\n"), std::string::npos);
+  }
+}
+
+TEST(OnWires, TheStoreOutlivesTheProgram) {
+  const auto directory = std::filesystem::temp_directory_path() / ("wires-store-" + std::to_string(getpid()));
+  const auto name = directory.string() + "-tty";
+  {
+    Program program({"--store", directory.string(), "--target", name});
+    (void)program.Greeting();
+    const FileDescriptor device = OpenDevice(name);
+    EXPECT_EQ(Exchange(device, CommandBytes("02 14 52 03 55 04 02"), 11), "02 14 00 52 00 00 00 03 00 51 02");
+    EXPECT_EQ(Exchange(device, CommandBytes("02 14 54 01 00 55 02"), 9), "02 14 00 54 00 00 00 54 02");
+    EXPECT_EQ(program.End(), 0);
+  }
+  EXPECT_FALSE(std::filesystem::is_symlink(name));
+  {
+    Program program({"--store", directory.string()});
+    const FileDescriptor device = OpenDevice(program.Greeting()["target"]);
+    EXPECT_EQ(Exchange(device, CommandBytes("02 14 53 03 50 02"), 12), "02 14 00 53 00 00 00 03 00 55 00 00");
+  }
+  std::filesystem::remove_all(directory);
+}
+
+TEST(OnWires, BadOptionsEndWithOneLineThatNamesThem) {
+  const std::pair<std::vector<std::string>, const char*> cases[] = {{{"--fault", "wrong"}, "fault=wrong"},
+                                                                    {{"--seed", "x"}, "--seed"},
+                                                                    {{"--load", "nowhere"}, "nowhere"},
+                                                                    {{"--colour", "red"}, "--colour"},
+                                                                    {{"--store", "/dev/null/x"}, "store="}};
+  for (const auto& [arguments, named] : cases) {
+    Program program(arguments);
+    const std::string said = program.Rest();
+    EXPECT_NE(said.find(named), std::string::npos) << said;
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    EXPECT_EQ(program.Wait(), 64) << named;
+  }
+}
+
+}  // namespace
+}  // namespace orvane::bench::test
