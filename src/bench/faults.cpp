@@ -135,7 +135,7 @@ Fault ParseFault(std::string_view text) {
   return fault;
 }
 
-FaultBoard::FaultBoard(std::vector<Fault> faults) {
+FaultBoard::FaultBoard(const std::vector<Fault>& faults) {
   for (const Fault& fault : faults) {
     const FaultRow& row = RowOf(fault.kind);
     // A lasting state that is due from the first event on was there before it.

@@ -92,7 +92,7 @@ struct Fault {
 /// Counts the bench's events and knows which faults act at the present one.
 class FaultBoard {
  public:
-  explicit FaultBoard(std::vector<Fault> faults = {});
+  explicit FaultBoard(const std::vector<Fault>& faults = {});
 
   void CommandArrived(std::uint8_t operation) { Happened(Counted::kCommands, operation); }
   void Happened(Counted event, std::uint8_t operation = 0);

@@ -11,7 +11,7 @@
 namespace orvane::bench {
 namespace {
 
-constexpr std::size_t kLongestLine = 64 * 1024;
+constexpr std::size_t kLongestLine = 65536;
 
 sockaddr_in PlaceOf(const std::string& text) {
   const std::size_t colon = text.rfind(':');
