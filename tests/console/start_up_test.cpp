@@ -253,6 +253,7 @@ TEST_F(StartUpTest, AShortLossFileNeverShowsALossOfZero) {
   EXPECT_EQ(main.txtVoltageLoss.Text(), "0.01");
   EXPECT_EQ(state.cal.LossTable[0].Text(), "-0.6");
   EXPECT_EQ(state.rf.RFParams.low_agc_noise_thr, 1);
+  EXPECT_TRUE(autoCal.Created());
   EXPECT_THAT(boxes.shown, IsEmpty());
 }
 
@@ -313,6 +314,13 @@ TEST_F(StartUpTest, AnAbsentTestSetPassesSilentlyAndAtOnce) {
   EXPECT_LT(loop.Now(), TimePoint{1ms});
   EXPECT_FALSE(CWGPIB1.HasSession());
   EXPECT_FALSE(state.testSet.TestSetReady);
+}
+
+TEST_F(StartUpTest, NoReplyIsAwaitedFromATestSetThatTookNoQuery) {
+  Instrument().absent = true;
+  Instrument().silent = true;
+  Start();
+  EXPECT_LT(loop.Now(), TimePoint{1ms});
 }
 
 TEST_F(StartUpTest, ASilentTestSetCostsOneTimeOutAndTheOtherLinesGoOut) {

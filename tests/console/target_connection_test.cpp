@@ -151,6 +151,23 @@ TEST_F(TargetConnectionTest, AnOpenPortIsRefused) {
   EXPECT_EQ(loop.Now(), TimePoint{800 * 20000 * 2});
 }
 
+TEST_F(TargetConnectionTest, ASecondInitializeWithinTheFirstOnesWaitIsRefused) {
+  HaveTestSet();
+  serial.answer = nullptr;
+  loop.PostAt(1s, [this] { op.Click(main.cmdTargetInitialize); });
+  op.Click(main.cmdTargetInitialize);
+  EXPECT_THAT(boxes.Texts(), ElementsAre("Port is already Open.", "Target을 Power On 해 주십시요"));
+  EXPECT_THAT(Operations(), ElementsAre(32, 33));
+}
+
+TEST_F(TargetConnectionTest, ExitEndsTheStationFromWithinAWait) {
+  serial.answer = nullptr;
+  loop.PostAt(1s, [this] { op.Click(main.cmdExit); });
+  EXPECT_THROW(op.Click(main.cmdTargetInitialize), StationEnded);
+  EXPECT_TRUE(serial.PortOpen());
+  EXPECT_THAT(Operations(), ElementsAre(32));
+}
+
 TEST_F(TargetConnectionTest, APortThatDoesNotOpenIsAFailureInTheDevicesWords) {
   HaveTestSet();
   serial.openFailure = "/dev/ttyS0: Device or resource busy";

@@ -16,11 +16,11 @@ class FakeSession final : public GpibSession {
   }
 
   std::string Read(std::size_t size, TimePoint timeOut) override {
-    if (instrument_.absent) throw GpibAbsent("GPIB address " + std::to_string(primary_) + ": nobody answers.");
     if (instrument_.silent) {
       loop_.Block(timeOut);
       throw GpibTimeOut("GPIB address " + std::to_string(primary_) + ": no reply in time.");
     }
+    if (instrument_.absent) throw GpibAbsent("GPIB address " + std::to_string(primary_) + ": nobody answers.");
     std::string reply;
     if (instrument_.readings.empty()) {
       reply = instrument_.answer(instrument_.lines.empty() ? "" : instrument_.lines.back());

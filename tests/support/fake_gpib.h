@@ -16,7 +16,7 @@ namespace orvane::test {
 /// One instrument on the fake bus.
 struct FakeInstrument {
   bool absent = false;
-  /// Takes lines and never answers.
+  /// Never answers: a read lasts its time-out, also from an absent one.
   bool silent = false;
   std::vector<std::string> lines;
   /// Replies for the next reads, in order; ahead of `answer`.
