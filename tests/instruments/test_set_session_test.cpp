@@ -207,6 +207,14 @@ TEST_F(TestSetSessionTest, TakesAnAddressOfDigitsAndAnEmptyOne) {
   EXPECT_THAT(bus.At(14).lines, ElementsAre("*IDN?", "RFAN:CONT:AUTO OFF"));
 }
 
+TEST_F(TestSetSessionTest, AHangulLetterPassesTheAddressBoxAndFailsAsANumber) {
+  op.Type(main.cboPrimaryAddress, "ㄱ");
+  EXPECT_THAT(boxes.shown, IsEmpty());
+  EXPECT_EQ(main.cboPrimaryAddress.Text(), "ㄱ");
+  EXPECT_TRUE(op.Click(main.cmdInstrumentInitialize).has_value());
+  EXPECT_THAT(bus.Opened(), IsEmpty());
+}
+
 TEST_F(TestSetSessionTest, ACompletionEndsAReplyWaitAndKeepsTheDataWithoutLineFeeds) {
   state.reply.ReplyDone = false;
   CWGPIB1.onCompletion(0, "12.5\n\n");
