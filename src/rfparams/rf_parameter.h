@@ -56,11 +56,12 @@ struct RFParameter {
     std::array<TxTemperature, 6> HighTemp{};
     Integer tx_High_Power_Volt_Cal = 0;
 
-    [[nodiscard]] ChannelSegment& chan_cal(int a, int b) {
-      return chan_cal_elements.at(static_cast<std::size_t>(b * 5 + a));
-    }
-    [[nodiscard]] const ChannelSegment& chan_cal(int a, int b) const {
-      return chan_cal_elements.at(static_cast<std::size_t>(b * 5 + a));
+    [[nodiscard]] ChannelSegment& chan_cal(int a, int b) { return chan_cal_elements.at(ElementOf(a, b)); }
+    [[nodiscard]] const ChannelSegment& chan_cal(int a, int b) const { return chan_cal_elements.at(ElementOf(a, b)); }
+
+   private:
+    static std::size_t ElementOf(int a, int b) {
+      return static_cast<std::size_t>(b) * 5 + static_cast<std::size_t>(a);
     }
   };
 
