@@ -62,7 +62,8 @@ void RampEditor::SaveToTarget() {
   for (int t = 0; t < kRampTables; ++t) {
     const std::string number = std::to_string(t);
     std::string line = "ttw " + number + " ";
-    for (const std::string& value : ports_.ramp.RampTable[static_cast<std::size_t>(t)]) line += value + ",";
+    for (const std::string& value : ports_.ramp.RampTable[static_cast<std::size_t>(t)])
+      line.append(value).append(",");
     PassOver([&] { ports_.link.RunTargetCommand(line); });
     if (ports_.link.Succeeded()) continue;
     ++failures;

@@ -139,7 +139,7 @@ std::string CalPanel::HP8960TxPowerRead() {
   link_.PaceDelay(kMeasuringPaces);
   testSet_.Write("INITIATE:DONE?");
   link_.PaceDelay(kAnswerPaces);
-  const std::string answer = WithoutLineEndsAndTabs(testSet_.Read());
+  std::string answer = WithoutLineEndsAndTabs(testSet_.Read());
   panels_.autoCal->txtTXP.SetText(answer);
   if (answer != "TXP") link_.PaceDelay(kMeasuringPaces);
   testSet_.Write("FETC:TXP:POW?");
