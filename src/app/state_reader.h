@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "app/json_rpc.h"
-#include "app/station.h"
+#include "app/station_parts.h"
 
 namespace orvane {
 

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "adapters/gpib_routes.h"
+#include "adapters/qt_serial_control.h"
+#include "bench/options.h"
+
+namespace orvane {
+
+struct NoAutomation {};
+struct StdioAutomation {};
+struct UnixAutomation {
+  std::string path;
+};
+
+/// What the command line says. Nothing of it reaches the station's own logic: it says which device stands for which
+/// port, and who presses the buttons.
+struct Options {
+  /// In place of all devices.
+  std::optional<bench::BenchOptions> bench;
+  ComDevices com{"/dev/ttyS0", "/dev/ttyS1", "/dev/ttyS2", "/dev/ttyS3"};
+  GpibRoutes gpib;
+  std::optional<std::filesystem::path> systemFolder;
+  std::optional<std::filesystem::path> tempFolder;
+  std::variant<NoAutomation, StdioAutomation, UnixAutomation> automation;
+  bool headless = false;
+  bool initialize = false;
+};
+
+/// The program is to end at once: `--help`, `--version`, or a fault of the options.
+struct EndAtOnce {
+  int status = 0;
+  /// On standard output for status 0, else one line for standard error.
+  std::string text;
+};
+
+inline constexpr int kBadOptions = 64;
+
+[[nodiscard]] std::variant<Options, EndAtOnce> ParseCommandLine(int argc, const char* const* argv);
+
+}  // namespace orvane
