@@ -1,0 +1,167 @@
+#include "app/automation_transport.h"
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <optional>
+
+#include "platform/operation_nest.h"
+
+namespace orvane {
+namespace {
+
+/// A client that takes nothing for so long has gone, and must not hold up the station.
+constexpr int kSendLimitMs = 5000;
+constexpr int kNoLimit = -1;
+
+/// Hands out all of it. @return false when the other side has gone or takes nothing within the limit.
+bool WriteAll(int descriptor, std::string_view bytes, int limitMs) {
+  while (!bytes.empty()) {
+    const auto count = ::write(descriptor, bytes.data(), bytes.size());
+    if (count > 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+    } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
+      pollfd ready{descriptor, POLLOUT, 0};
+      if (::poll(&ready, 1, limitMs) == 0) return false;
+    } else if (errno != EINTR) {
+      return false;
+    }
+  }
+  return true;
+}
+
+/// What is there to read; no value at the end of the input. Only for descriptors that are readable.
+std::optional<std::string> ReadWhatIsThere(int descriptor) {
+  std::array<char, 65536> bytes;
+  const auto count = ::read(descriptor, bytes.data(), bytes.size());
+  if (count < 0 && (errno == EINTR || errno == EAGAIN)) return std::string();
+  if (count <= 0) return std::nullopt;
+  return std::string(bytes.data(), static_cast<std::size_t>(count));
+}
+
+}  // namespace
+
+void LineCutter::Feed(std::string_view bytes, const std::function<void(const std::string&)>& take) {
+  while (!bytes.empty()) {
+    const auto end = bytes.find('\n');
+    line_.append(bytes.substr(0, std::min(end, kLongest - line_.size())));
+    if (end == std::string_view::npos) return;
+    take(line_);
+    line_.clear();
+    bytes.remove_prefix(end + 1);
+  }
+}
+
+StdioTransport::StdioTransport(EventLoop& loop, AutomationPort& port)
+    : loop_(loop), port_(port), readable_(STDIN_FILENO, QSocketNotifier::Read) {
+  QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, [this] { ReadSome(); });
+  port_.Connect([](const std::string& line) { WriteAll(STDOUT_FILENO, line + "\n", kNoLimit); });
+}
+
+void StdioTransport::ReadSome() {
+  const auto bytes = ReadWhatIsThere(STDIN_FILENO);
+  if (!bytes) {
+    readable_.setEnabled(false);
+    loop_.Post([] { throw StationEnded(); });
+    return;
+  }
+  lines_.Feed(*bytes, [this](const std::string& line) { loop_.Post([this, line] { port_.Receive(line); }); });
+}
+
+struct UnixSocketTransport::Client {
+  explicit Client(int descriptor) : socket(descriptor), readable(descriptor, QSocketNotifier::Read) {}
+  Client(const Client&) = delete;
+  Client& operator=(const Client&) = delete;
+  ~Client() {
+    readable.setEnabled(false);
+    ::close(socket);
+  }
+
+  int socket;
+  QSocketNotifier readable;
+  LineCutter lines;
+};
+
+UnixSocketTransport::UnixSocketTransport(EventLoop& loop, AutomationPort& port, std::string path)
+    : loop_(loop), port_(port), path_(std::move(path)) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  if (path_.empty() || path_.size() >= sizeof address.sun_path) throw SocketFailure("the path is empty or too long");
+  std::memcpy(address.sun_path, path_.data(), path_.size());
+  const auto* where = reinterpret_cast<const sockaddr*>(&address);
+
+  struct stat facts {};
+  if (::lstat(path_.c_str(), &facts) == 0 && S_ISSOCK(facts.st_mode)) {
+    const int probe = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    const bool abandoned = ::connect(probe, where, sizeof address) != 0 && errno == ECONNREFUSED;
+    ::close(probe);
+    if (!abandoned) throw SocketFailure("another program listens there");
+    ::unlink(path_.c_str());
+  }
+
+  listener_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+  // Others must not connect even between the making of the file and a change of its mode.
+  const mode_t old = ::umask(S_IXUSR | S_IRWXG | S_IRWXO);
+  const int bound = ::bind(listener_, where, sizeof address);
+  const int error = errno;
+  ::umask(old);
+  if (bound != 0 || ::listen(listener_, 1) != 0) {
+    ::close(listener_);
+    throw SocketFailure(std::strerror(bound != 0 ? error : errno));
+  }
+  connecting_ = std::make_unique<QSocketNotifier>(listener_, QSocketNotifier::Read);
+  QObject::connect(connecting_.get(), &QSocketNotifier::activated, connecting_.get(), [this] { Accept(); });
+}
+
+UnixSocketTransport::~UnixSocketTransport() {
+  if (client_) port_.Disconnect();
+  connecting_.reset();
+  ::close(listener_);
+  ::unlink(path_.c_str());
+}
+
+void UnixSocketTransport::Accept() {
+  const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+  if (socket < 0) return;
+  connecting_->setEnabled(false);
+  client_ = std::make_shared<Client>(socket);
+  QObject::connect(&client_->readable, &QSocketNotifier::activated, &client_->readable, [this] { ReadSome(); });
+  loop_.Post([this, held = std::weak_ptr(client_)] {
+    port_.Connect([this, held](const std::string& line) {
+      const auto client = held.lock();
+      if (client && !WriteAll(client->socket, line + "\n", kSendLimitMs)) PostHangUp(client);
+    });
+  });
+}
+
+void UnixSocketTransport::ReadSome() {
+  const auto bytes = ReadWhatIsThere(client_->socket);
+  if (!bytes) {
+    PostHangUp(client_);
+    return;
+  }
+  client_->lines.Feed(*bytes, [this](const std::string& line) {
+    loop_.Post([this, line, held = std::weak_ptr(client_)] {
+      if (held.lock() == client_) port_.Receive(line);
+    });
+  });
+}
+
+void UnixSocketTransport::PostHangUp(const std::shared_ptr<Client>& client) {
+  client->readable.setEnabled(false);
+  loop_.Post([this, gone = std::weak_ptr(client)] {
+    if (gone.expired() || gone.lock() != client_) return;
+    port_.Disconnect();
+    client_.reset();
+    connecting_->setEnabled(true);
+  });
+}
+
+}  // namespace orvane

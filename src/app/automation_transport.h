@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QSocketNotifier>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "app/automation_port.h"
+#include "platform/event_loop.h"
+
+namespace orvane {
+
+/// Cuts a stream of bytes into lines. A line of more than 1 MiB is cut there, and its rest dropped: it is no request.
+class LineCutter {
+ public:
+  static constexpr std::size_t kLongest = 1 << 20;
+  /// Calls `take` with each line that is complete, without its end.
+  void Feed(std::string_view bytes, const std::function<void(const std::string& line)>& take);
+
+ private:
+  std::string line_;
+};
+
+/// Requests on standard input, everything else on standard output. Each line is an event of the loop; the end of the
+/// input ends the station.
+class StdioTransport {
+ public:
+  StdioTransport(EventLoop& loop, AutomationPort& port);
+
+ private:
+  void ReadSome();
+
+  EventLoop& loop_;
+  AutomationPort& port_;
+  LineCutter lines_;
+  QSocketNotifier readable_;
+};
+
+class SocketFailure : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// A socket file that its owner alone may use, for one client at a time: another one waits until the first has gone.
+class UnixSocketTransport {
+ public:
+  /// A socket file that nobody listens on any more is replaced.
+  /// @throws SocketFailure when the path cannot be listened on.
+  UnixSocketTransport(EventLoop& loop, AutomationPort& port, std::string path);
+  UnixSocketTransport(const UnixSocketTransport&) = delete;
+  UnixSocketTransport& operator=(const UnixSocketTransport&) = delete;
+  /// Takes the socket file away.
+  ~UnixSocketTransport();
+
+ private:
+  struct Client;
+
+  void Accept();
+  void ReadSome();
+  /// Ends the connection of that client, if it has not ended yet, as an event of the loop.
+  void PostHangUp(const std::shared_ptr<Client>& client);
+
+  EventLoop& loop_;
+  AutomationPort& port_;
+  std::string path_;
+  int listener_ = -1;
+  std::unique_ptr<QSocketNotifier> connecting_;
+  std::shared_ptr<Client> client_;
+};
+
+}  // namespace orvane
