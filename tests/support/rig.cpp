@@ -3,6 +3,7 @@
 namespace orvane::test {
 
 Rig::Rig() {
+  journal.now = [this] { return loop.Now(); };
   state.reply.TargetMode = "TestMode";
   serial.onComm = [this](int event) { nest.Run([this, event] { link.OnComm(event); }); };
   nest.onStopped.push_back([this] { link.Rest(); });
