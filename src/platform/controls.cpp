@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/failure.h"
+#include "base/subscript.h"
 #include "platform/panel.h"
 
 namespace orvane {
@@ -46,7 +47,7 @@ void ComboBox::SetText(std::string_view text) {
 }
 
 void ComboBox::Pick(std::size_t index) {
-  text_ = items_.at(index);
+  text_ = At(items_, static_cast<std::int64_t>(index));
   changed.Emit();
   Click();
 }
@@ -68,7 +69,10 @@ void ListBox::Clear() {
 }
 
 void OptionButton::Select() {
-  if (selected_) return;
+  if (!selected_) Click();
+}
+
+void OptionButton::Click() {
   for (OptionButton* other : group_->Options()) {
     if (other != this) other->Assign(other->selected_, false);
   }

@@ -150,7 +150,7 @@ class ComboBox final : public Control {
   [[nodiscard]] const std::string& Text() const { return text_; }
   /// The station's assignment, and typing: raises the change event when the text differs.
   void SetText(std::string_view text);
-  /// Picking an entry of the list: raises the click event, and no change.
+  /// Picking an entry of the list: raises the click event, and no change. @throws StationFailure for none.
   void Pick(std::size_t index);
   [[nodiscard]] const std::vector<std::string>& Items() const { return items_; }
   /// Index of the entry that the text shows, -1 for none.
@@ -210,8 +210,10 @@ class OptionButton final : public CaptionedControl {
   }
 
   [[nodiscard]] bool Selected() const { return selected_; }
-  /// Selects it and clears the others of its group; raises the click event when it was clear.
+  /// The station's selection: clears the others of its group; raises the click event when it was clear.
   void Select();
+  /// An operator's: raises the click event in any case.
+  void Click();
 
   std::function<void()> onClick;
 

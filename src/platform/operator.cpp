@@ -39,7 +39,7 @@ Operator::Outcome Operator::Click(ComboBox& combo) {
 }
 
 Operator::Outcome Operator::Select(OptionButton& option) {
-  return Act(option, [&] { option.Select(); });
+  return Act(option, [&] { option.Click(); });
 }
 
 Operator::Outcome Operator::Check(CheckBox& box, bool checked) {
