@@ -15,6 +15,7 @@ std::string DoubtsBetween(const LinkTally& before, const LinkTally& after) {
     doubts += (doubts.empty() ? "" : ", ") + std::to_string(times) + " " + what;
   };
   tell(&LinkTally::silentWaits, "without a reply");
+  tell(&LinkTally::refusedLines, "never sent");
   tell(&LinkTally::strayReplies, "with stray bytes around the reply");
   tell(&LinkTally::foreignReplies, "with a reply to another command");
   tell(&LinkTally::unaskedTexts, "with text that nobody asked for");

@@ -48,6 +48,8 @@ struct LinkTally {
   /// Waits to whose end nothing had come, and replies that bore a failure status.
   long silentWaits = 0;
   long failureStatuses = 0;
+  /// Command lines that were refused: nothing went out, and the status of the exchange before stands.
+  long refusedLines = 0;
   /// Replies with stray bytes ahead of or behind their frame.
   long strayReplies = 0;
   /// Replies to another operation than the one last sent: perhaps late ones to an earlier command.

@@ -85,6 +85,7 @@ void TargetLink::CommandInterpreter() {
   state_.ReplySpin = 0;
   if (!ArgumentsAreWellFormed(words)) {
     console_.Append(std::string(kInvalid) + "\r\n");
+    ++tally_.refusedLines;
     return;
   }
   const CommandRow& row = CommandOf(words[1]);
@@ -94,6 +95,7 @@ void TargetLink::CommandInterpreter() {
     BuildAndSendFrame(row.code, frame.count, frame.data, ChecksumOf(row.code, frame.count, frame.data));
   } else {
     console_.Append(std::string(kInvalid) + words[1] + "\r\n");
+    ++tally_.refusedLines;
   }
   main_->txtUserCommand.SetText("");
 }
