@@ -6,12 +6,6 @@
 namespace orvane {
 namespace {
 
-/// "2 commands brought no reply.", or nothing for none.
-std::string Counted(long count, const std::string& what, const std::string& whatOfMany) {
-  if (count == 0) return "";
-  return std::to_string(count) + " " + (count == 1 ? what : whatOfMany) + ".";
-}
-
 /// Puts the steps that are not complete under the verdict, or takes an earlier unit's away.
 void ShowIncompleteSteps(FrmFailPass& pass, const RunReport& report) {
   pass.lstIncomplete.Clear();
@@ -181,13 +175,9 @@ void Sequencer::Step(RunStep step, const std::function<void()>& work) {
   report_.Enter(step);
   const LinkTally before = tally_;
   work();
-  for (const std::string& flaw :
-       {Counted(tally_.silentWaits - before.silentWaits, "command brought no reply", "commands brought no reply"),
-        Counted(tally_.failureStatuses - before.failureStatuses, "command failed in the Target",
-                "commands failed in the Target"),
-        Counted(tally_.strayReplies - before.strayReplies, "reply came with stray bytes",
-                "replies came with stray bytes")}) {
-    if (!flaw.empty()) report_.Flaw(flaw);
+  if (const std::string doubts = DoubtsBetween(before, tally_); !doubts.empty()) report_.Flaw(doubts + ".");
+  if (const long failed = tally_.failureStatuses - before.failureStatuses; failed > 0) {
+    report_.Flaw("commands that failed in the Target: " + std::to_string(failed) + ".");
   }
   report_.Leave();
 }
