@@ -1,0 +1,92 @@
+#include "rx_rig.h"
+
+namespace orvane::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+struct MpPanelTest : ::testing::Test {
+  RxRig rig;
+  FrmMPAutoCal& face = rig.panels.mpAutoCal;
+};
+
+TEST_F(MpPanelTest, BadInputGoesBackToItsResetText) {
+  const struct {
+    TextBox& box;
+    const char* reset;
+  } rows[] = {{face.txtGSMArfcn1, "0"},     {face.txtGSMArfcn2, "40"},    {face.txtGSMArfcn3, "124"},
+              {face.txtEGSMArfcn1, "975"},  {face.txtEGSMArfcn2, "1023"}, {face.txtDCSArfcn1, "512"},
+              {face.txtDCSArfcn2, "574"},   {face.txtDCSArfcn3, "636"},   {face.txtDCSArfcn4, "700"},
+              {face.txtDCSArfcn5, "760"},   {face.txtDCSArfcn6, "822"},   {face.txtDCSArfcn7, "885"},
+              {face.txtMPDAC, "750"},       {face.txtMPPattern, "0"},     {face.txtDACUseGSM1, "700"},
+              {face.txtDACUseGSM2, "50"},   {face.txtDACUseDCS1, "750"},  {face.txtDACUseDCS2, "750"},
+              {face.txtTargetLevel1, "5"},  {face.txtTargetLevel2, "10"}, {face.txtTargetLevel3, "15"},
+              {face.txtTargetLevel4, "19"}, {face.txtTargetLevel5, "0"},  {face.txtTargetLevel6, "5"},
+              {face.txtTargetLevel7, "10"}, {face.txtTargetLevel8, "15"}};
+  for (const auto& row : rows) {
+    for (const char* bad : {" 3", "3.5", "-1", "x", "~", "\u3131", "\u3163"}) {
+      rig.boxes.shown.clear();
+      rig.op.Type(row.box, bad);
+      EXPECT_THAT(rig.boxes.Texts(), ElementsAre("Input the number without blank.")) << row.box.Name() << bad;
+      EXPECT_EQ(row.box.Text(), row.reset) << row.box.Name();
+    }
+    EXPECT_EQ(rig.boxes.shown.back().title, "Warning");
+    EXPECT_EQ(rig.boxes.shown.back().icon, BoxIcon::Stop);
+    rig.boxes.shown.clear();
+    rig.op.Type(row.box, "3");
+    EXPECT_THAT(rig.boxes.Texts(), IsEmpty()) << row.box.Name();
+    EXPECT_EQ(row.box.Text(), "3");
+  }
+}
+
+TEST_F(MpPanelTest, ConnectingDoesNotCreateThePanel) { EXPECT_FALSE(face.Created()); }
+
+TEST_F(MpPanelTest, CloseHidesThePanel) {
+  face.Show();
+  face.cmdMPAutoCalClose.Click();
+  EXPECT_FALSE(face.Visible());
+}
+
+TEST_F(MpPanelTest, ButtonsOfTheTxPartDoNothing) {
+  for (Button* button : {&face.cmdMPTxAutoCal, &face.cmdSlopeUse, &face.cmdDACuse}) button->Click();
+  EXPECT_THAT(rig.journal.Lines(), IsEmpty());
+}
+
+/// The run of receive calibration and save, with what it presses in the journal.
+struct MPRxCalRun : MpPanelTest {
+  MPRxCalRun() {
+    face.cmdMPRxAllAutoCal.onClick = [this] { rig.journal.Add("Rx run"); };
+    rig.autoCal.cmdAutoCalResultSave.onClick = [this] { rig.journal.Add("save"); };
+  }
+};
+
+TEST_F(MPRxCalRun, AsksForAFileFirstWhenItSavesByItself) {
+  rig.autoCal.chkAutoSaveMode.SetChecked(true);
+  for (const char* mode : {"File", "EEPROMFile"}) {
+    rig.journal.Clear();
+    rig.state.cal.SaveMode = mode;
+    rig.panel.MPRxCalRun();
+    EXPECT_THAT(rig.journal.Lines(),
+                ElementsAre("DownloadSaveFileName", "Rx run", "save", "box: Auto Calibration is completed."));
+  }
+  EXPECT_EQ(rig.boxes.shown.back().title, "Alarm");
+  EXPECT_EQ(rig.boxes.shown.back().icon, BoxIcon::Information);
+  EXPECT_EQ(rig.state.cal.CalMode, "END");
+}
+
+TEST_F(MPRxCalRun, NeedsNoFileForTheTargetAlone) {
+  rig.autoCal.chkAutoSaveMode.SetChecked(true);
+  rig.state.cal.SaveMode = "EEPROM";
+  rig.panel.MPRxCalRun();
+  EXPECT_THAT(rig.journal.Lines(), ElementsAre("Rx run", "save", "box: Auto Calibration is completed."));
+}
+
+TEST_F(MPRxCalRun, LeavesTheSaveToTheOperatorWhenNotOnAuto) {
+  rig.state.cal.SaveMode = "File";
+  rig.panel.MPRxCalRun();
+  EXPECT_THAT(rig.journal.Lines(), ElementsAre("Rx run", "box: Auto Calibration is completed."));
+}
+
+}  // namespace
+}  // namespace orvane::test
