@@ -1,0 +1,162 @@
+#include "app/narrator.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <iomanip>
+#include <ostream>
+#include <sstream>
+#include <vector>
+
+namespace orvane {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr TimePoint kTick = 100ms;
+constexpr std::string_view kEraseLine = "\r\x1b[K";
+
+std::vector<std::string> Columns(const std::string& row) {
+  std::vector<std::string> columns;
+  std::istringstream cells(row);
+  for (std::string cell; std::getline(cells, cell, '\t');) columns.push_back(cell);
+  return columns;
+}
+
+bool IsNumber(const std::string& cell) {
+  return !cell.empty() && cell.find_first_not_of("-0123456789.") == std::string::npos;
+}
+
+std::string Spaced(const std::string& row) {
+  std::string text;
+  for (const std::string& cell : Columns(row)) text += (text.empty() ? "" : "  ") + cell;
+  return text;
+}
+
+/// A row of the transmit results: DAC value, level, measured power. Heads of the lists say nothing new.
+std::string LevelText(const std::string& row) {
+  const auto columns = Columns(row);
+  if (columns.size() != 3 || !IsNumber(columns[0])) return "";
+  return "level " + columns[1] + ": DAC " + columns[0] + ", " + columns[2] + " dBm";
+}
+
+/// A row of the channel calibration: DAC value, channel, code; or a phase error of that name and channel.
+std::string ChannelText(const std::string& row) {
+  const auto columns = Columns(row);
+  if (columns.size() != 3 || !IsNumber(columns[2])) return "";
+  if (!IsNumber(columns[0])) return columns[0] + " phase error: " + columns[2] + " degrees";
+  return "channel " + columns[1] + ": DAC " + columns[0] + ", code " + columns[2];
+}
+
+}  // namespace
+
+Narrator::Narrator(std::ostream& out, NarratorStyle style, EventLoop& loop, StationState& state,
+                   StationPanels& panels, Desk& desk)
+    : out_(out), style_(style), loop_(loop), state_(state), start_(loop.Now()) {
+  state.report.entered.Connect([this](RunStep step) { TellStart(step); });
+  state.report.left.Connect([this](const StepRecord& record) { TellEnd(record); });
+  state.report.concluded.Connect([this](Verdict verdict) { TellVerdict(verdict); });
+  desk.boxOpened.Connect([this](const Desk::OpenBox& open) { TellBox(open); });
+  Follow(panels);
+}
+
+void Narrator::Follow(StationPanels& panels) {
+  const auto follow = [this](ListBox& list, std::string (*textOf)(const std::string&)) {
+    list.rowAdded.Connect([this, textOf](const std::string& row) {
+      const std::string text = textOf(row);
+      if (!text.empty()) Say("  " + text);
+    });
+  };
+  follow(panels.txResult.listPowerLevel, &LevelText);
+  follow(panels.txResult.listChanCalPowerLevel, &ChannelText);
+  follow(panels.mpAutoCal.lstMPRxChannelCalResult, &Spaced);
+}
+
+std::string Narrator::Elapsed() const {
+  std::ostringstream text;
+  text << std::fixed << std::setprecision(1) << std::setw(7)
+       << std::chrono::duration<double>(loop_.Now() - start_).count() << " s";
+  return text.str();
+}
+
+void Narrator::Say(std::string_view text, Tone tone) {
+  constexpr std::string_view kCodes[] = {"", "\x1b[32m", "\x1b[33m", "\x1b[31m"};
+  const auto code = kCodes[static_cast<std::size_t>(tone)];
+  const bool coloured = style_.colour && !code.empty();
+  if (style_.terminal) out_ << kEraseLine;
+  out_ << Elapsed() << "  " << (coloured ? code : "") << text << (coloured ? "\x1b[0m" : "") << std::endl;
+}
+
+void Narrator::Tick() {
+  const auto step = state_.report.UnderWay();
+  if (!step) {
+    ticking_ = false;
+    out_ << kEraseLine << std::flush;
+    return;
+  }
+  out_ << kEraseLine << Elapsed() << "  " << StepName(*step) << " ... " << state_.tally.commands - startTally_.commands
+       << " commands" << std::flush;
+  loop_.PostAt(loop_.Now() + kTick, [this] { Tick(); });
+}
+
+void Narrator::TellStart(RunStep step) {
+  if (!running_) {
+    running_ = true;
+    start_ = loop_.Now();
+    startTally_ = state_.tally;
+  }
+  Say(std::string(StepName(step)) + " ...");
+  if (style_.terminal && !ticking_) {
+    ticking_ = true;
+    Tick();
+  }
+}
+
+void Narrator::TellEnd(const StepRecord& record) {
+  const std::string name(StepName(record.step));
+  if (record.complete) {
+    Say(name + " complete", Tone::Good);
+  } else {
+    Say(name + " left early: " + record.reason, Tone::Doubtful);
+  }
+}
+
+void Narrator::TellVerdict(Verdict verdict) {
+  running_ = false;
+  const bool complete = state_.report.AllComplete();
+  switch (verdict) {
+    case Verdict::Pass:
+      Say(complete ? "PASS" : "PASS, but not every step was completed:", complete ? Tone::Good : Tone::Doubtful);
+      break;
+    case Verdict::Fail:
+      Say("FAIL", Tone::Bad);
+      break;
+    case Verdict::None:
+      Say("The run ended without a verdict.", Tone::Bad);
+      break;
+  }
+  for (const StepRecord& step : state_.report.Steps()) {
+    Say("  " + std::string(StepName(step.step)) + (step.complete ? ": complete" : ": " + step.reason));
+  }
+  TellSum();
+}
+
+void Narrator::TellSum() {
+  const LinkTally& now = state_.tally;
+  std::ostringstream sum;
+  sum << now.commands - startTally_.commands << " commands, " << now.bytesOut - startTally_.bytesOut << " bytes out, "
+      << now.bytesIn - startTally_.bytesIn << " bytes in";
+  Say(sum.str());
+  const bool toFile = state_.cal.SaveMode == "File" || state_.cal.SaveMode == "EEPROMFile";
+  if (toFile && state_.cal.CalSaveFileOk) Say("RF parameters saved in " + state_.cal.CalSaveFileName);
+}
+
+void Narrator::TellBox(const Desk::OpenBox& open) { Say("[" + open.box.title + "] " + open.box.text, Tone::Doubtful); }
+
+NarratorStyle StandardOutputStyle() {
+  const bool terminal = ::isatty(STDOUT_FILENO) != 0;
+  const char* noColour = std::getenv("NO_COLOR");
+  return {terminal && (noColour == nullptr || *noColour == '\0'), terminal};
+}
+
+}  // namespace orvane

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+#include "app/desk.h"
+#include "app/station_parts.h"
+#include "platform/event_loop.h"
+
+namespace orvane {
+
+/// Where the narrator speaks.
+struct NarratorStyle {
+  /// Colours mark how steps and runs ended.
+  bool colour = false;
+  /// The last line moves on while a step is under way.
+  bool terminal = false;
+};
+
+/// Tells on an output how a run goes, for a station without windows: its steps, what each of them finds, and what the
+/// verdict stands on. It looks on and never acts. It lives as long as the station.
+class Narrator {
+ public:
+  Narrator(std::ostream& out, NarratorStyle style, EventLoop& loop, StationState& state, StationPanels& panels,
+           Desk& desk);
+  Narrator(const Narrator&) = delete;
+  Narrator& operator=(const Narrator&) = delete;
+
+ private:
+  enum class Tone { Plain, Good, Doubtful, Bad };
+
+  void Follow(StationPanels& panels);
+  void TellStart(RunStep step);
+  void TellEnd(const StepRecord& record);
+  void TellVerdict(Verdict verdict);
+  void TellSum();
+  void TellBox(const Desk::OpenBox& open);
+
+  /// One line, with the time since the start of the run.
+  void Say(std::string_view text, Tone tone = Tone::Plain);
+  /// Keeps the moving line moving until the step has ended.
+  void Tick();
+  [[nodiscard]] std::string Elapsed() const;
+
+  std::ostream& out_;
+  NarratorStyle style_;
+  EventLoop& loop_;
+  StationState& state_;
+  TimePoint start_;
+  LinkTally startTally_;
+  bool ticking_ = false;
+  bool running_ = false;
+};
+
+/// The style for this process's standard output: a terminal has a moving line, and colours unless NO_COLOR is set.
+[[nodiscard]] NarratorStyle StandardOutputStyle();
+
+}  // namespace orvane

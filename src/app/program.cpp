@@ -1,0 +1,80 @@
+#include "app/program.h"
+
+#include <iostream>
+
+#include "app/route_text.h"
+#include "app/state_reader.h"
+
+namespace orvane {
+
+Program::Program(const Options& options)
+    : options_(options),
+      world_(options),
+      station_(world_.Ports()),
+      port_({world_.loop, world_.desk, station_.Nest(), station_.State().report, station_.Panels().All(),
+             [this](std::string_view name) { return ReadState(station_.State(), name); }}) {
+  world_.WatchLine(station_.Nest());
+  const bool automated = !std::holds_alternative<NoAutomation>(options.automation);
+  const bool outputIsFree = !std::holds_alternative<StdioAutomation>(options.automation);
+  if (options.headless && !automated) world_.desk.LeaveUnattended(std::cerr);
+  if (options.headless && outputIsFree) {
+    narrator_.emplace(std::cout, StandardOutputStyle(), world_.loop, station_.State(), station_.Panels(), world_.desk);
+  }
+  OpenAutomation();
+}
+
+void Program::OpenAutomation() {
+  if (std::holds_alternative<StdioAutomation>(options_.automation)) {
+    transport_ = std::make_unique<StdioTransport>(world_.loop, port_);
+  } else if (const auto* unixSocket = std::get_if<UnixAutomation>(&options_.automation)) {
+    try {
+      transport_ = std::make_unique<UnixSocketTransport>(world_.loop, port_, unixSocket->path);
+    } catch (const SocketFailure& failure) {
+      throw OptionFault("--automation: unix:" + unixSocket->path + ": " + failure.what());
+    }
+  }
+}
+
+int Program::Run() {
+  try {
+    Serve();
+  } catch (const StationEnded&) {
+  }
+  port_.TellExit();
+  return options_.headless && options_.initialize ? VerdictStatus() : 0;
+}
+
+void Program::Serve() {
+  station_.Start();
+  if (options_.initialize) {
+    PressInitialize();
+    if (options_.headless) return;
+  }
+  while (true) world_.loop.Yield(kForever);
+}
+
+void Program::PressInitialize() {
+  Operator hand(station_.Nest());
+  StationPanels& panels = station_.Panels();
+  hand.Click(panels.main.cmdInstrumentInitialize);
+  hand.Click(panels.main.cmdPSInitialize);
+  station_.Nest().Run([&] { panels.baseBand.Touch(); });
+  hand.Click(panels.baseBand.load.initialize);
+  hand.Click(panels.main.cmdTargetInitialize);
+}
+
+int Program::VerdictStatus() {
+  const RunReport& report = station_.State().report;
+  const auto verdict = report.Concluded().value_or(Verdict::None);
+  if (verdict == Verdict::Fail) return kFailed;
+  if (verdict == Verdict::Pass && report.AllComplete()) return kPassed;
+
+  std::cerr << (verdict == Verdict::Pass ? "PASS, but not every step was completed." : "The run ended without a verdict.")
+            << std::endl;
+  for (const StepRecord& step : report.Steps()) {
+    if (!step.complete) std::cerr << StepName(step.step) << ": " << step.reason << std::endl;
+  }
+  return kUndecided;
+}
+
+}  // namespace orvane

@@ -1,0 +1,52 @@
+#include "app/world.h"
+
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <thread>
+
+#include "base/failure.h"
+
+namespace orvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The data files that lie beside the program, or else those that were installed.
+fs::path DataFolder() {
+  const fs::path program = QCoreApplication::applicationDirPath().toStdString();
+  std::error_code unknown;
+  const fs::path beside = fs::weakly_canonical(program / ".." / "share" / "orvane", unknown);
+  return fs::is_directory(beside, unknown) ? beside : fs::path(ORVANE_INSTALLED_DATA);
+}
+
+/// Its name bears the user, since everybody may write to the folder for temporary files.
+fs::path UserTempFolder() { return fs::temp_directory_path() / ("orvane-" + std::to_string(::getuid())); }
+
+}  // namespace
+
+World::World(const Options& options)
+    : desk(loop, fs::current_path()),
+      files_(options.systemFolder.value_or(DataFolder()), options.tempFolder.value_or(UserTempFolder())),
+      line_(loop, options.com),
+      bus_(options.gpib) {
+  if (!options.bench) return;
+  const auto block = [](TimePoint span) { std::this_thread::sleep_for(span); };
+  bench_ = std::make_unique<bench::VirtualBench>(loop, block, *options.bench);
+}
+
+SerialControl& World::Serial() {
+  if (bench_) return bench_->Serial();
+  return line_;
+}
+
+GpibBus& World::Bus() {
+  if (bench_) return bench_->Bus();
+  return bus_;
+}
+
+void World::WatchLine(OperationNest& nest) {
+  line_.onGone = [&nest](const std::string& text) { nest.Run([&] { throw StationFailure(text); }); };
+}
+
+}  // namespace orvane
