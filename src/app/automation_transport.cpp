@@ -19,17 +19,31 @@ namespace {
 
 /// A client that takes nothing for so long has gone, and must not hold up the station.
 constexpr int kSendLimitMs = 5000;
-constexpr int kNoLimit = -1;
 
-/// Hands out all of it. @return false when the other side has gone or takes nothing within the limit.
-bool WriteAll(int descriptor, std::string_view bytes, int limitMs) {
+/// Whoever reads the standard output sets its pace; when nobody does any more, the end of the input tells.
+void WriteToStandardOutput(std::string_view bytes) {
   while (!bytes.empty()) {
-    const auto count = ::write(descriptor, bytes.data(), bytes.size());
+    const auto count = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
     if (count > 0) {
       bytes.remove_prefix(static_cast<std::size_t>(count));
-    } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
-      pollfd ready{descriptor, POLLOUT, 0};
-      if (::poll(&ready, 1, limitMs) == 0) return false;
+    } else if (errno == EAGAIN) {
+      pollfd ready{STDOUT_FILENO, POLLOUT, 0};
+      ::poll(&ready, 1, -1);
+    } else if (errno != EINTR) {
+      return;
+    }
+  }
+}
+
+/// Sends all of it. @return false when the other side has gone or takes nothing within the limit.
+bool SendAll(int socket, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const auto count = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    if (count > 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+    } else if (errno == EAGAIN) {
+      pollfd ready{socket, POLLOUT, 0};
+      if (::poll(&ready, 1, kSendLimitMs) == 0) return false;
     } else if (errno != EINTR) {
       return false;
     }
@@ -62,7 +76,7 @@ void LineCutter::Feed(std::string_view bytes, const std::function<void(const std
 StdioTransport::StdioTransport(EventLoop& loop, AutomationPort& port)
     : loop_(loop), port_(port), readable_(STDIN_FILENO, QSocketNotifier::Read) {
   QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, [this] { ReadSome(); });
-  port_.Connect([](const std::string& line) { WriteAll(STDOUT_FILENO, line + "\n", kNoLimit); });
+  port_.Connect([](const std::string& line) { WriteToStandardOutput(line + "\n"); });
 }
 
 void StdioTransport::ReadSome() {
@@ -136,7 +150,7 @@ void UnixSocketTransport::Accept() {
   loop_.Post([this, held = std::weak_ptr(client_)] {
     port_.Connect([this, held](const std::string& line) {
       const auto client = held.lock();
-      if (client && !WriteAll(client->socket, line + "\n", kSendLimitMs)) PostHangUp(client);
+      if (client && !SendAll(client->socket, line + "\n")) PostHangUp(client);
     });
   });
 }

@@ -1,0 +1,192 @@
+#include "app/automation_transport.h"
+
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+
+#include "adapters/qt_test.h"
+
+namespace orvane {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+namespace fs = std::filesystem;
+
+std::vector<std::string> LinesOfPieces(const std::vector<std::string>& pieces) {
+  LineCutter cutter;
+  std::vector<std::string> lines;
+  for (const auto& piece : pieces) cutter.Feed(piece, [&](const std::string& line) { lines.push_back(line); });
+  return lines;
+}
+
+TEST(Lines, AreCutWhereverThePiecesEnd) {
+  EXPECT_EQ(LinesOfPieces({"a\nb", "c\n", "", "\nd"}), (std::vector<std::string>{"a", "bc", ""}));
+}
+
+TEST(Lines, AreNeverLongerThanTheLimitAndTheNextOneIsWholeAgain) {
+  const std::string megabyte(1 << 20, 'x');
+  const auto lines = LinesOfPieces({megabyte, megabyte, "\nnext\n"});
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0], megabyte);
+  EXPECT_EQ(lines[1], "next");
+}
+
+/// A client of the socket.
+class Client {
+ public:
+  explicit Client(const std::string& path) : socket_(::socket(AF_UNIX, SOCK_STREAM, 0)) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
+    connected_ = ::connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+  }
+  Client(const Client&) = delete;
+  Client& operator=(const Client&) = delete;
+  ~Client() { ::close(socket_); }
+
+  [[nodiscard]] bool Connected() const { return connected_; }
+  void Send(std::string_view bytes) const { ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL); }
+  /// What has come so far, without waiting.
+  const std::string& Received() {
+    char bytes[4096];
+    ssize_t count = 0;
+    while ((count = ::recv(socket_, bytes, sizeof bytes, MSG_DONTWAIT)) > 0) {
+      received_.append(bytes, static_cast<std::size_t>(count));
+    }
+    return received_;
+  }
+
+ private:
+  int socket_;
+  bool connected_ = false;
+  std::string received_;
+};
+
+class UnixSocket : public test::QtTest {
+ protected:
+  UnixSocket() {
+    std::string pattern = (fs::temp_directory_path() / "orvane_socket_XXXXXX").string();
+    folder_ = ::mkdtemp(pattern.data());
+    path_ = (folder_ / "port").string();
+  }
+  ~UnixSocket() override { fs::remove_all(folder_); }
+
+  void Listen() { transport_.emplace(loop_, port_, path_); }
+  std::string Failure() {
+    try {
+      Listen();
+    } catch (const SocketFailure& failure) {
+      return failure.what();
+    }
+    return "no failure";
+  }
+  bool Answers(Client& client) {
+    return YieldUntil([&] { return client.Received().find('\n') != std::string::npos; }, 500ms);
+  }
+
+  static constexpr std::string_view kPanels = "{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"panels\"}\n";
+
+  fs::path folder_;
+  std::string path_;
+  Desk desk_{loop_, "/work"};
+  OperationNest nest_{desk_};
+  RunReport report_;
+  AutomationPort port_{{loop_, desk_, nest_, report_, {}, [](std::string_view) { return std::optional<Json>(); }}};
+  std::optional<UnixSocketTransport> transport_;
+};
+
+TEST_F(UnixSocket, IsForItsOwnerAlone) {
+  Listen();
+  struct stat facts {};
+  ASSERT_EQ(::stat(path_.c_str(), &facts), 0);
+  EXPECT_EQ(facts.st_mode & 0777U, 0600U);
+  EXPECT_TRUE(S_ISSOCK(facts.st_mode));
+}
+
+TEST_F(UnixSocket, ServesRequestsLineByLine) {
+  Listen();
+  Client client(path_);
+  client.Send(kPanels.substr(0, 10));
+  EXPECT_FALSE(YieldUntil([&] { return !client.Received().empty(); }, 20ms));
+  client.Send(kPanels.substr(10));
+  EXPECT_TRUE(Answers(client));
+  EXPECT_EQ(client.Received(), "{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":[]}\n");
+}
+
+TEST_F(UnixSocket, ASecondClientIsServedWhenTheFirstHasGone) {
+  Listen();
+  std::optional<Client> first(path_);
+  first->Send(kPanels);
+  EXPECT_TRUE(Answers(*first));
+  Client second(path_);
+  second.Send(kPanels);
+  EXPECT_FALSE(YieldUntil([&] { return !second.Received().empty(); }, 20ms));
+  first.reset();
+  EXPECT_TRUE(Answers(second));
+}
+
+TEST_F(UnixSocket, TheStationOutlivesAClientThatLeavesInsideALineOrAnswer) {
+  Listen();
+  {
+    const Client client(path_);
+    client.Send(std::string(kPanels) + std::string(kPanels) + "{\"jsonrpc\"");
+  }
+  YieldFor(20ms);
+  Client next(path_);
+  next.Send(kPanels);
+  EXPECT_TRUE(Answers(next));
+}
+
+TEST_F(UnixSocket, ALineThatIsTooLongIsNoRequestAndTheNextOneIs) {
+  Listen();
+  Client client(path_);
+  const std::string piece(1 << 16, 'x');
+  for (int i = 0; i < 32; ++i) {
+    client.Send(piece);
+    YieldFor(1ms);
+  }
+  client.Send("\n" + std::string(kPanels));
+  EXPECT_TRUE(YieldUntil([&] { return client.Received().find("\"id\":1") != std::string::npos; }));
+  EXPECT_THAT(client.Received(), HasSubstr("-32700"));
+}
+
+TEST_F(UnixSocket, ReplacesASocketThatNobodyListensOnAndTakesItsOwnAway) {
+  const int old = ::socket(AF_UNIX, SOCK_STREAM, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  std::strncpy(address.sun_path, path_.c_str(), sizeof address.sun_path - 1);
+  ASSERT_EQ(::bind(old, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  ::close(old);
+  Listen();
+  EXPECT_TRUE(Client(path_).Connected());
+  transport_.reset();
+  EXPECT_FALSE(fs::exists(path_));
+}
+
+TEST_F(UnixSocket, LeavesAFileOrAnotherStationsSocketAlone) {
+  std::ofstream(path_) << "precious";
+  EXPECT_EQ(Failure(), "Address already in use");
+  EXPECT_EQ(fs::file_size(path_), 8U);
+  fs::remove(path_);
+
+  const UnixSocketTransport other(loop_, port_, path_);
+  EXPECT_EQ(Failure(), "another program listens there");
+  EXPECT_TRUE(fs::exists(path_));
+
+  path_ = (folder_ / "none" / "port").string();
+  EXPECT_EQ(Failure(), "No such file or directory");
+  path_ = std::string(200, 'x');
+  EXPECT_THAT(Failure(), HasSubstr("too long"));
+}
+
+}  // namespace
+}  // namespace orvane
