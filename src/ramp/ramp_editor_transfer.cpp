@@ -35,8 +35,11 @@ bool RampEditor::LoadFile() {
 }
 
 void RampEditor::Save() {
-  if (ports_.ramp.RampStorageMode == "File") SaveToFile();
-  if (ports_.ramp.RampStorageMode == "Target" && ports_.link.InTestMode()) SaveToTarget();
+  if (ports_.ramp.RampStorageMode == "File") {
+    SaveToFile();
+  } else if (ports_.ramp.RampStorageMode == "Target" && ports_.link.InTestMode()) {
+    SaveToTarget();
+  }
 }
 
 void RampEditor::SaveToFile() {
@@ -62,12 +65,15 @@ void RampEditor::SaveToTarget() {
   for (int t = 0; t < kRampTables; ++t) {
     const std::string number = std::to_string(t);
     std::string line = "ttw " + number + " ";
-    for (const std::string& value : ports_.ramp.RampTable[static_cast<std::size_t>(t)])
+    for (const std::string& value : ports_.ramp.RampTable[static_cast<std::size_t>(t)]) {
       line.append(value).append(",");
+    }
     PassOver([&] { ports_.link.RunTargetCommand(line); });
     if (ports_.link.Succeeded()) continue;
     ++failures;
-    ports_.boxes.Warning(number + std::string(row_.notSaved) + number + std::string(row_.saveAgain));
+    std::string words = number;
+    words.append(row_.notSaved).append(number).append(row_.saveAgain);
+    ports_.boxes.Warning(words);
     if (failures > kToleratedFailures) {
       ports_.boxes.Alarm(std::string(row_.tooManyFailures));
       return;
