@@ -35,6 +35,7 @@ void RxMeasurement::SetUpBand(std::size_t i, Integer channel) {
     testSet_.WriteShown(LineFor(testSet_.Kind(), i == kFirstDcs ? Purpose::BandDcs : Purpose::BandGsm));
     link_.PaceDelay(7 + 101);
   }
+  // An empty loss goes out as it is: behind the command's head it is never missed.
   const TextBox& loss = IsDcsChannel(channel) ? autoCal_->txtRxCableLossDCS : autoCal_->txtRxCableLossGSM;
   testSet_.WriteShown(LineForEveryKind(Purpose::LossCorrection, loss.Text()));
   if (i == kFirstGsm) {

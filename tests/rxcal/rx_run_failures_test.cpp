@@ -72,15 +72,21 @@ TEST_F(RxRunFailure, EachCheckedCommandThatFailsEndsTheRunThere) {
 }
 
 TEST_F(RxRunFailure, TheReadingItselfIsNotCheckedButTheReportKnows) {
-  for (const std::size_t place : {9U, 10U, 12U, 0U}) {
+  // "rfe 1" and "sr 1 2" above the carrier, "sr 1 2" below it.
+  for (const std::size_t place : {9U, 10U, 12U}) {
     RxRig fresh;
     fresh.refuse = [&](const std::string&) { return fresh.journal.Commands().size() == place + 1; };
     const StepRecord step = fresh.Step();
     EXPECT_EQ(fresh.Commands().back(), "rfpw 8 1") << place;
-    if (place != 0) {
-      EXPECT_FALSE(step.complete) << place;
-    }
+    EXPECT_FALSE(step.complete) << place;
   }
+}
+
+TEST_F(RxRunFailure, TheFirstAndTheLastCommandAreNotLookedAt) {
+  rig.refuse = [](const std::string& line) { return line == "rfpw 8 0" || line == "rfpw 8 1"; };
+  EXPECT_FALSE(rig.Run());
+  EXPECT_EQ(rig.Commands().back(), "rfpw 8 1");
+  EXPECT_EQ(rig.state.rf.RFParams.BAND[1].g_magic, 180);
 }
 
 TEST_F(RxRunFailure, ADownlinkSetUpThatFailsLetsTheRunGoOn) {
