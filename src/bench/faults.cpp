@@ -54,7 +54,7 @@ constexpr std::array kFaults{
 }
 
 template <class Number>
-std::optional<Number> WholeNumber(std::string_view text) {
+std::optional<Number> NumberIn(std::string_view text) {
   Number number{};
   const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), number);
   return fault == std::errc{} && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
@@ -87,7 +87,7 @@ const FaultRow& RowOf(FaultKind kind) {
 Fault FaultAt(FaultKind kind, std::optional<unsigned> from, std::string_view word, std::optional<double> value) {
   const FaultRow& row = RowOf(kind);
   Fault fault{kind, std::nullopt, from.value_or(1), !from || row.lasts == kForGood, value.value_or(row.value)};
-  if (fault.value < row.lowest || fault.value > row.highest) {
+  if (!(fault.value >= row.lowest && fault.value <= row.highest)) {
     Refuse(row.name, row.valueMeans.empty() ? "this fault has no value" : "the value is out of its range");
   }
   if (!word.empty()) {
@@ -103,7 +103,7 @@ Fault ParseFault(std::string_view text) {
   std::string_view rest = text;
   std::optional<double> value;
   if (const auto behind = CutBehind(rest, '/')) {
-    value = WholeNumber<double>(*behind);
+    value = NumberIn<double>(*behind);
     if (!value) {
       Refuse(text, "the value behind \"/\" is no number");
     }
@@ -115,7 +115,7 @@ Fault ParseFault(std::string_view text) {
     if (forGood) {
       behind->remove_suffix(1);
     }
-    from = WholeNumber<unsigned>(*behind);
+    from = NumberIn<unsigned>(*behind);
     if (!from || *from == 0) {
       Refuse(text, "behind \"@\" a number from 1 up is needed");
     }

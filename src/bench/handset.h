@@ -65,7 +65,6 @@ class Handset {
   Defects defects_;
   Random receiverNoise_;
   Random adcNoise_;
-  bool powered_ = true;
 
   Values rf_{};
   Values rx_{};

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "bench/handset.h"
+#include "bench/handset_parts.h"
 
 /// The handset's tables: ramp tables, the EEPROM behind its address, flash table 100 and plain tables.
 namespace orvane::bench {
@@ -10,10 +10,6 @@ constexpr std::uint8_t kEepromTable = 3;
 constexpr std::uint8_t kFlashTable = 100;
 constexpr std::size_t kEepromRow = 16;
 
-Bytes Said(Op operation, Status status, Bytes data) {
-  return PaddedFrame({static_cast<std::uint8_t>(operation), static_cast<std::uint8_t>(status), std::move(data)});
-}
-
 bool IsPlainTable(std::uint8_t table) { return table == 10 || table == 20; }
 
 }  // namespace
@@ -21,16 +17,16 @@ bool IsPlainTable(std::uint8_t table) { return table == 10 || table == 20; }
 Bytes Handset::WriteTemplate(std::span<const std::uint8_t> data) {
   const std::uint8_t row = data[0];
   if (row >= ramps_.size()) {
-    return Said(Op::kTemplateWrite, Status::kBadValue, {});
+    return PlainReply(Op::kTemplateWrite, Status::kBadValue);
   }
   std::copy(data.begin() + 1, data.end(), ramps_[row].begin());
-  return Said(Op::kTemplateWrite, Status::kDone, {});
+  return PlainReply(Op::kTemplateWrite);
 }
 
 Bytes Handset::ReadTemplate(std::span<const std::uint8_t> data) const {
   const std::uint8_t row = data[0];
   if (row >= ramps_.size()) {
-    return Said(Op::kTemplateRead, Status::kBadValue, {});
+    return PlainReply(Op::kTemplateRead, Status::kBadValue);
   }
   return RampRowFrame(static_cast<std::uint8_t>(Op::kTemplateRead), row, ramps_[row]);
 }
@@ -52,7 +48,7 @@ Bytes Handset::WriteTable(std::span<const std::uint8_t> data) {
       return {};  // a frame of the wrong length
     }
     for (std::size_t i = 0; i < words.size(); ++i) {
-      words[i] = static_cast<std::uint16_t>(content[2 * i] | content[2 * i + 1] << 8);
+      words[i] = WordAt(content, 2 * i);
     }
     status = memory_.WriteFlashTable(words) ? Status::kDone : Status::kStoreFailed;
   } else if (IsPlainTable(table)) {
@@ -60,7 +56,7 @@ Bytes Handset::WriteTable(std::span<const std::uint8_t> data) {
   } else {
     status = Status::kNoSuchTable;
   }
-  return Said(Op::kTableWrite, status, {table});
+  return PlainReply(Op::kTableWrite, status, {table});
 }
 
 Bytes Handset::ReadTable(std::span<const std::uint8_t> data) {
@@ -75,8 +71,7 @@ Bytes Handset::ReadTable(std::span<const std::uint8_t> data) {
     status = count == 0 ? Status::kBadValue : Status::kDone;
   } else if (table == kFlashTable) {
     for (const std::uint16_t word : memory_.FlashTable()) {
-      content.push_back(static_cast<std::uint8_t>(word & 0xFF));
-      content.push_back(static_cast<std::uint8_t>(word >> 8));
+      AppendWord(content, word);
     }
   } else if (IsPlainTable(table)) {
     const Bytes& bytes = tables_[table];
@@ -84,7 +79,7 @@ Bytes Handset::ReadTable(std::span<const std::uint8_t> data) {
   } else {
     status = Status::kNoSuchTable;
   }
-  return Said(Op::kTableRead, status, std::move(content));
+  return PlainReply(Op::kTableRead, status, std::move(content));
 }
 
 }  // namespace orvane::bench

@@ -118,7 +118,8 @@ class ScpiInstrument {
         break;
       }
     }
-    if (found != nullptr) {
+    constexpr std::size_t kMostKnown = 500;
+    if (found != nullptr && known_.size() < kMostKnown) {
       known_.emplace(header, found);
     }
     return found;

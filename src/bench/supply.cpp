@@ -28,15 +28,16 @@ std::span<const Supply::Row> Supply::Rows() {
 std::string Supply::Identify(std::string_view) { return "ORVANE,VIRTUAL SUPPLY,0,1.0"; }
 
 std::string Supply::Reset(std::string_view) {
-  fixture_.supplyOn = false;
-  fixture_.supplyVolts = 0;
+  fixture_.Feed(false, 0);
   limitAmps_ = kStartLimitAmps;
   return {};
 }
 
 std::string Supply::SetVoltage(std::string_view argument) {
   constexpr double kHighestVolts = 20;
-  Take(fixture_.supplyVolts, argument, 0, kHighestVolts);
+  double volts = fixture_.supplyVolts;
+  Take(volts, argument, 0, kHighestVolts);
+  fixture_.Feed(fixture_.supplyOn, volts);
   return {};
 }
 
@@ -48,9 +49,9 @@ std::string Supply::SetLimit(std::string_view argument) {
 std::string Supply::SetOutput(std::string_view argument) {
   const std::string word = CapitalsOf(argument);
   if (word == "ON" || word == "1") {
-    fixture_.supplyOn = true;
+    fixture_.Feed(true, fixture_.supplyVolts);
   } else if (word == "OFF" || word == "0") {
-    fixture_.supplyOn = false;
+    fixture_.Feed(false, fixture_.supplyVolts);
   } else {
     Refuse();
   }

@@ -123,7 +123,7 @@ TEST(TestSetFault, LeavesIdentificationAlone) {
 TEST(FaultText, IsRefusedWhenItSaysNothingClear) {
   const char* const texts[] = {"",         "nonsense",   "silent@",  "silent@0",    "silent@x",
                                "status/0", "status/128", "silent/1", "status-nope", "testset-silent-txpw",
-                               "late/a",   "@3"};
+                               "late/a",   "late/nan",   "@3"};
   for (const char* const text : texts) {
     EXPECT_THROW((void)ParseFault(text), BenchOptionError) << text;
   }
@@ -134,6 +134,14 @@ TEST(FaultTable, HasOneDescribedRowForEachName) {
     EXPECT_EQ(&RowOf(row.kind), &row) << row.name;
     EXPECT_EQ(ParseFault(row.name).kind, row.kind);
     EXPECT_FALSE(row.description.empty());
+  }
+}
+
+TEST(FaultTable, StandsInTheGuide) {
+  std::ifstream guide(BENCH_GUIDE);
+  const std::string text{std::istreambuf_iterator<char>(guide), {}};
+  for (const FaultRow& row : FaultTable()) {
+    EXPECT_NE(text.find("`" + std::string(row.name) + "`"), std::string::npos) << row.name;
   }
 }
 

@@ -128,11 +128,10 @@ TEST(Handset, TransmitsOnlyWhileItIsToldTo) {
 
 TEST(Handset, CountsTheVoltageAtItsContacts) {
   Unit unit;
-  unit.fixture.supplyOn = true;
-  unit.fixture.supplyVolts = 4.21;
+  unit.fixture.Feed(true, 4.21);
   EXPECT_NEAR(unit.Read(69, "1E 00"), 625, 5);
   EXPECT_EQ(unit.Read(69, "14 00"), 4200);
-  unit.fixture.supplyVolts = 3.36;
+  unit.fixture.Feed(true, 3.36);
   EXPECT_NEAR(unit.Read(69, "1E 00"), 496, 5);
   EXPECT_GE(unit.Read(69, "1F 00"), 256) << "the charger is connected";
   EXPECT_NEAR(unit.Read(69, "20 00"), 100, 6) << "zero calibration";
@@ -144,18 +143,29 @@ TEST(Handset, FallsSilentWithoutPowerAndForgetsWhatWasNotCommitted) {
   (void)unit.Say(82, "03 55");
   (void)unit.Say(84, "01 00");
   (void)unit.Say(82, "03 66");
-  unit.fixture.supplyOn = true;
-  unit.fixture.supplyVolts = 0;
+  unit.fixture.Feed(true, 0);
   EXPECT_EQ(unit.Say(32, ""), "");
-  unit.fixture.supplyVolts = 4.2;
+  unit.fixture.Feed(true, 4.2);
   EXPECT_NE(unit.Say(32, ""), "");
   EXPECT_EQ(unit.handset.Kept().Eeprom()[0], 0x55);
   EXPECT_EQ(unit.handset.Kept().Eeprom()[1], 0x00);
 }
 
+TEST(Handset, StartsAfreshAlsoAfterAShortLossOfPower) {
+  Unit unit;
+  (void)unit.Say(48, "02 00 3E 00");
+  (void)unit.Say(35, "02 00");
+  ASSERT_TRUE(unit.fixture.uplink);
+  unit.fixture.Feed(true, 0);
+  EXPECT_FALSE(unit.fixture.uplink) << "a dead transmitter";
+  unit.fixture.Feed(true, 4.2);
+  EXPECT_EQ(unit.Read(49, "02 00"), 30) << "its first channel";
+  EXPECT_FALSE(unit.fixture.uplink);
+}
+
 TEST(Handset, LivesOnTheFixturesCellWhileTheSupplyIsOff) {
   Unit unit;
-  unit.fixture.supplyVolts = 0;
+  unit.fixture.Feed(false, 0);
   EXPECT_NE(unit.Say(32, ""), "");
 }
 

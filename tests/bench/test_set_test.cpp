@@ -126,6 +126,27 @@ TEST(TestSet, WritesReadingsWithSixDigitsAndAThreeDigitExponent) {
   }
 }
 
+TEST(TestSet, OutlivesLinesOfAnyContent) {
+  constexpr std::string_view kParts[] = {"CALL", ":",      "TCH", "SEQ ", "62",   ";", "?",  " ",
+                                         "*RST", "-1e999", "dBm", "\xFF", "SYST", "'", "\t", "INIT",
+                                         "TXP",  "nan",    ",",   "ERR",  "inf",  "\n"};
+  Instruments on;
+  Random chance(1, 12);
+  for (int i = 0; i < 20000; ++i) {
+    std::string line;
+    for (int part = static_cast<int>(chance.Uniform(0, 12)); part > 0; --part) {
+      line += kParts[static_cast<std::size_t>(chance.Uniform(0, std::size(kParts)))];
+    }
+    (void)on.testSet.Execute(line);
+    EXPECT_GE(on.fixture.generator.levelDbm, -127 - 100) << line;
+    EXPECT_LE(on.fixture.generator.levelDbm, -7 + 100) << line;
+  }
+  (void)on.testSet.Execute("*CLS");
+  (void)on.testSet.Execute("*RST");
+  EXPECT_EQ(Errors(on.testSet), "");
+  EXPECT_EQ(on.testSet.Execute("FETC:TXP:POW?").text, "+9.91000E+037");
+}
+
 TEST(TestSet, SaysWhichMeasurementIsDone) {
   Instruments on;
   EXPECT_EQ(on.testSet.Execute("INITIATE:DONE?").text, "NONE");
