@@ -51,7 +51,7 @@ std::string_view TakeWord(std::string_view& text) {
 
 std::string ExtractWord(std::string& text) {
   std::string_view rest = text;
-  const std::string word(TakeWord(rest));
+  std::string word(TakeWord(rest));
   text = std::string(rest);
   return word;
 }

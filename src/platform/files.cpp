@@ -6,15 +6,17 @@ namespace orvane {
 
 std::string ReadWhole(File& file) { return file.Read(0, file.Size()); }
 
+std::string_view TakeLine(std::string_view& content) {
+  const auto end = content.find('\n');
+  std::string_view line = content.substr(0, end);
+  content.remove_prefix(end == std::string_view::npos ? content.size() : end + 1);
+  if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  return line;
+}
+
 std::vector<std::string> LinesOf(std::string_view content) {
   std::vector<std::string> lines;
-  while (!content.empty()) {
-    const auto end = content.find('\n');
-    std::string_view line = content.substr(0, end);
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    lines.emplace_back(line);
-    content.remove_prefix(end == std::string_view::npos ? content.size() : end + 1);
-  }
+  while (!content.empty()) lines.emplace_back(TakeLine(content));
   return lines;
 }
 

@@ -48,7 +48,10 @@ class Files {
 /// The whole content of a file.
 [[nodiscard]] std::string ReadWhole(File& file);
 
-/// The lines of a text file: each ends with CR LF or LF; a last line without an end counts.
+/// Takes the first line off a text: it ends with CR LF or LF, or with the text. Without that end.
+[[nodiscard]] std::string_view TakeLine(std::string_view& content);
+
+/// The lines of a text file; a last line without an end counts.
 [[nodiscard]] std::vector<std::string> LinesOf(std::string_view content);
 
 /// Name without folder; its folder, without the last separator ("" if there is none).

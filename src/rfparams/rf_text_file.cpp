@@ -45,7 +45,9 @@ std::optional<std::string_view> ValueOf(std::string_view line) {
 
 int ReadParameterLines(std::string_view content, RFState& state) {
   std::size_t position = 0;
-  for (std::string& line : LinesOf(content)) {
+  std::string line;
+  while (!content.empty()) {
+    line = TakeLine(content);
     if (line.empty() || line.find('/') != std::string::npos) continue;
     std::replace(line.begin(), line.end(), '\t', ' ');
     const auto value = ValueOf(line);

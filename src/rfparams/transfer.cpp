@@ -76,6 +76,7 @@ void ParameterTransfer::DownLoad() {
   const auto path = dialogs_.ShowOpen(panel_->dlgDownload);
   if (!path) return;
   panel_->downloadFileName = *path;
+  panel_->dlgDownload.initialFolder = FolderOf(*path);
   if (!ReadFile(*path)) return;
   panel_->lstDataReadWindow.Clear();
   PassOver([&] { FileToRFParamsConvert(rf_); });
