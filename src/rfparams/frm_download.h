@@ -47,11 +47,11 @@ struct FrmDownLoad : Panel {
   OptionButton optEepromPage{*this, "optEepromPage", "Page", bytePageMode};
   Frame fraStratAddresLength{*this, "fraStratAddresLength", "Start Address && Length"};
   Label lblEepromAddress{*this, "lblEepromAddress", "Address"};
-  TextBox txtEepromStartAddress{*this, "txtEepromStartAddress"};
+  TextBox txtEepromStartAddress{*this, "txtEepromStartAddress", "0"};
   UpDown updEepromStartAddress{*this, "updEepromStartAddress", &txtEepromStartAddress, 0, 65536, 0};
   Label lblEepromLength{*this, "lblEepromLength", "Length"};
-  TextBox txtEepromLength{*this, "txtEepromLength"};
-  UpDown updEepromLength{*this, "updEepromLength", &txtEepromLength, 0, 65536, 0};
+  TextBox txtEepromLength{*this, "txtEepromLength", "1"};
+  UpDown updEepromLength{*this, "updEepromLength", &txtEepromLength, 0, 65536, 1};
   Frame fraEepromDataRead{*this, "fraEepromDataRead", "Data Read"};
   Frame fraEepromDataWrite{*this, "fraEepromDataWrite", "Data Write"};
   Label lblDisplayAddress{*this, "lblDisplayAddress", "Add"};

@@ -123,6 +123,7 @@ TEST_F(ParameterTransferTest, FileLoadTouchesNeitherTheTargetNorTheListBeyondCle
   EXPECT_EQ(rf_.RFParams.BAND[1].tx_High_Power_Volt_Cal, 56);
   EXPECT_EQ(rf_.EepromImage[0], "");
   EXPECT_EQ(panel_.downloadFileName, "/home/unit.epm");
+  EXPECT_EQ(panel_.dlgDownload.initialFolder, "/home");
 }
 
 TEST_F(ParameterTransferTest, OutsideTestModeADownloadIsAFileLoad) {
