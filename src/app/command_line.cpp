@@ -1,10 +1,10 @@
 #include "app/command_line.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <functional>
 #include <vector>
 
+#include "app/desk.h"
 #include "app/route_text.h"
 
 namespace orvane {
@@ -73,11 +73,6 @@ void Define(CLI::App& app, Options& options) {
   app.add_flag("--headless", options.headless, "No windows");
   app.add_flag("--initialize", options.initialize,
                "Initialize the instruments and the Target once; headless, then exit: 0 PASS, 1 FAIL, 2 neither");
-}
-
-std::string OneLine(std::string text) {
-  std::replace(text.begin(), text.end(), '\n', ' ');
-  return text;
 }
 
 }  // namespace

@@ -38,9 +38,24 @@ Item* Find(std::list<Item>& pile, Desk::Id id) {
 
 }  // namespace
 
+std::string OneLine(std::string_view text) {
+  std::string line;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool pair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
+    if (pair) continue;
+    if (text[i] == '\r' || text[i] == '\n') {
+      line += " / ";
+    } else {
+      line += text[i];
+    }
+  }
+  return line;
+}
+
 BoxButton Desk::Show(const Box& box) {
   if (unattendedLog_ != nullptr) {
-    *unattendedLog_ << box.title << ": " << box.text << " -> " << ButtonText(box.buttons.front()) << std::endl;
+    *unattendedLog_ << box.title << ": " << OneLine(box.text) << " -> " << ButtonText(box.buttons.front())
+                    << std::endl;
     return box.buttons.front();
   }
   const Lying<OpenBox> open(boxes_, OpenBox{++lastId_, box}, closed);

@@ -15,6 +15,9 @@
 
 namespace orvane {
 
+/// A text of several lines in one, for a log: " / " in place of each line end.
+[[nodiscard]] std::string OneLine(std::string_view text);
+
 /// The boxes and file dialogs that lie open before the operator. The operation that raised one waits in the event
 /// loop until a front end answers it. Boxes and dialogs share their ids.
 class Desk final : public Boxes, public FileDialogs {

@@ -27,10 +27,11 @@ bool IsNumber(const std::string& cell) {
   return !cell.empty() && cell.find_first_not_of("-0123456789.") == std::string::npos;
 }
 
-std::string Spaced(const std::string& row) {
-  std::string text;
-  for (const std::string& cell : Columns(row)) text += (text.empty() ? "" : "  ") + cell;
-  return text;
+/// A row of the receive results: the name of a band, or channel and compensation.
+std::string CompensationText(const std::string& row) {
+  const auto columns = Columns(row);
+  if (columns.size() != 2) return row;
+  return IsNumber(columns[1]) ? "channel " + columns[0] + ": compensation " + columns[1] : "";
 }
 
 /// A row of the transmit results: DAC value, level, measured power. Heads of the lists say nothing new.
@@ -69,7 +70,7 @@ void Narrator::Follow(StationPanels& panels) {
   };
   follow(panels.txResult.listPowerLevel, &LevelText);
   follow(panels.txResult.listChanCalPowerLevel, &ChannelText);
-  follow(panels.mpAutoCal.lstMPRxChannelCalResult, &Spaced);
+  follow(panels.mpAutoCal.lstMPRxChannelCalResult, &CompensationText);
 }
 
 std::string Narrator::Elapsed() const {
@@ -94,8 +95,8 @@ void Narrator::Tick() {
     out_ << kEraseLine << std::flush;
     return;
   }
-  out_ << kEraseLine << Elapsed() << "  " << StepName(*step) << " ... " << state_.tally.commands - startTally_.commands
-       << " commands" << std::flush;
+  out_ << kEraseLine << Elapsed() << "  " << StepName(*step) << " ... "
+       << state_.tally.commands - startTally_.commands << " commands" << std::flush;
   loop_.PostAt(loop_.Now() + kTick, [this] { Tick(); });
 }
 
@@ -151,7 +152,9 @@ void Narrator::TellSum() {
   if (toFile && state_.cal.CalSaveFileOk) Say("RF parameters saved in " + state_.cal.CalSaveFileName);
 }
 
-void Narrator::TellBox(const Desk::OpenBox& open) { Say("[" + open.box.title + "] " + open.box.text, Tone::Doubtful); }
+void Narrator::TellBox(const Desk::OpenBox& open) {
+  Say("[" + open.box.title + "] " + OneLine(open.box.text), Tone::Doubtful);
+}
 
 NarratorStyle StandardOutputStyle() {
   const bool terminal = ::isatty(STDOUT_FILENO) != 0;

@@ -106,9 +106,13 @@ TEST_F(DeskTest, UnattendedBoxesAreTakenDownAndAnsweredWithTheirFirstButton) {
   std::ostringstream log;
   desk_.LeaveUnattended(log);
   EXPECT_EQ(desk_.AskOverwrite("a.epm already exists"), BoxButton::Yes);
+  desk_.Alarm("Unable to open device\ribsta = &H8000\r\niberr = 2");
   FileDialog dialog{"RF Parameters Save", "", "epm", "", ""};
   EXPECT_EQ(desk_.ShowSave(dialog), std::nullopt);
-  EXPECT_EQ(log.str(), "ORVANE: a.epm already exists -> Yes\nRF Parameters Save: which file? -> Cancel\n");
+  EXPECT_EQ(log.str(),
+            "ORVANE: a.epm already exists -> Yes\n"
+            "Alarm: Unable to open device / ibsta = &H8000 / iberr = 2 -> OK\n"
+            "RF Parameters Save: which file? -> Cancel\n");
 }
 
 }  // namespace

@@ -39,7 +39,9 @@ TEST_F(NarratorTest, TellsStepsAndWhatTheyFindWithTheTimeSinceTheRunsStart) {
   state_.report.Begin();
   state_.report.Enter(RunStep::Receive);
   loop_.Block(1500ms);
-  panels_.mpAutoCal.lstMPRxChannelCalResult.AddItem("10\t-3");
+  panels_.mpAutoCal.lstMPRxChannelCalResult.AddItem("Band\tCal");
+  panels_.mpAutoCal.lstMPRxChannelCalResult.AddItem("DCS Band");
+  panels_.mpAutoCal.lstMPRxChannelCalResult.AddItem("512\t-3");
   state_.report.Leave();
   state_.report.Enter(RunStep::TransmitDcs);
   panels_.txResult.listPowerLevel.AddItem("lev(DCS)\tLevel\tAvgPow(DCS)");
@@ -55,7 +57,8 @@ TEST_F(NarratorTest, TellsStepsAndWhatTheyFindWithTheTimeSinceTheRunsStart) {
   state_.report.Conclude(Verdict::Pass);
   EXPECT_EQ(out_.str(),
             "    0.0 s  receive ...\n"
-            "    1.5 s    10  -3\n"
+            "    1.5 s    DCS Band\n"
+            "    1.5 s    channel 512: compensation -3\n"
             "    1.5 s  receive complete\n"
             "    1.5 s  transmitDCS ...\n"
             "    1.5 s    level 0: DAC 523, 29.98 dBm\n"
