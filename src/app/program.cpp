@@ -18,7 +18,8 @@ Program::Program(const Options& options)
   const bool outputIsFree = !std::holds_alternative<StdioAutomation>(options.automation);
   if (options.headless && !automated) world_.desk.LeaveUnattended(std::cerr);
   if (options.headless && outputIsFree) {
-    narrator_.emplace(std::cout, StandardOutputStyle(), world_.loop, station_.State(), station_.Panels(), world_.desk);
+    narrator_.emplace(std::cout, StandardOutputStyle(), world_.loop, station_.State(), station_.Panels(),
+                      world_.desk);
   }
   OpenAutomation();
 }
@@ -69,7 +70,8 @@ int Program::VerdictStatus() {
   if (verdict == Verdict::Fail) return kFailed;
   if (verdict == Verdict::Pass && report.AllComplete()) return kPassed;
 
-  std::cerr << (verdict == Verdict::Pass ? "PASS, but not every step was completed." : "The run ended without a verdict.")
+  std::cerr << (verdict == Verdict::Pass ? "PASS, but not every step was completed."
+                                         : "The run ended without a verdict.")
             << std::endl;
   for (const StepRecord& step : report.Steps()) {
     if (!step.complete) std::cerr << StepName(step.step) << ": " << step.reason << std::endl;
