@@ -212,11 +212,12 @@ static_assert(CodesRise());
 }  // namespace
 
 const std::string& Reply::Text(int offset) const {
-  if (frame_.start + offset >= frame_.end) {
+  const int place = frame_.start + offset;
+  if (place >= frame_.end) {
     throw StationFailure("Type mismatch: \"&H\" is no number. The Target's reply ends ahead of its place " +
                          std::to_string(offset) + ".");
   }
-  return state_.ReplyBytes[static_cast<std::size_t>(frame_.start + offset)];
+  return state_.ReplyBytes[static_cast<std::size_t>(place)];
 }
 
 Long Reply::Byte(int offset) const { return UnsignedHex(std::string_view(Text(offset)).substr(kPrefix)); }

@@ -46,7 +46,7 @@ void ResultsControls::OnResultClear() { main_->txtResults.SetText(""); }
 std::optional<std::string> ResultsControls::AskForPath() {
   while (true) {
     main_->dlgOpenLog.fileName.clear();
-    const auto path = dialogs_.ShowSave(main_->dlgOpenLog);
+    auto path = dialogs_.ShowSave(main_->dlgOpenLog);
     if (!path) return std::nullopt;
     state_.LogFileName = *path;
     if (!files_.Exists(*path)) return path;
