@@ -19,7 +19,7 @@ std::string DoubtsBetween(const LinkTally& before, const LinkTally& after) {
   tell(&LinkTally::strayReplies, "with stray bytes around the reply");
   tell(&LinkTally::foreignReplies, "with a reply to another command");
   tell(&LinkTally::unaskedTexts, "with text that nobody asked for");
-  return doubts.empty() ? doubts : "exchanges with the Target: " + doubts;
+  return doubts.empty() ? doubts : "Exchanges with the Target: " + doubts;
 }
 
 }  // namespace orvane

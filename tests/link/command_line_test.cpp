@@ -65,7 +65,7 @@ TEST(CommandLine, AMissingArgumentIsNamedAndTheOldStatusStands) {
     EXPECT_EQ(rig.state.TMStatus, "&H00") << "callers go on by the status before";
   }
   EXPECT_EQ(rig.loop.Now(), before) << "nothing is awaited";
-  EXPECT_EQ(DoubtsBetween({}, rig.tally), "exchanges with the Target: 6 never sent")
+  EXPECT_EQ(DoubtsBetween({}, rig.tally), "Exchanges with the Target: 6 never sent")
       << "whoever judges the run by the status alone would miss them";
 }
 

@@ -203,7 +203,7 @@ TEST(Gathering, ALateReplyToAnEarlierCommandIsTold) {
   EXPECT_EQ(rig.link.Status(), 0);
   EXPECT_EQ(rig.tally.foreignReplies, 1);
   EXPECT_EQ(DoubtsBetween({}, rig.tally),
-            "exchanges with the Target: 1 without a reply, 1 with a reply to another command");
+            "Exchanges with the Target: 1 without a reply, 1 with a reply to another command");
   EXPECT_EQ(DoubtsBetween(rig.tally, rig.tally), "");
 }
 
