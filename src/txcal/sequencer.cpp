@@ -177,7 +177,7 @@ void Sequencer::Step(RunStep step, const std::function<void()>& work) {
   work();
   if (const std::string doubts = DoubtsBetween(before, tally_); !doubts.empty()) report_.Flaw(doubts + ".");
   if (const long failed = tally_.failureStatuses - before.failureStatuses; failed > 0) {
-    report_.Flaw("commands that failed in the Target: " + std::to_string(failed) + ".");
+    report_.Flaw("Commands that failed in the Target: " + std::to_string(failed) + ".");
   }
   report_.Leave();
 }

@@ -1,0 +1,178 @@
+#include "txcal/result_save.h"
+
+#include "txcal/tx_desk.h"
+
+namespace orvane {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using ::testing::StartsWith;
+
+struct SaveDesk : test::TxDesk {
+  SaveDesk() {
+    save.Connect();
+    state.rf.RFParams.rf_revision = 8240;
+    state.rf.RFParams.BAND[0].tx_Level[5].apc = 601;
+  }
+  void Save() {
+    Note(RunStep::Save);
+    outcome = Act([this] { panel.cmdAutoCalResultSave.Click(); });
+  }
+
+  ParameterTransfer transfer{panels.downLoad, panels.autoCal, state.rf, state.reply, link,
+                             state.report,    boxes,          dialogs,  files};
+  ResultSave save{panels.autoCal, panels.downLoad, state.cal, state.rf, link,
+                  transfer,       state.report,    boxes,     dialogs,  files};
+};
+
+using ResultSaveRun = SaveDesk;
+
+TEST_F(ResultSaveRun, TheAutoBoxDecidesWhetherTheButtonCanBePressed) {
+  EXPECT_TRUE(panel.chkAutoSaveMode.Checked());
+  EXPECT_TRUE(panel.cmdAutoCalResultSave.Enabled()) << "the panel's load enables it last";
+  op.Check(panel.chkAutoSaveMode, false);
+  EXPECT_TRUE(panel.cmdAutoCalResultSave.Enabled());
+  op.Check(panel.chkAutoSaveMode, true);
+  EXPECT_FALSE(panel.cmdAutoCalResultSave.Enabled());
+}
+
+TEST_F(ResultSaveRun, WritesTheImageToTheTargetIn57Chunks) {
+  Save();
+  const auto commands = Commands();
+  ASSERT_THAT(commands, SizeIs(2 + 57 + 1));
+  EXPECT_EQ(commands[0], "spw 5 0");
+  EXPECT_EQ(commands[1], "spw 1 0");
+  EXPECT_THAT(commands[2], StartsWith("stw 3 0x"));
+  EXPECT_EQ(commands.back(), "se 1");
+  EXPECT_THAT(dialogs.shown, IsEmpty());
+  EXPECT_THAT(files.content, IsEmpty());
+  EXPECT_EQ(Flaws(), "");
+}
+
+TEST_F(ResultSaveRun, ATargetOutOfTestModeIsLeftOutWithoutAWord) {
+  state.reply.TargetMode = "";
+  Save();
+  EXPECT_THAT(Commands(), IsEmpty());
+  EXPECT_THAT(boxes.shown, IsEmpty());
+  EXPECT_EQ(Flaws(), "The EEPROM was not written: the Target is not in test mode.");
+}
+
+TEST_F(ResultSaveRun, WritesTheFileThatWasChosenAtTheStartOfTheRun) {
+  op.Select(panel.optSaveModeFile);
+  cal.CalSaveFileName = "/results/unit.epm";
+  cal.CalSaveFileOk = true;
+  Save();
+  EXPECT_THAT(dialogs.shown, IsEmpty());
+  const std::string& text = files.content["/results/unit.epm"];
+  EXPECT_THAT(text, StartsWith("rf_revision\t=\tRF_PASCAL_20\r\nlow_agc_noise_thr\t=\t0\r\n"));
+  EXPECT_THAT(text, HasSubstr("BAND(0).tx_Level(0).apc (5)\t=\t601\r\n"));
+  EXPECT_THAT(Commands(), IsEmpty());
+  EXPECT_EQ(Flaws(), "");
+}
+
+TEST_F(ResultSaveRun, WritesBoth) {
+  op.Select(panel.optSaveModeEEPROMFile);
+  cal.CalSaveFileName = "/results/unit.epm";
+  cal.CalSaveFileOk = true;
+  Save();
+  EXPECT_TRUE(files.content.contains("/results/unit.epm"));
+  EXPECT_THAT(Commands(), SizeIs(60));
+}
+
+TEST_F(ResultSaveRun, AFileThatCannotBeOpenedLeavesTheEepromOutToo) {
+  op.Select(panel.optSaveModeEEPROMFile);
+  for (const char* name : {"/locked/unit.epm", ""}) {
+    files.unopenable = {"/locked/unit.epm", ""};
+    cal.CalSaveFileName = name;
+    cal.CalSaveFileOk = true;
+    boxes.shown.clear();
+    Save();
+    ASSERT_THAT(boxes.shown, SizeIs(1));
+    EXPECT_EQ(boxes.shown[0].icon, BoxIcon::Exclamation);
+    EXPECT_THAT(Commands(), IsEmpty());
+    EXPECT_EQ(Flaws(), "No file was written: " + boxes.shown[0].text);
+  }
+}
+
+TEST_F(ResultSaveRun, AFileThatCannotBeWrittenStopsEverything) {
+  op.Select(panel.optSaveModeEEPROMFile);
+  files.unwritable = {"/full/unit.epm"};
+  cal.CalSaveFileName = "/full/unit.epm";
+  Save();
+  EXPECT_TRUE(outcome.has_value());
+  EXPECT_THAT(Commands(), IsEmpty());
+}
+
+TEST_F(ResultSaveRun, AsksForTheFileWithAutoUnchecked) {
+  op.Check(panel.chkAutoSaveMode, false);
+  op.Select(panel.optSaveModeEEPROMFile);
+  dialogs.answers = {"/results/new.epm"};
+  Save();
+  ASSERT_THAT(dialogs.shown, SizeIs(1));
+  EXPECT_TRUE(dialogs.shown[0].save);
+  EXPECT_EQ(dialogs.shown[0].dialog.title, "RF Parameters Save");
+  EXPECT_EQ(dialogs.shown[0].dialog.defaultExtension, "epm");
+  EXPECT_TRUE(files.content.contains("/results/new.epm"));
+  EXPECT_EQ(cal.CalSaveFileName, "/results/new.epm");
+  EXPECT_THAT(Commands(), SizeIs(60));
+  EXPECT_THAT(boxes.shown, IsEmpty());
+}
+
+TEST_F(ResultSaveRun, CancelInTheDialogEndsTheOperation) {
+  op.Check(panel.chkAutoSaveMode, false);
+  op.Select(panel.optSaveModeEEPROMFile);
+  cal.CalSaveFileName = "/results/before.epm";
+  Save();
+  EXPECT_THAT(files.content, IsEmpty());
+  EXPECT_THAT(Commands(), IsEmpty());
+  EXPECT_THAT(boxes.shown, IsEmpty());
+  EXPECT_EQ(cal.CalSaveFileName, "/results/before.epm");
+  EXPECT_EQ(Flaws(), "No file was written: none was chosen.");
+}
+
+TEST_F(ResultSaveRun, AsksBeforeAFileIsChanged) {
+  op.Check(panel.chkAutoSaveMode, false);
+  op.Select(panel.optSaveModeFile);
+  const std::string longer(100000, 'x');
+  const struct {
+    std::vector<BoxButton> answers;
+    std::vector<std::optional<std::string>> names;
+    bool keepsTail;
+  } rows[] = {{{BoxButton::Yes}, {"/a.epm"}, false},
+              {{BoxButton::No}, {"/a.epm"}, true},
+              {{BoxButton::Cancel, BoxButton::Yes}, {"/a.epm", "/a.epm"}, false}};
+  for (const auto& row : rows) {
+    files.content["/a.epm"] = longer;
+    boxes.shown.clear();
+    dialogs.shown.clear();
+    boxes.answers.assign(row.answers.begin(), row.answers.end());
+    dialogs.answers.assign(row.names.begin(), row.names.end());
+    Save();
+    EXPECT_EQ(boxes.shown[0].text, "Do you want to change a current file to /a.epm?");
+    EXPECT_EQ(boxes.shown[0].icon, BoxIcon::Question);
+    EXPECT_EQ(dialogs.shown.size(), row.names.size());
+    EXPECT_THAT(files.content["/a.epm"], StartsWith("rf_revision"));
+    EXPECT_EQ(files.content["/a.epm"].size() == longer.size(), row.keepsTail);
+  }
+}
+
+TEST_F(ResultSaveRun, AFileThatCannotBeDeletedEndsTheOperation) {
+  op.Check(panel.chkAutoSaveMode, false);
+  op.Select(panel.optSaveModeEEPROMFile);
+  files.content["/a.epm"] = "old";
+  files.undeletable = {"/a.epm"};
+  dialogs.answers = {"/a.epm"};
+  boxes.answers = {BoxButton::Yes};
+  Save();
+  ASSERT_THAT(boxes.shown, SizeIs(2));
+  EXPECT_EQ(boxes.shown[1].icon, BoxIcon::Exclamation);
+  EXPECT_EQ(files.content["/a.epm"], "old");
+  EXPECT_THAT(Commands(), IsEmpty());
+  EXPECT_EQ(Flaws(), "No file was written: none was chosen.");
+}
+
+}  // namespace
+}  // namespace orvane
