@@ -110,7 +110,8 @@ struct BandRow {
   std::string_view phaseChannel;
 
   [[nodiscard]] constexpr std::size_t PositionOf(int level) const {
-    return static_cast<std::size_t>(level + positionOfLevel0);
+    const int position = level + positionOfLevel0;
+    return static_cast<std::size_t>(position);
   }
 };
 

@@ -290,6 +290,23 @@ TEST_F(BandFailures, ALevelThatTheOldPowerServesIsStoredUntried) {
   EXPECT_THAT(Flaws(), HasSubstr("GSM level 18 was never measured; DAC 50 stands untried."));
 }
 
+TEST_F(BandFailures, TheFirstLevelStartsFromAFixedPowerAndAQuarterDecibel) {
+  const struct {
+    bool dcs;
+    const char* target;
+    bool served;
+  } rows[] = {{false, "1.25", true}, {false, "1.2501", false}, {true, "-4.75", true}, {true, "-4.7499", false}};
+  for (const auto& row : rows) {
+    cal.PowerIndex[row.dcs ? 30 : 14] = Decimal4::FromText(row.target);
+    reading = [&row] { return std::string(row.target); };
+    failing = {row.dcs ? "txpw 1 114" : "txpw 1 18"};
+    Note();
+    row.dcs ? ClickDcs() : ClickGsm();
+    EXPECT_EQ(Record(row.dcs ? 1 : 0).tx_Level[row.dcs ? 15 : 19].apc, row.served ? 47 : 48) << row.target;
+    EXPECT_EQ(Flaws().find("was never measured") != std::string::npos, row.served) << row.target;
+  }
+}
+
 TEST_F(BandFailures, AnEmptyToleranceBoxStopsEverything) {
   panel.txtErrorRate.SetText("");
   ClickGsm();

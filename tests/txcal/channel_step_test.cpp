@@ -266,6 +266,22 @@ TEST_F(ChannelStepRun, AChannelThatTheStartPowerServesIsUntried) {
   EXPECT_THAT(Flaws(), HasSubstr("GSM channel 124 was never measured; DAC 599 stands untried."));
 }
 
+TEST_F(ChannelStepRun, EachChannelStartsFromAFixedPowerAndATenthOfADecibel) {
+  const struct {
+    bool dcs;
+    const char* target;
+    bool served;
+  } rows[] = {{false, "30.1", true}, {false, "30.1001", false}, {true, "27.1", true}, {true, "27.1001", false}};
+  for (const auto& row : rows) {
+    const std::size_t strongest = row.dcs ? 15 : 0;
+    cal.PowerIndex[strongest] = Decimal4::FromText(row.target);
+    cal.PowerIndex[strongest + 1] = row.dcs ? "26.5"_d4 : "29.5"_d4;
+    Note();
+    row.dcs ? ClickDcs() : ClickGsm();
+    EXPECT_EQ(Flaws().find("was never measured") != std::string::npos, row.served) << row.target;
+  }
+}
+
 TEST_F(ChannelStepRun, AChannelThatMissesItsTargetIsAFlaw) {
   during["rfpw 1 885"] = [this] { reading = [] { return std::string("28.6"); }; };
   Note();
