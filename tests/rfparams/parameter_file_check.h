@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orvane::test {
+
+/// What is wrong with the way the station takes a parameter file of that content; empty when nothing is: the texts
+/// are those of a second reader, the image can be made of whatever was converted, and a record that was converted
+/// whole comes back the same from its own file.
+[[nodiscard]] std::string FaultOfParameterFile(std::string_view content);
+
+}  // namespace orvane::test
