@@ -34,7 +34,7 @@ TEST_F(BandFailures, ACommandThatFailsEndsTheRunThere) {
       EXPECT_EQ(cal.CalFailed, answers) << row.command << ": only a status fails the unit";
       EXPECT_EQ(cal.CalStopRequested, answers) << row.command;
       EXPECT_EQ(Flaws(),
-                "\"" + std::string(row.command) + (answers ? "\" failed with status 5." : "\" brought no reply."));
+                std::string("\"") + row.command + (answers ? "\" failed with status 5." : "\" brought no reply."));
       EXPECT_FALSE(row.dcs ? cal.DcsCalDone : cal.GsmCalDone);
       failing.clear();
       silent.clear();

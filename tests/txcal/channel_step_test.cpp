@@ -175,7 +175,7 @@ TEST_F(ChannelStepRun, AFailingCommandEndsTheRun) {
     Note();
     ClickGsm();
     EXPECT_EQ(Commands().back(), command);
-    EXPECT_EQ(Flaws(), "\"" + std::string(command) + "\" failed with status 5.");
+    EXPECT_EQ(Flaws(), std::string("\"") + command + "\" failed with status 5.");
     EXPECT_FALSE(cal.GsmCalDone);
     EXPECT_THAT(boxes.shown, IsEmpty());
   }

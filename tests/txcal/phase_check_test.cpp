@@ -93,7 +93,7 @@ TEST_F(PhaseCheckRun, AFailureInTheCheckLeavesTheBandDone) {
     ClickGsm();
     EXPECT_EQ(Commands().back(), command);
     EXPECT_TRUE(cal.GsmCalDone);
-    EXPECT_EQ(Flaws(), "\"" + std::string(command) + "\" failed with status 5.");
+    EXPECT_EQ(Flaws(), std::string("\"") + command + "\" failed with status 5.");
     failing.clear();
     during.clear();
   }
