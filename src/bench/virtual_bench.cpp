@@ -20,12 +20,12 @@ class VirtualBench::Line final : public SerialControl, public std::enable_shared
   void Open() override {
     if (target_.Unplugged()) throw StationFailure("The virtual bench's serial device is missing.");
     open_ = true;
+    openedAt_ = loop_.Now();
   }
 
   void Close() override {
     open_ = false;
     received_.clear();
-    ++opening_;
   }
 
   void Output(std::string_view bytes) override {
@@ -69,14 +69,15 @@ class VirtualBench::Line final : public SerialControl, public std::enable_shared
       const std::size_t end = std::min(reply.bytes.size(), at + kReceiveFifo);
       std::string piece(reply.bytes.begin() + static_cast<std::ptrdiff_t>(at),
                         reply.bytes.begin() + static_cast<std::ptrdiff_t>(end));
-      At(start + kByteTime * end,
-         [piece = std::move(piece), opening = opening_](Line& line) { line.Receive(piece, opening); });
+      const TimePoint arrives = start + kByteTime * end;
+      At(arrives, [piece = std::move(piece), arrives](Line& line) { line.Receive(piece, arrives); });
     }
     incomingFree_ = start + kByteTime * reply.bytes.size();
   }
 
-  void Receive(const std::string& piece, unsigned opening) {
-    if (!open_ || opening != opening_) return;
+  /// What came while the port was closed is lost, also when this event is served after the next opening.
+  void Receive(const std::string& piece, TimePoint arrived) {
+    if (!open_ || arrived < openedAt_) return;
     received_ += piece;
     if (setup.rThreshold > 0 && onComm) onComm(kCommReceive);
   }
@@ -84,7 +85,7 @@ class VirtualBench::Line final : public SerialControl, public std::enable_shared
   EventLoop& loop_;
   TargetLine& target_;
   bool open_ = false;
-  unsigned opening_ = 0;  ///< bytes on their way when a port is closed are lost to the next one
+  TimePoint openedAt_{0};
   std::string received_;
   std::deque<Travelling> travelling_;
   TimePoint outgoingFree_{0};

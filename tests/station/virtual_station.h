@@ -1,0 +1,55 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/station.h"
+#include "bench/virtual_bench.h"
+#include "platform/operator.h"
+#include "platform/virtual_event_loop.h"
+#include "support/fake_desk.h"
+#include "support/journal.h"
+#include "support/journaling_bus.h"
+#include "support/memory_files.h"
+
+namespace orvane::test {
+
+/// A whole station on the virtual bench in virtual time, with the installed data files on a disk in memory.
+class VirtualStation {
+ public:
+  explicit VirtualStation(const bench::BenchOptions& options = {});
+  /// A unit of that seed with faults in their text form, "battery", "status-txpw@7".
+  explicit VirtualStation(std::uint64_t seed, const std::vector<std::string>& faults = {});
+
+  /// Test set, supply and load are initialised by hand, as an operator does before the first Target.
+  void InitializeInstruments();
+  /// The operator's one click. The text of the failure that stopped it, or no value.
+  std::optional<std::string> InitializeTarget();
+  /// Both.
+  std::optional<std::string> TakeTargetThrough();
+
+  [[nodiscard]] StationState& State() { return station.State(); }
+  [[nodiscard]] StationPanels& Panels() { return station.Panels(); }
+  [[nodiscard]] Verdict Concluded() const { return verdict_; }
+  /// "receive: complete" or "receive: why not", a line a step.
+  [[nodiscard]] std::string Steps();
+
+  VirtualEventLoop loop;
+  Journal journal;
+  FakeBoxes boxes{journal};
+  FakeDialogs dialogs;
+  MemoryFiles files;
+  bench::VirtualBench bench;
+  JournalingBus bus{bench.Bus(), journal};
+  Station station;
+  Operator op;
+
+ private:
+  Verdict verdict_ = Verdict::None;
+};
+
+[[nodiscard]] bench::BenchOptions OptionsOf(std::uint64_t seed, const std::vector<std::string>& faults);
+
+}  // namespace orvane::test
