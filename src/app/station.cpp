@@ -18,6 +18,7 @@
 #include "link/target_link.h"
 #include "ramp/ramp_editor.h"
 #include "ramp/ramp_panels.h"
+#include "rfparams/eeprom_test_panel.h"
 #include "rfparams/transfer.h"
 #include "rxcal/mp_panel.h"
 #include "rxcal/result_views.h"
@@ -58,6 +59,8 @@ struct Station::Operations {
 
   ParameterTransfer transfer{p.downLoad, p.autoCal,   s.rf,          s.reply,    link,
                              s.report,   ports.boxes, ports.dialogs, ports.files};
+
+  EepromTestPanel eepromTestPanel{p.downLoad, ports.mscomTarget};
 
   RampEditorPorts rampPorts{s.ramp, s.rf, s.reply, link, console, ports.files, ports.boxes, ports.dialogs};
   RampEditor mainRampEditor{p.main.ramp, kRampEditorOfMain, rampPorts};
@@ -116,6 +119,7 @@ struct Station::Operations {
     testSetSession.Connect();
     testSetByHand.Connect();
     transfer.Connect();
+    eepromTestPanel.Connect();
     mainRampEditor.Connect();
     dialogRampEditor.Connect();
     rampTableDialog.Connect();

@@ -1,9 +1,18 @@
 #include "rxcal/rx_run.h"
 
+#include <cstdlib>
+
 #include "instruments/dialect.h"
 #include "rxcal/missing_stop_button.h"
 
 namespace orvane {
+
+namespace {
+
+/// Half dB on either side that a sound receiver stays within. The run accepts more; its report tells of it.
+constexpr int kSoundCompensation = 5;
+
+}  // namespace
 
 /// What a band with a reference channel has of its own.
 struct RxRun::Band {
@@ -190,6 +199,10 @@ void RxRun::StoreCompensations(const Tables& tables, Integer gsmReference) {
         rf_.RFParams.BAND[band].agc_bands.at(firstRow + k) = {points[k].channel, compensation};
       }
       list.AddItem(std::to_string(points[k].channel) + "\t" + std::to_string(compensation));
+      if (std::abs(compensation) > kSoundCompensation) {
+        report_.Flaw("The compensation of channel " + std::to_string(points[k].channel) + " is " +
+                     std::to_string(compensation) + " half dB.");
+      }
     }
   };
   list.AddItem("GSM Band");

@@ -1,11 +1,16 @@
 #include "txcal/search_run.h"
 
+#include "base/failure.h"
 #include "base/text.h"
 
 namespace orvane {
 namespace {
 
 constexpr int kHighestPower = 40;
+
+/// The longest sound search walks from one DAC limit to the other in steps of one. What takes more passes swings
+/// around its target and would never end.
+constexpr int kMostPasses = 1100;
 
 }  // namespace
 
@@ -18,6 +23,10 @@ bool SearchRun::Run(const SearchRow& row, PowerSearch& search, const std::string
     ((*parts_.results).*row.passList).AddItem(std::to_string(search.Dac()) + "\t" + measured->Text());
     search.Learn(*measured, Decimal4::FromText(parts_.panel->txtErrorRate.Text()));
     if (search.NearEnough()) break;
+    if (search.Passes() >= kMostPasses) {
+      throw StationFailure("The power does not settle at " + subject + ": " + std::to_string(kMostPasses) +
+                           " passes have not found it. Check the Target's transmitter, the cable and the test set.");
+    }
   }
   TellFlaws(search, subject);
   return true;
@@ -47,6 +56,7 @@ bool SearchRun::ReadPower(const SearchRow& row, Integer dac, const std::string& 
   ReadOnce(dac);
   const TextBox& reading = parts_.panel->txtPeakPower;
   if (!IsEmptyReading(reading.Text())) return true;
+  parts_.report.Flaw("The test set gave an empty reading at " + subject + ".");
   for (int retry = 0; retry < row.retries; ++retry) {
     const auto raised = CheckedInteger(dac + row.retryRaise);
     if (!steps_.Command("txpw 4 " + std::to_string(raised), 0)) return false;

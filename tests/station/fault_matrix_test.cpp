@@ -32,9 +32,9 @@ const std::set<std::string_view> kBesideTheRoad{
 };
 
 /// The last command at which a defect of the unit can still show.
-const std::map<std::string_view, std::string> kLastCommand{{"pa-dead", "rfe 2"},        {"pa-weak", "txpw 4"},
-                                                           {"phase", "rfe 2"},          {"receiver", "sr 1 2"},
-                                                           {"receiver-dead", "sr 1 2"}, {"battery", "mpr 30"}};
+const std::map<std::string_view, std::string> kLastCommand{{"pa-dead", "rfe 2"},       {"pa-weak", "txpw 4"},
+                                                           {"phase", "rfe 2"},         {"receiver", "rfe 1"},
+                                                           {"receiver-dead", "rfe 1"}, {"battery", "mpr 30"}};
 
 /// Events of a good road that a fault may strike at, counted from 1, both ends inclusive.
 struct Span {

@@ -16,6 +16,7 @@ using namespace std::chrono_literals;
 /// Types a command line and Enter, as an operator at the main panel.
 void Command(VirtualStation& station, const std::string& line) {
   TextBox& box = station.Panels().main.txtUserCommand;
+  station.op.Click(box);
   station.op.Type(box, line);
   station.op.Key(box, 13);
   ASSERT_EQ(StatusOf(station.State().reply), 0) << line;
@@ -27,8 +28,8 @@ class Remeasuring {
   explicit Remeasuring(VirtualStation& station) : station_(station), session_(station.bench.Bus().Open({0, 1, 0})) {
     station.bench.Serial().Open();
     Command(station, "tms 1");
-    for (const char* line : {"CALL:OPERATING:MODE TEST", "SETUP:TXPOWER:CONTINUOUS OFF", "SYST:CORR:SGA -0.5",
-                             "SETUP:TXPOWER:COUNT:SNUMBER 30"}) {
+    for (const char* line : {"RFAN:CONT:AUTO OFF", "CALL:OPERATING:MODE TEST", "SETUP:TXPOWER:CONTINUOUS OFF",
+                             "SYST:CORR:SGA -0.5", "SETUP:TXPOWER:COUNT:SNUMBER 30"}) {
       Write(line);
     }
   }

@@ -157,7 +157,8 @@ TEST_F(BandFailures, GsmSpendsAllSixRetriesEvenIfALaterReadingComes) {
   EXPECT_TRUE(cal.CalStopRequested);
   EXPECT_TRUE(cal.CalFailed);
   EXPECT_EQ(panel.cmdAutoCalStop.BackColor(), kButtonFace);
-  EXPECT_EQ(Flaws(), "No power could be measured at GSM level 19.");
+  EXPECT_EQ(Flaws(),
+            "The test set gave an empty reading at GSM level 19. No power could be measured at GSM level 19.");
 }
 
 TEST_F(BandFailures, DcsEndsItsRetriesAtTheFirstReadingAndSaysAtWhichDacItWasTaken) {
@@ -193,7 +194,7 @@ TEST_F(BandFailures, ARetryThatTheTargetRefusesEndsTheRun) {
   ClickGsm();
   EXPECT_EQ(Commands().back(), "txpw 4 58");
   EXPECT_THAT(boxes.shown, IsEmpty());
-  EXPECT_EQ(Flaws(), "\"txpw 4 58\" failed with status 5.");
+  EXPECT_EQ(Flaws(), "The test set gave an empty reading at GSM level 19. \"txpw 4 58\" failed with status 5.");
 }
 
 TEST_F(BandFailures, AReadingAboveFortyFailsTheUnit) {
@@ -305,6 +306,16 @@ TEST_F(BandFailures, TheFirstLevelStartsFromAFixedPowerAndAQuarterDecibel) {
     EXPECT_EQ(Record(row.dcs ? 1 : 0).tx_Level[row.dcs ? 15 : 19].apc, row.served ? 47 : 48) << row.target;
     EXPECT_EQ(Flaws().find("was never measured") != std::string::npos, row.served) << row.target;
   }
+}
+
+TEST_F(BandFailures, APowerThatSwingsAroundItsTargetForGoodStopsTheRun) {
+  // Over and under by turns, so that the DAC comes to no limit, and never near enough to be accepted.
+  bool over = false;
+  reading = [&over] { return std::string((over = !over) ? "9" : "5"); };
+  ClickGsm();
+  ASSERT_TRUE(outcome.has_value());
+  EXPECT_THAT(*outcome, HasSubstr("The power does not settle at GSM level 19"));
+  EXPECT_THAT(results.listPeakPower.Items(), SizeIs(1 + 1100)) << "the head, and a row a pass";
 }
 
 TEST_F(BandFailures, AnEmptyToleranceBoxStopsEverything) {
