@@ -9,6 +9,8 @@ template <class... Visitors>
 struct Overloaded : Visitors... {
   using Visitors::operator()...;
 };
+template <class... Visitors>
+Overloaded(Visitors...) -> Overloaded<Visitors...>;
 
 /// An instrument that no route of this build reaches: it fails as an absent one does.
 class UnreachableSession final : public GpibSession {

@@ -29,6 +29,8 @@ struct SettingRow {
   std::string_view text;
   Value value;
 };
+template <class Value>
+SettingRow(const char*, Value) -> SettingRow<Value>;
 
 constexpr std::array kParities{
     SettingRow{"N", QSerialPort::NoParity},    SettingRow{"E", QSerialPort::EvenParity},

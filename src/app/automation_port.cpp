@@ -174,22 +174,33 @@ Json AutomationPort::Controls(const Json& params) {
   return controls;
 }
 
-Json AutomationPort::Get(const Json& params) { return ControlObject(ControlParam(params)); }
+Json AutomationPort::Get(const Json& params) {
+  const Control& control = ControlParam(params);
+  Touch(control.Owner());
+  return ControlObject(control);
+}
 
 Json AutomationPort::Set(const Json& params) {
   Control& control = ControlParam(params);
-  ActSet(operator_, control, params);
+  const Act act = PrepareSet(operator_, control, params);
+  Touch(control.Owner());
+  act();
   return ControlObject(control);
 }
 
 Json AutomationPort::Key(const Json& params) {
   Control& control = ControlParam(params);
-  ActKeys(operator_, control, TextParam(params, "text"));
+  const Act act = PrepareKeys(operator_, control, params);
+  Touch(control.Owner());
+  act();
   return ControlObject(control);
 }
 
 Json AutomationPort::Click(const Json& params) {
-  ActClick(operator_, ControlParam(params));
+  Control& control = ControlParam(params);
+  const Act act = PrepareClick(operator_, control);
+  Touch(control.Owner());
+  act();
   return Json::object();
 }
 
@@ -247,13 +258,12 @@ Panel& AutomationPort::FindPanel(std::string_view name) const {
 
 Panel& AutomationPort::PanelParam(const Json& params) const { return FindPanel(TextParam(params, "panel")); }
 
-Control& AutomationPort::ControlParam(const Json& params) {
+Control& AutomationPort::ControlParam(const Json& params) const {
   const std::string name = TextParam(params, "control");
   const auto dot = std::min(name.find('.'), name.size());
-  Panel& panel = FindPanel(std::string_view(name).substr(0, dot));
+  const Panel& panel = FindPanel(std::string_view(name).substr(0, dot));
   Control* control = dot < name.size() ? panel.Find(std::string_view(name).substr(dot + 1)) : nullptr;
   if (control == nullptr) throw RpcFailure(RpcError::NoSuchControl, "There is no control \"" + name + "\".");
-  Touch(panel);
   return *control;
 }
 

@@ -80,8 +80,7 @@ class AutomationPort {
 
   [[nodiscard]] Panel& FindPanel(std::string_view name) const;
   [[nodiscard]] Panel& PanelParam(const Json& params) const;
-  /// The control of the request; touches its panel.
-  [[nodiscard]] Control& ControlParam(const Json& params);
+  [[nodiscard]] Control& ControlParam(const Json& params) const;
   void Touch(Panel& panel);
 
   AutomationSurface surface_;

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "app/json_rpc.h"
 #include "platform/controls.h"
 #include "platform/operator.h"
@@ -7,14 +10,16 @@
 namespace orvane {
 
 /// The acts of the automation port on one control, as an operator's: each raises the events that the same act by hand
-/// raises. They throw RpcFailure for an act that does not fit the kind, for a disabled control, for a value that the
-/// control has not, and for a failure that stopped the operation.
+/// raises. To prepare one touches nothing and throws RpcFailure for parameters that are none and for an act that does
+/// not fit the kind. The act itself throws it for a disabled control, for a value that the control has not, and for a
+/// failure that stopped the operation.
+using Act = std::function<void()>;
 
 /// Exactly one of `text`, `select`, `checked`, `value`.
-void ActSet(Operator& hand, Control& control, const Json& params);
-/// The characters of `keys`, one key press each.
-void ActKeys(Operator& hand, Control& control, std::string_view keys);
-void ActClick(Operator& hand, Control& control);
+[[nodiscard]] Act PrepareSet(Operator& hand, Control& control, const Json& params);
+/// The characters of `text`, one key press each.
+[[nodiscard]] Act PrepareKeys(Operator& hand, Control& control, const Json& params);
+[[nodiscard]] Act PrepareClick(Operator& hand, Control& control);
 
 /// The failure that stopped an operation, if one did, as an error.
 void ThrowIfStopped(const Operator::Outcome& outcome);

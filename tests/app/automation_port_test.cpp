@@ -163,6 +163,14 @@ TEST_F(Port, TouchesThePanelOfAControlOnce) {
   EXPECT_FALSE(panel_.Visible());
 }
 
+TEST_F(Port, ABadRequestCreatesNoPanel) {
+  EXPECT_EQ(ErrorOf("set", {{"control", "frmTest.cmdRun"}, {"text", "x"}}), -32003);
+  EXPECT_EQ(ErrorOf("set", {{"control", "frmTest.txtLoss"}}), -32602);
+  EXPECT_EQ(ErrorOf("key", {{"control", "frmTest.txtLoss"}}), -32602);
+  EXPECT_EQ(ErrorOf("click", {{"control", "frmTest.lbl"}}), -32003);
+  EXPECT_FALSE(panel_.Created());
+}
+
 TEST_F(Port, AFailureOfThePanelsLoadIsTheRequests) {
   panel_.onLoad = [] { throw StationFailure("Type mismatch."); };
   AskLater(1ms, 5, "answer", {{"id", 1}, {"button", "OK"}});
