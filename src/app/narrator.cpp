@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <iomanip>
 #include <ostream>
@@ -52,8 +53,8 @@ std::string ChannelText(const std::string& row) {
 }  // namespace
 
 Narrator::Narrator(std::ostream& out, NarratorStyle style, EventLoop& loop, StationState& state,
-                   StationPanels& panels, Desk& desk)
-    : out_(out), style_(style), loop_(loop), state_(state), start_(loop.Now()) {
+                   StationPanels& panels, Desk& desk, std::string unitStore)
+    : out_(out), style_(style), loop_(loop), state_(state), unitStore_(std::move(unitStore)), start_(loop.Now()) {
   state.report.entered.Connect([this](RunStep step) { TellStart(step); });
   state.report.left.Connect([this](const StepRecord& record) { TellEnd(record); });
   state.report.concluded.Connect([this](Verdict verdict) { TellVerdict(verdict); });
@@ -148,8 +149,18 @@ void Narrator::TellSum() {
   sum << now.commands - startTally_.commands << " commands, " << now.bytesOut - startTally_.bytesOut << " bytes out, "
       << now.bytesIn - startTally_.bytesIn << " bytes in";
   Say(sum.str());
-  const bool toFile = state_.cal.SaveMode == "File" || state_.cal.SaveMode == "EEPROMFile";
-  if (toFile && state_.cal.CalSaveFileOk) Say("RF parameters saved in " + state_.cal.CalSaveFileName);
+  TellSaved();
+}
+
+void Narrator::TellSaved() {
+  const auto& steps = state_.report.Steps();
+  const auto save = std::find_if(steps.begin(), steps.end(), [](const auto& s) { return s.step == RunStep::Save; });
+  if (save == steps.end() || !save->complete) return;
+  const std::string& mode = state_.cal.SaveMode;
+  if (mode == "File" || mode == "EEPROMFile") Say("RF parameters saved in " + state_.cal.CalSaveFileName);
+  if (mode == "EEPROM" || mode == "EEPROMFile") {
+    Say("RF parameters saved in the Target's EEPROM" + (unitStore_.empty() ? "" : ", " + unitStore_));
+  }
 }
 
 void Narrator::TellBox(const Desk::OpenBox& open) {

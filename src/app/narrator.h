@@ -22,8 +22,9 @@ struct NarratorStyle {
 /// verdict stands on. It looks on and never acts. It lives as long as the station.
 class Narrator {
  public:
+  /// `unitStore` names the files in which a virtual Target keeps its memories; empty for a real one.
   Narrator(std::ostream& out, NarratorStyle style, EventLoop& loop, StationState& state, StationPanels& panels,
-           Desk& desk);
+           Desk& desk, std::string unitStore = "");
   Narrator(const Narrator&) = delete;
   Narrator& operator=(const Narrator&) = delete;
 
@@ -35,6 +36,7 @@ class Narrator {
   void TellEnd(const StepRecord& record);
   void TellVerdict(Verdict verdict);
   void TellSum();
+  void TellSaved();
   void TellBox(const Desk::OpenBox& open);
 
   /// One line, with the time since the start of the run.
@@ -47,6 +49,7 @@ class Narrator {
   NarratorStyle style_;
   EventLoop& loop_;
   StationState& state_;
+  std::string unitStore_;
   TimePoint start_;
   LinkTally startTally_;
   bool ticking_ = false;

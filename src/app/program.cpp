@@ -6,6 +6,15 @@
 #include "app/state_reader.h"
 
 namespace orvane {
+namespace {
+
+/// Where a virtual Target keeps its memories, in words; empty when it keeps none.
+std::string UnitStoreOf(const Options& options) {
+  if (!options.bench || !options.bench->store) return "";
+  return (*options.bench->store / "eeprom.bin").string() + " and flash100.txt beside it";
+}
+
+}  // namespace
 
 Program::Program(const Options& options)
     : options_(options),
@@ -18,8 +27,8 @@ Program::Program(const Options& options)
   const bool outputIsFree = !std::holds_alternative<StdioAutomation>(options.automation);
   if (options.headless && !automated) world_.desk.LeaveUnattended(std::cerr);
   if (options.headless && outputIsFree) {
-    narrator_.emplace(std::cout, StandardOutputStyle(), world_.loop, station_.State(), station_.Panels(),
-                      world_.desk);
+    narrator_.emplace(std::cout, StandardOutputStyle(), world_.loop, station_.State(), station_.Panels(), world_.desk,
+                      UnitStoreOf(options));
   }
   OpenAutomation();
 }

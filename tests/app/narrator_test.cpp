@@ -82,6 +82,18 @@ TEST_F(NarratorTest, SaysWhereTheParametersWereSaved) {
   EXPECT_THAT(out_.str(), HasSubstr("RF parameters saved in /data/unit7.epm\n"));
 }
 
+TEST_F(NarratorTest, SaysNothingOfASaveThatWasNotCompleted) {
+  Narrate();
+  state_.cal.SaveMode = "EEPROMFile";
+  state_.cal.CalSaveFileName = "/data/unit7.epm";
+  state_.report.Begin();
+  state_.report.Enter(RunStep::Save);
+  state_.report.Flaw("The disk is full.");
+  state_.report.Leave();
+  state_.report.Conclude(Verdict::Pass);
+  EXPECT_THAT(out_.str(), Not(HasSubstr("saved")));
+}
+
 TEST_F(NarratorTest, ColoursMarkHowAStepAndTheRunEnded) {
   Narrate({.colour = true, .terminal = false});
   RunSteps(1);
