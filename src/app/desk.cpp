@@ -54,6 +54,7 @@ std::string OneLine(std::string_view text) {
 
 BoxButton Desk::Show(const Box& box) {
   if (unattendedLog_ != nullptr) {
+    boxOpened.Emit({++lastId_, box, box.buttons.front()});
     *unattendedLog_ << box.title << ": " << OneLine(box.text) << " -> " << ButtonText(box.buttons.front())
                     << std::endl;
     return box.buttons.front();

@@ -58,7 +58,7 @@ Narrator::Narrator(std::ostream& out, NarratorStyle style, EventLoop& loop, Stat
   state.report.entered.Connect([this](RunStep step) { TellStart(step); });
   state.report.left.Connect([this](const StepRecord& record) { TellEnd(record); });
   state.report.concluded.Connect([this](Verdict verdict) { TellVerdict(verdict); });
-  desk.boxOpened.Connect([this](const Desk::OpenBox& open) { TellBox(open); });
+  if (style.boxes) desk.boxOpened.Connect([this](const Desk::OpenBox& open) { TellBox(open); });
   Follow(panels);
 }
 
@@ -170,7 +170,8 @@ void Narrator::TellBox(const Desk::OpenBox& open) {
 NarratorStyle StandardOutputStyle() {
   const bool terminal = ::isatty(STDOUT_FILENO) != 0;
   const char* noColour = std::getenv("NO_COLOR");
-  return {terminal && (noColour == nullptr || *noColour == '\0'), terminal};
+  const bool errorsBeside = terminal && ::isatty(STDERR_FILENO) != 0;
+  return {terminal && (noColour == nullptr || *noColour == '\0'), terminal, !errorsBeside};
 }
 
 }  // namespace orvane

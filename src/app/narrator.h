@@ -16,6 +16,8 @@ struct NarratorStyle {
   bool colour = false;
   /// The last line moves on while a step is under way.
   bool terminal = false;
+  /// Boxes are told too. Not needed where standard error, which has them anyway, goes to the same screen.
+  bool boxes = true;
 };
 
 /// Tells on an output how a run goes, for a station without windows: its steps, what each of them finds, and what the

@@ -105,7 +105,10 @@ TEST_F(DeskTest, ACancelledDialogStaysAsItWas) {
 TEST_F(DeskTest, UnattendedBoxesAreTakenDownAndAnsweredWithTheirFirstButton) {
   std::ostringstream log;
   desk_.LeaveUnattended(log);
+  std::vector<std::string> seen;
+  desk_.boxOpened.Connect([&](const Desk::OpenBox& open) { seen.push_back(open.box.text); });
   EXPECT_EQ(desk_.AskOverwrite("a.epm already exists"), BoxButton::Yes);
+  EXPECT_EQ(seen, std::vector<std::string>{"a.epm already exists"}) << "who looks on sees it too";
   desk_.Alarm("Unable to open device\ribsta = &H8000\r\niberr = 2");
   FileDialog dialog{"RF Parameters Save", "", "epm", "", ""};
   EXPECT_EQ(desk_.ShowSave(dialog), std::nullopt);
