@@ -8,11 +8,9 @@ namespace {
 using Bytes = std::array<std::string, 5>;
 
 /// Eight digits: byte i of four starts at digit 2 i.
-Bytes OfNegative(int byteCount, std::string_view digits) {
+Bytes OfNegative(std::size_t byteCount, std::string_view digits) {
   Bytes bytes;
-  for (int i = 0; i < byteCount; ++i) {
-    bytes[static_cast<std::size_t>(i)] = digits.substr(static_cast<std::size_t>(2 * (4 - byteCount + i)), 2);
-  }
+  for (std::size_t i = 0; i < byteCount; ++i) bytes[i] = digits.substr(2 * (4 - byteCount + i), 2);
   return bytes;
 }
 
@@ -36,7 +34,7 @@ Bytes OfFour(std::string_view digits) {
 std::array<std::string, 5> ByteToLongHexConvert(Integer byteCount, Long value) {
   if (byteCount < 1 || byteCount > 4) return {};
   const std::string digits = HexText(value);
-  if (value < 0) return OfNegative(byteCount, digits);
+  if (value < 0) return OfNegative(static_cast<std::size_t>(byteCount), digits);
   Bytes bytes;
   if (byteCount == 1) bytes[0] = digits;
   if (byteCount == 2 && digits.size() < 3) bytes = {"00", digits};

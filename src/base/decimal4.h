@@ -34,7 +34,8 @@ class Decimal4 {
   [[nodiscard]] Integer ToInteger() const;
   [[nodiscard]] constexpr Decimal4 Abs() const { return FromRaw(raw_ < 0 ? -raw_ : raw_); }
 
-  friend constexpr auto operator<=>(Decimal4 a, Decimal4 b) = default;
+  friend constexpr bool operator==(Decimal4 a, Decimal4 b) { return a.raw_ == b.raw_; }
+  friend constexpr std::strong_ordering operator<=>(Decimal4 a, Decimal4 b) { return a.raw_ <=> b.raw_; }
   friend Decimal4 operator+(Decimal4 a, Decimal4 b);
   friend Decimal4 operator-(Decimal4 a, Decimal4 b);
   friend Decimal4 operator*(Decimal4 a, Decimal4 b);
