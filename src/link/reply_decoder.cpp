@@ -51,12 +51,13 @@ void ReplyDecoder::Take(std::string_view text) {
 }
 
 void ReplyDecoder::Gather() {
-  while (state_.ReplySpin < kSpinTurns && !FindFrame(state_.ReplyBuffer, Layout())) {
-    // A command sets the spin back, also one that is given while this call waits.
+  while (true) {
+    // A command sets the spin back, also one that is given while this call waits; the next text starts it.
     if (state_.ReplySpin == 0) {
       spinStart_ = loop_.Now();
       state_.ReplySpin = 1;
     }
+    if (state_.ReplySpin >= kSpinTurns || FindFrame(state_.ReplyBuffer, Layout())) return;
     loop_.Yield(spinStart_ + kSpinTime);
     if (state_.ReplyHandled) return;
     if (state_.ReplySpin == 0) continue;

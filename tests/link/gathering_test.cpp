@@ -60,6 +60,15 @@ TEST(Gathering, BehindItsEndEachTextIsDecodedAtOnce) {
   EXPECT_EQ(rig.link.Status(), 0);
 }
 
+TEST(Gathering, ItsTimeRunsFromTheFirstTextOfAllBehindACommand) {
+  LinkRig rig;
+  rig.Later(milliseconds(1), "02 14 00 20 00 05 00 25 02");
+  rig.Later(milliseconds(15), "02 14 00 20");
+  rig.Later(milliseconds(22), "00 00 00 20 02");
+  rig.link.RunTargetCommand("ti");
+  EXPECT_EQ(rig.state.TMStatus, "&H05") << "the halves came apart at 21 ms";
+}
+
 TEST(Gathering, ACommandGivesTheNextReplyItsFullTime) {
   LinkRig rig;
   rig.Later(milliseconds(5), "55");

@@ -176,6 +176,14 @@ TEST(BatteryVoltages, AreShownOnTheChargerPanel) {
       "CV_START_VOLTAGE     = 0x0270\r\nSHUTDOWN_VOLTAGE    = 0x01F4\r\n\r\n\r\nBattery Calibartion Success !!!");
 }
 
+TEST(BatteryVoltages, AddThePadAheadOfTheSecondOne) {
+  LinkRig rig;
+  rig.Exchange("str 100",
+               "02 14 00 53 00 00 00 64 00 70 00 03 00 00 00 00 00 00 00 00 00 00 00 00 05 74 00 01 00 30 02");
+  EXPECT_EQ(rig.baseBand.txtChargerDisplay.Text().substr(0, 59),
+            "CV_START_VOLTAGE     = 0x0370\r\nSHUTDOWN_VOLTAGE    = 0x0179");
+}
+
 // A ramp row: the values stand one behind the other without pads, the first of them in the place of the status.
 std::string RampReply(const std::string& row, const std::string& values) {
   return "02 14 00 39 " + row + " " + values + " 2B 02";

@@ -68,6 +68,15 @@ TEST(ReplyWait, ABoxOfJustAMinuteDoesNotEndIt) {
   EXPECT_EQ(rig.loop.Now(), seconds(60) + kFullWait);
 }
 
+TEST(ReplyWait, OneSilenceIsCountedOnceHoweverManyWaitForIt) {
+  LinkRig rig;
+  rig.link.BuildAndSendFrame(32, 0, {}, 32);
+  rig.loop.PostAt(milliseconds(1), [&] { rig.link.WaitForReply(); });
+  EXPECT_FALSE(rig.link.WaitForReply());
+  EXPECT_EQ(rig.loop.Now(), milliseconds(1) + kFullWait);
+  EXPECT_EQ(rig.tally.silentWaits, 1);
+}
+
 TEST(ReplyWait, OutsideTestModeEndsAtOnce) {
   LinkRig rig;
   rig.link.BuildAndSendFrame(32, 0, {}, 32);

@@ -1,5 +1,7 @@
 #include "console/results/results_console.h"
 
+#include <utility>
+
 #include "base/failure.h"
 #include "base/text.h"
 
@@ -84,8 +86,9 @@ void ResultsConsole::WriteToLog(std::string_view text) {
 }
 
 void ResultsConsole::OpenLog(const std::string& path) {
-  log_ = files_.OpenForWriting(path);
-  logEnd_ = log_->Size();
+  auto log = files_.OpenForWriting(path);
+  logEnd_ = log->Size();
+  log_ = std::move(log);
   state_.LogFileNumber = 1;
 }
 
