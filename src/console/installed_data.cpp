@@ -1,6 +1,7 @@
 #include "console/installed_data.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -71,12 +72,14 @@ bool InstalledData::LoadCableLoss() {
   if (!file) return false;
   // The calibration panel puts defaults into the record as it is created. It is created here, ahead of the record's
   // own values.
-  autoCal_->Touch();
-  // A file that is cut short shows nothing: a loss that nobody measured must not look like one of zero.
-  PassOver([&] {
-    ReadLossRecords(*file, cal_);
-    ShowLosses(cal_, autoCal_, main_);
-  });
+  PassOver([&] { autoCal_->Touch(); });
+  std::array<bool, kLosses> read{};
+  for (std::size_t i = 0; i < read.size(); ++i) read[i] = PassOver([&] { ReadLossRecord(*file, i, cal_); });
+  // A record that is not there leaves its box as it was: a loss that nobody measured must not look like one of zero.
+  const auto boxes = LossBoxes(autoCal_, main_);
+  for (std::size_t i = 0; i < read.size(); ++i) {
+    if (read[i]) PassOver([&] { boxes[i]->SetText(cal_.LossTable[i].Text()); });
+  }
   return true;
 }
 

@@ -40,11 +40,8 @@ void WriteNumber(File& file, int number, Number value) {
   file.Write(OffsetOf(number), RecordOf(bytes));
 }
 
-template <std::size_t Size>
-void ReadDecimals(File& file, std::array<Decimal4, Size>& table, int count) {
-  for (int i = 0; i < count; ++i) {
-    table[static_cast<std::size_t>(i)] = Decimal4::FromRaw(ReadNumber<std::int64_t>(file, i + 1));
-  }
+Decimal4 ReadDecimal(File& file, std::size_t position) {
+  return Decimal4::FromRaw(ReadNumber<std::int64_t>(file, static_cast<int>(position) + 1));
 }
 
 template <std::size_t Size>
@@ -77,9 +74,16 @@ void WriteInitialRecords(File& file, const CalState& state) {
   }
 }
 
-void ReadPowerRecords(File& file, CalState& state) { ReadDecimals(file, state.PowerIndex, kTablePositions); }
+void ReadPowerRecords(File& file, CalState& state) {
+  for (std::size_t i = 0; i < kTablePositions; ++i) state.PowerIndex[i] = ReadDecimal(file, i);
+}
 void WritePowerRecords(File& file, const CalState& state) { WriteDecimals(file, state.PowerIndex, kTablePositions); }
-void ReadLossRecords(File& file, CalState& state) { ReadDecimals(file, state.LossTable, kLosses); }
+void ReadLossRecords(File& file, CalState& state) {
+  for (std::size_t i = 0; i < kLosses; ++i) ReadLossRecord(file, i, state);
+}
+void ReadLossRecord(File& file, std::size_t loss, CalState& state) {
+  state.LossTable[loss] = ReadDecimal(file, loss);
+}
 void WriteLossRecords(File& file, const CalState& state) { WriteDecimals(file, state.LossTable, kLosses); }
 
 std::string InitialSideText(const CalState& state) {

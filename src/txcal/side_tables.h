@@ -30,6 +30,8 @@ void WriteInitialRecords(File& file, const CalState& state);
 void ReadPowerRecords(File& file, CalState& state);
 void WritePowerRecords(File& file, const CalState& state);
 void ReadLossRecords(File& file, CalState& state);
+/// One of the losses, 0 to 4.
+void ReadLossRecord(File& file, std::size_t loss, CalState& state);
 void WriteLossRecords(File& file, const CalState& state);
 
 /// The companions for a spreadsheet: a line a position.

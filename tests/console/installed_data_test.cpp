@@ -184,12 +184,17 @@ TEST_F(InstalledDataTest, AShortRampFileLeavesTheOtherValuesAndShowsNoSum) {
   EXPECT_THAT(boxes.shown, IsEmpty());
 }
 
-TEST_F(InstalledDataTest, AShortLossFileNeverShowsALossOfZero) {
-  files.content["/system/Cable.loss"] = LossRecord(-6000);
+TEST_F(InstalledDataTest, AShortLossFileShowsTheLossesThatItHasAndNeverOneOfZero) {
+  // The third record is cut within its value.
+  files.content["/system/Cable.loss"] = LossRecord(-6000) + LossRecord(-7000) + LossRecord(-8000).substr(0, 7);
   Start();
+  EXPECT_EQ(autoCal.txtRxCableLossGSM.Text(), "-0.6");
+  EXPECT_EQ(autoCal.txtRxCableLossDCS.Text(), "-0.7");
+  EXPECT_EQ(autoCal.txtLoss.Text(), "-0.5");
   EXPECT_EQ(autoCal.txtDCSLoss.Text(), "-0.5");
   EXPECT_EQ(main.txtVoltageLoss.Text(), "0.01");
-  EXPECT_EQ(state.cal.LossTable[0].Text(), "-0.6");
+  EXPECT_EQ(state.cal.LossTable[1].Text(), "-0.7");
+  EXPECT_EQ(state.cal.LossTable[2].Text(), "0");
   EXPECT_EQ(state.rf.RFParams.low_agc_noise_thr, 1);
   EXPECT_TRUE(autoCal.Created());
   EXPECT_THAT(boxes.shown, IsEmpty());
