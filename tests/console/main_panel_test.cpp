@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "charger/bench_instruments.h"
 #include "console_rig.h"
 
 namespace orvane::test {
@@ -86,13 +87,45 @@ TEST_F(MainPanelTest, AChangedSupplyTextIsCopiedToTheBaseBandPanelOneWay) {
   EXPECT_EQ(main.txtVoltageLoss.Text(), "0.02");
 }
 
-TEST_F(MainPanelTest, AVoltageRefusedByTheBaseBandPanelStaysInTheMainBox) {
-  baseBand.txtPSVoltage.onChange = [this] {
-    if (baseBand.txtPSVoltage.Text() == "4,2") baseBand.txtPSVoltage.SetText("4.21");
-  };
+/// The main panel's supply boxes in front of the supply itself, whose rules stand on frmBaseBand.
+struct SupplyTwins : MainPanelTest {
+  SupplyTwins() { supply.Connect(); }
+  BenchSupply supply{CWGPIBPower, baseBand, main, state.charger, console, boxes};
+};
+
+TEST_F(SupplyTwins, AVoltageRefusedByTheBaseBandPanelStaysInTheMainBox) {
+  op.Type(main.txtPSVoltage, "3.9");
+  for (const char* bad : {"4,2", "4.2 ", "-4", "4v", "\u3131"}) {
+    boxes.shown.clear();
+    op.Type(main.txtPSVoltage, bad);
+    ASSERT_EQ(boxes.shown.size(), 1U) << bad;
+    ExpectBox(boxes.shown[0], "Input the number without blank.", "Warning", BoxIcon::Stop);
+    EXPECT_EQ(main.txtPSVoltage.Text(), bad);
+    EXPECT_EQ(baseBand.txtPSVoltage.Text(), "4.21") << bad;
+  }
+}
+
+TEST_F(SupplyTwins, TheSupplyIsSetToTheBaseBandPanelsVoltage) {
+  op.Click(main.cmdPSInitialize);
   op.Type(main.txtPSVoltage, "4,2");
-  EXPECT_EQ(main.txtPSVoltage.Text(), "4,2");
-  EXPECT_EQ(baseBand.txtPSVoltage.Text(), "4.21");
+  bus.At(2).lines.clear();
+  op.Click(main.cmdPSVoltageSet);
+  EXPECT_THAT(bus.At(2).lines, ElementsAre("VOLT 4.21"));
+}
+
+TEST_F(SupplyTwins, AVoltageLossIsCopiedWhateverItSays) {
+  for (const char* loss : {"0,01", "x", "", "0.02"}) {
+    op.Type(main.txtVoltageLoss, loss);
+    EXPECT_EQ(baseBand.txtVoltageLoss.Text(), loss);
+  }
+  EXPECT_THAT(boxes.shown, IsEmpty());
+}
+
+TEST_F(SupplyTwins, AChangeOnTheBaseBandPanelIsCheckedThereAndNeverCopiedBack) {
+  op.Type(baseBand.txtPSVoltage, "4,5");
+  EXPECT_THAT(boxes.Texts(), ElementsAre("Input the number without blank."));
+  op.Type(baseBand.txtPSVoltage, "4.5");
+  EXPECT_EQ(main.txtPSVoltage.Text(), "4.21");
 }
 
 }  // namespace
