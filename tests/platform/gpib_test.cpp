@@ -120,6 +120,8 @@ TEST(GpibTimeOut, HasACodeForEachText) {
   EXPECT_EQ(GpibTimeOutOf(13), 10s);
   EXPECT_EQ(GpibTimeOutOf(1), 10us);
   EXPECT_EQ(GpibTimeOutOf(15), 100s);
+  // No time-out: it outlasts all the others.
+  EXPECT_GE(GpibTimeOutOf(0), 1000s);
 }
 
 }  // namespace
