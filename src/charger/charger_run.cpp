@@ -9,7 +9,8 @@ namespace {
 
 constexpr Colour kRunning = 0x0080FFFF;
 /// Rounds in a row without a reading after which nobody can expect one any more.
-constexpr int kMostSilentRounds = 20;
+constexpr int kMostRoundsInVain = 20;
+constexpr int kNothingCame = 255;
 
 }  // namespace
 
@@ -83,16 +84,19 @@ bool ChargerRun::Measure(Decimal4 rest) {
 /// The reply decoder empties the box ahead of its window test and fills it with an accepted count: the box is the
 /// hand-over.
 bool ChargerRun::ReadUntilAccepted(Button& read, const TextBox& accepted, Decimal4 rest, const char* failure) {
-  int silentRounds = 0;
+  int roundsInVain = 0;
   while (accepted.Text().empty()) {
     if (reply_.RawAdcOutOfWindow == 1) {
       Fail(rest, failure);
       return false;
     }
-    if (silentRounds == kMostSilentRounds) throw StationFailure("The Target does not answer.");
+    if (roundsInVain == kMostRoundsInVain) {
+      throw StationFailure(link_.Status() == kNothingCame ? "The Target does not answer."
+                                                          : "The Target refuses to read its raw ADC.");
+    }
     read.Click();
     link_.WaitForReply();
-    silentRounds = link_.PortOpen() && link_.Succeeded() ? 0 : silentRounds + 1;
+    roundsInVain = link_.PortOpen() && link_.Succeeded() ? 0 : roundsInVain + 1;
   }
   return true;
 }

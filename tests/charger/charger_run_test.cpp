@@ -88,6 +88,23 @@ TEST_F(ChargerRunTest, TheFirstCountAtFullVoltageIsThrownAwayEvenInTheWindow) {
   EXPECT_THAT(rig.boxes.Texts(), ElementsAre("Battery Calibration ERROR."));
 }
 
+TEST_F(ChargerRunTest, WhatEarlierReadsLeftBehindIsForgotten) {
+  rig.state.reply.RawAdcOutOfWindow = 1;
+  rig.state.reply.RawAdcSkip = 1;
+  rig.raw = {640, 624, 496};
+  Run();
+  EXPECT_THAT(rig.boxes.Texts(), ElementsAre("Battery Calibration is completed."));
+  EXPECT_EQ(face.txtCC2CVADC.Text(), "0x0270");
+}
+
+TEST_F(ChargerRunTest, TheFirstReadByHandBehindARunIsThrownAwayAgain) {
+  rig.raw = {640, 624, 496, 640};
+  Run();
+  face.cmdCC2CVADC.Click();
+  EXPECT_EQ(rig.state.reply.RawAdcOutOfWindow, 0);
+  EXPECT_EQ(face.txtCC2CVADC.Text(), "");
+}
+
 TEST_F(ChargerRunTest, WindowsIncludeTheirLimits) {
   const struct {
     std::uint16_t full;
@@ -239,7 +256,7 @@ TEST_F(ChargerRunTest, ASilentTargetStopsTheShutDownLoopToo) {
 
 TEST_F(ChargerRunTest, ARefusingTargetStopsTheRunToo) {
   rig.failing = kMpr;
-  EXPECT_EQ(Run(), "The Target does not answer.");
+  EXPECT_EQ(Run(), "The Target refuses to read its raw ADC.");
   EXPECT_TRUE(rig.state.cal.CalFailed);
 }
 
