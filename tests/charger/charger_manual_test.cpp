@@ -81,6 +81,21 @@ TEST_F(ChargerManualTest, ZeroCalibrationPausesBeforeItReads) {
   EXPECT_EQ(times.at(2) - times.at(1), std::chrono::milliseconds(151));
 }
 
+TEST_F(ChargerManualTest, TheSearchPausesBetweenTheDacAndItsReading) {
+  face.txtCC2CVADC.SetText("0x0270");
+  rig.raw = {300, 625};
+  rig.serial.delay = TimePoint{0};
+  rig.panels.main.txtSyncDelay.SetText("500000");  // a pace of 1 ms
+  std::vector<TimePoint> times;
+  rig.serial.answer = [&](const SentCommand& command) {
+    times.push_back(rig.loop.Now());
+    return rig.Answer(command);
+  };
+  Click(face.cmdCVDAC);
+  ASSERT_EQ(times.size(), 5U);
+  EXPECT_EQ(times[4] - times[3], std::chrono::milliseconds(101));
+}
+
 TEST_F(ChargerManualTest, WithoutAChargerBothProceduresEnd) {
   rig.raw = {255, 255};
   Click(face.cmdZeroCal);

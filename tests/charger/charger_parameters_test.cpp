@@ -178,6 +178,8 @@ TEST_F(ChargerParameterTest, ASilentTargetFailsTheWriteToo) {
   rig.silent = true;
   const StepRecord step = rig.StepOf([&] { face.cmdWriteChargerEEPROM.Click(); });
   EXPECT_TRUE(rig.state.cal.CalFailed);
+  // No failure status came that would have set it.
+  EXPECT_TRUE(rig.state.cal.CalStopRequested);
   EXPECT_THAT(step.reason, HasSubstr("stw 100"));
 }
 
