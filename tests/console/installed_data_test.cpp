@@ -207,6 +207,14 @@ TEST_F(InstalledDataTest, TheFilesRampIndexesWinOverThoseOfTheCalibrationPanel) 
   EXPECT_EQ(state.rf.RFParams.BAND[0].tx_Level[0].ramp_index, 424 % 32);
 }
 
+TEST_F(InstalledDataTest, ACalibrationPanelThatFailsToLoadCostsNothingElse) {
+  autoCal.onLoad = [] { throw StationFailure("no load"); };
+  Start();
+  EXPECT_EQ(autoCal.txtRxCableLossGSM.Text(), "-0.6");
+  EXPECT_EQ(state.rf.RFParams.low_agc_noise_thr, 1);
+  EXPECT_THAT(boxes.shown, IsEmpty());
+}
+
 TEST_F(InstalledDataTest, TheCalibrationPanelIsCreatedEvenWhenNoLossDiffers) {
   files.content["/system/Cable.loss"] =
       LossRecord(-5000) + LossRecord(-5000) + LossRecord(-5000) + LossRecord(-5000) + LossRecord(100);
