@@ -18,6 +18,8 @@ struct StartUpTest : testing::Test, StartRig {};
 
 TEST_F(StartUpTest, BringsTheMainPanelToItsFirstState) {
   state.reply.TargetMode = "";
+  state.console.LogOffState = false;
+  state.console.LogFileNumber = 1;
   state.testSet.TestSetReady = true;
   Start();
   EXPECT_EQ(state.reply.TargetMode, "TestMode");
