@@ -45,6 +45,9 @@ void TakeInstrument(Options& options, const std::string& text) {
   }
 }
 
+/// A flag that is given a value, "no" above all, is a slip and must not count as the flag.
+std::string NoValue(const std::string& given) { return given == "true" ? "" : "it takes no value"; }
+
 void Define(CLI::App& app, Options& options) {
   auto* bench = AddParsed(app, "--bench", "virtual[:KEY=VALUE,...]", "Run on the embedded virtual bench",
                           [&](const std::string& text) { options.bench = bench::ParseBenchOptions(text); });
@@ -70,9 +73,10 @@ void Define(CLI::App& app, Options& options) {
             [&](const std::string& text) { options.tempFolder = text; });
   AddParsed(app, "--automation", "stdio|unix:PATH", "Open the automation port",
             [&](const std::string& text) { TakeAutomation(options, text); });
-  app.add_flag("--headless", options.headless, "No windows");
+  app.add_flag("--headless", options.headless, "No windows")->check(NoValue);
   app.add_flag("--initialize", options.initialize,
-               "Initialize the instruments and the Target once; headless, then exit: 0 PASS, 1 FAIL, 2 neither");
+               "Initialize the instruments and the Target once; headless, then exit: 0 PASS, 1 FAIL, 2 neither")
+      ->check(NoValue);
 }
 
 }  // namespace
