@@ -156,6 +156,11 @@ void AutomationPort::TellVerdict(Verdict verdict) {
          {{"result", VerdictText(verdict)}, {"complete", surface_.report.AllComplete()}, {"steps", steps}});
 }
 
+void AutomationPort::EndStation() {
+  exitAnswered_ = true;
+  throw StationEnded();
+}
+
 void AutomationPort::TellExit() { Notify("exit", Json::object()); }
 
 // Methods.

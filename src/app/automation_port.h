@@ -46,6 +46,9 @@ class AutomationPort {
   /// One line from the client. What ends the station or stops an operation around this one flies out.
   void Receive(std::string_view line);
 
+  /// The client ends the station by leaving. No request did, so none of those on the stack is answered.
+  /// @throws StationEnded
+  [[noreturn]] void EndStation();
   /// The station ends.
   void TellExit();
 

@@ -12,8 +12,6 @@
 #include <cstring>
 #include <optional>
 
-#include "platform/operation_nest.h"
-
 namespace orvane {
 namespace {
 
@@ -83,7 +81,7 @@ void StdioTransport::ReadSome() {
   const auto bytes = ReadWhatIsThere(STDIN_FILENO);
   if (!bytes) {
     readable_.setEnabled(false);
-    loop_.Post([] { throw StationEnded(); });
+    loop_.Post([this] { port_.EndStation(); });
     return;
   }
   lines_.Feed(*bytes, [this](const std::string& line) { loop_.Post([this, line] { port_.Receive(line); }); });
