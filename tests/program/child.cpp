@@ -1,18 +1,27 @@
 #include "program/child.h"
 
 #include <fcntl.h>
+#include <grp.h>
 #include <poll.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <stdexcept>
+#include <utility>
 
 namespace orvane::test {
 namespace {
 
-constexpr int kLimitMs = 30000;
+using namespace std::chrono_literals;
+
+constexpr auto kLimit = 30s;
+constexpr unsigned kNobody = 65534;
+constexpr int kNotStarted = 127;
 
 struct Pipe {
   Pipe() {
@@ -21,20 +30,33 @@ struct Pipe {
   std::array<int, 2> ends{};
 };
 
-/// Adds what comes next. @return false at the end, or when nothing comes.
-bool ReadMore(int descriptor, std::string& text) {
-  pollfd ready{descriptor, POLLIN, 0};
-  if (::poll(&ready, 1, kLimitMs) <= 0) return false;
-  std::array<char, 4096> bytes{};
-  const auto count = ::read(descriptor, bytes.data(), bytes.size());
-  if (count <= 0) return false;
-  text.append(bytes.data(), static_cast<std::size_t>(count));
-  return true;
+int MillisecondsTo(std::chrono::steady_clock::time_point deadline) {
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+  return static_cast<int>(std::max(left, 0ms).count());
+}
+
+void Close(int& descriptor) {
+  if (descriptor >= 0) ::close(std::exchange(descriptor, -1));
+}
+
+/// What the new process does.
+[[noreturn]] void Become(const std::vector<char*>& words, const Surroundings& surroundings, pid_t parent,
+                         const std::array<int, 3>& standard) {
+  (void)std::signal(SIGPIPE, SIG_DFL);
+  for (int i = 0; i < 3; ++i) ::dup2(standard[static_cast<std::size_t>(i)], i);
+  bool ready = ::chdir(surroundings.folder.c_str()) == 0;
+  if (surroundings.ordinaryUser && ::geteuid() == 0) {
+    ready = ready && ::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0;
+  }
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  // The test may have ended before this process asked to end with it.
+  if (ready && ::getppid() == parent) ::execv(words[0], words.data());
+  ::_exit(kNotStarted);
 }
 
 }  // namespace
 
-Child::Child(std::vector<std::string> command) {
+Child::Child(std::vector<std::string> command, const Surroundings& surroundings) {
   (void)std::signal(SIGPIPE, SIG_IGN);
   const Pipe in;
   const Pipe out;
@@ -42,67 +64,84 @@ Child::Child(std::vector<std::string> command) {
   std::vector<char*> words;
   for (std::string& word : command) words.push_back(word.data());
   words.push_back(nullptr);
+  const pid_t parent = ::getpid();
   process_ = ::fork();
-  if (process_ == 0) {
-    ::dup2(in.ends[0], STDIN_FILENO);
-    ::dup2(out.ends[1], STDOUT_FILENO);
-    ::dup2(err.ends[1], STDERR_FILENO);
-    ::execv(words[0], words.data());
-    ::_exit(127);
-  }
-  ::close(in.ends[0]);
-  ::close(out.ends[1]);
-  ::close(err.ends[1]);
+  if (process_ == 0) Become(words, surroundings, parent, {in.ends[0], out.ends[1], err.ends[1]});
+  for (const int childsEnd : {in.ends[0], out.ends[1], err.ends[1]}) ::close(childsEnd);
   input_ = in.ends[1];
-  output_ = out.ends[0];
-  errors_ = err.ends[0];
+  output_.descriptor = out.ends[0];
+  errors_.descriptor = err.ends[0];
 }
 
 Child::~Child() {
-  CloseInput();
-  if (process_ > 0) {
-    ::kill(process_, SIGKILL);
-    ::waitpid(process_, nullptr, 0);
-  }
-  ::close(output_);
-  ::close(errors_);
+  Kill();
+  Close(input_);
+  Close(output_.descriptor);
+  Close(errors_.descriptor);
 }
 
-void Child::Send(const std::string& line) const {
+void Child::Send(const std::string& line) {
   const std::string whole = line + "\n";
   if (::write(input_, whole.data(), whole.size()) != static_cast<ssize_t>(whole.size())) {
     throw std::runtime_error("the program takes no input");
   }
 }
 
-void Child::CloseInput() {
-  if (input_ >= 0) ::close(input_);
-  input_ = -1;
-}
-
 std::optional<std::string> Child::NextLine() {
+  const auto deadline = Clock::now() + kLimit;
   while (true) {
-    if (const auto end = received_.find('\n'); end != std::string::npos) {
-      std::string line = received_.substr(0, end);
-      received_.erase(0, end + 1);
+    if (const auto end = output_.text.find('\n'); end != std::string::npos) {
+      std::string line = output_.text.substr(0, end);
+      output_.text.erase(0, end + 1);
       return line;
     }
-    if (!ReadMore(output_, received_)) return std::nullopt;
+    if (output_.descriptor < 0 || !Hear(deadline)) return std::nullopt;
   }
+}
+
+bool Child::Says(const std::string& text) {
+  while (const auto line = NextLine()) {
+    if (line->find(text) != std::string::npos) return true;
+  }
+  return false;
+}
+
+void Child::CloseInput() { Close(input_); }
+
+void Child::Kill() {
+  if (process_ <= 0) return;
+  ::kill(process_, SIGKILL);
+  ::waitpid(std::exchange(process_, -1), nullptr, 0);
 }
 
 Child::End Child::WaitForEnd() {
-  End end;
-  while (ReadMore(output_, received_)) {
+  const auto deadline = Clock::now() + kLimit;
+  while (Hear(deadline)) {
   }
-  while (ReadMore(errors_, end.errors)) {
-  }
-  end.output = received_;
+  pollfd ended{static_cast<int>(::syscall(SYS_pidfd_open, process_, 0)), POLLIN, 0};
+  if (::poll(&ended, 1, MillisecondsTo(deadline)) == 0) ::kill(process_, SIGKILL);
+  ::close(ended.fd);
   int status = 0;
-  ::waitpid(process_, &status, 0);
-  process_ = -1;
-  end.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-  return end;
+  ::waitpid(std::exchange(process_, -1), &status, 0);
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), output_.text, errors_.text};
+}
+
+bool Child::Hear(Clock::time_point deadline) {
+  // A descriptor below zero is passed over.
+  std::array<pollfd, 2> ready{pollfd{output_.descriptor, POLLIN, 0}, pollfd{errors_.descriptor, POLLIN, 0}};
+  if (output_.descriptor < 0 && errors_.descriptor < 0) return false;
+  if (::poll(ready.data(), ready.size(), MillisecondsTo(deadline)) <= 0) return false;
+  for (Stream* stream : {&output_, &errors_}) {
+    if (ready[stream == &output_ ? 0 : 1].revents == 0) continue;
+    std::array<char, 65536> bytes;
+    const auto count = ::read(stream->descriptor, bytes.data(), bytes.size());
+    if (count > 0) {
+      stream->text.append(bytes.data(), static_cast<std::size_t>(count));
+    } else {
+      Close(stream->descriptor);
+    }
+  }
+  return true;
 }
 
 }  // namespace orvane::test

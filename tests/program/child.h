@@ -2,38 +2,60 @@
 
 #include <sys/types.h>
 
-#include <optional>
+#include <chrono>
 #include <string>
 #include <vector>
 
+#include "program/line.h"
+
 namespace orvane::test {
 
-/// A program of its own, with its standard input and outputs on pipes. It is killed when it outlives its holder.
-class Child {
- public:
-  explicit Child(std::vector<std::string> command);
-  Child(const Child&) = delete;
-  Child& operator=(const Child&) = delete;
-  ~Child();
+/// Where and as whom a program runs.
+struct Surroundings {
+  std::string folder = ".";
+  /// A superuser's program gives its rights up before it begins.
+  bool ordinaryUser = false;
+};
 
-  void Send(const std::string& line) const;
+/// A program of its own, with its standard input and outputs on pipes. It is killed when it outlives its holder, or
+/// when the test itself ends.
+class Child : public Line {
+ public:
+  explicit Child(std::vector<std::string> command, const Surroundings& surroundings = {});
+  ~Child() override;
+
+  void Send(const std::string& line) override;
+  [[nodiscard]] std::optional<std::string> NextLine() override;
+  /// Reads its standard output up to a line that holds the text. @return whether one came.
+  [[nodiscard]] bool Says(const std::string& text);
+
   void CloseInput();
-  /// The next line of its standard output; no value at the end of the output, or after 30 seconds without one.
-  [[nodiscard]] std::optional<std::string> NextLine();
-  /// The rest of both outputs, when it has ended.
+  /// As a loss of power does.
+  void Kill();
+
   struct End {
-    int status = -1;
+    /// The exit status, or minus the signal that ended it: minus SIGKILL when it had not ended after 30 seconds.
+    int status = 0;
+    /// What was not read of its standard output before, and all of its standard error.
     std::string output;
     std::string errors;
   };
   [[nodiscard]] End WaitForEnd();
 
  private:
+  using Clock = std::chrono::steady_clock;
+
+  struct Stream {
+    int descriptor = -1;
+    std::string text;
+  };
+  /// Takes what comes next on either output. @return false when both have ended, or nothing came in time.
+  bool Hear(Clock::time_point deadline);
+
   pid_t process_ = -1;
   int input_ = -1;
-  int output_ = -1;
-  int errors_ = -1;
-  std::string received_;
+  Stream output_;
+  Stream errors_;
 };
 
 }  // namespace orvane::test

@@ -1,0 +1,84 @@
+#include <gtest/gtest.h>
+
+#include "program/programs.h"
+
+namespace orvane::test {
+namespace {
+
+using testing::HasSubstr;
+
+struct Outcome {
+  const char* fault;
+  int status;
+  /// On standard error.
+  const char* says;
+};
+
+/// What each unit or bench is worth, and why.
+const Outcome kOutcomes[] = {
+    {"battery", 1, "Warning: Battery Calibration ERROR. -> OK\n"},
+    {"pa-dead", 1, "Warning:  Error in measuring Power. -> OK\n"},
+    {"receiver-dead", 2, "The run ended without a verdict.\nreceive: "},
+    {"pa-weak", 2, "PASS, but not every step was completed.\ntransmitDCS: DCS level 1 stopped at DAC 1020"},
+    {"supply-absent", 2, "PASS, but not every step was completed.\ncharger: Initialize Power Supply.\n"},
+    {"testset-absent", 2, "PASS, but not every step was completed.\nreceive: The test set was not initialized.\n"},
+    {"silent", 2, "Warning: Target을 Power On 해 주십시요 -> OK\nThe run ended without a verdict.\n"},
+};
+
+TEST(Initialize, AGoodUnitOfAnySeedPassesAndNothingIsToldOnStandardError) {
+  const auto ends = InitializeOnEach(
+      {{"--bench", "virtual"}, {"--bench", "virtual:seed=7"}, {"--bench", "virtual:seed=123456789"}});
+  for (const auto& end : ends) {
+    EXPECT_EQ(end.status, 0) << end.output << end.errors;
+    EXPECT_THAT(end.output, HasSubstr(" PASS\n"));
+    EXPECT_EQ(end.errors, "");
+  }
+}
+
+TEST(Initialize, EndsWithTheVerdictsStatusAndSaysWhatIsMissing) {
+  std::vector<Arguments> benches;
+  for (const Outcome& row : kOutcomes) benches.push_back({"--bench", std::string("virtual:fault=") + row.fault});
+  const auto ends = InitializeOnEach(benches);
+  for (std::size_t i = 0; i < ends.size(); ++i) {
+    SCOPED_TRACE(kOutcomes[i].fault);
+    EXPECT_EQ(ends[i].status, kOutcomes[i].status) << ends[i].output;
+    EXPECT_THAT(ends[i].errors, HasSubstr(kOutcomes[i].says));
+  }
+}
+
+TEST(InitializeOnWires, EndsWithTheVerdictsStatusAndSaysWhatIsMissing) {
+  const Outcome rows[] = {
+      {"status-ti@1000", 0, ""},  // never strikes
+      {"battery", 1, "Warning: Battery Calibration ERROR. -> OK\n"},
+      {"pa-weak", 2, "PASS, but not every step was completed.\ntransmitDCS: DCS level 1 stopped at DAC 1020"},
+      {"supply-absent", 2, "Error: Unable to open device / ibsta = &H8000 / iberr = 2 -> OK\n"},
+  };
+  std::vector<std::unique_ptr<WiredBench>> benches;
+  std::vector<Arguments> options;
+  for (const Outcome& row : rows) {
+    benches.push_back(std::make_unique<WiredBench>(Arguments{"--fault", row.fault}));
+    options.push_back(benches.back()->Options());
+  }
+  const auto ends = InitializeOnEach(options);
+  for (std::size_t i = 0; i < ends.size(); ++i) {
+    SCOPED_TRACE(rows[i].fault);
+    EXPECT_EQ(ends[i].status, rows[i].status) << ends[i].output;
+    EXPECT_THAT(ends[i].errors, HasSubstr(rows[i].says));
+    EXPECT_EQ(ends[i].errors.empty(), rows[i].status == 0) << ends[i].errors;
+  }
+}
+
+TEST(InitializeOnWires, AnAddressWithoutARouteIsAnAbsentInstrumentAtItsInitialize) {
+  WiredBench bench;
+  const auto ends = InitializeOnEach({
+      {"--com1", bench.Place("target"), "--instrument", "2=tcp:" + bench.Place("supply")},
+  });
+  EXPECT_EQ(ends[0].status, 2);
+  EXPECT_THAT(ends[0].errors,
+              testing::ContainsRegex("ORVANE: Instrument at address 1, route .* ibsta = &H8000, iberr = 2"));
+  EXPECT_THAT(ends[0].errors, HasSubstr("Warning: Initialize Test Set at first. -> OK\n"));
+  EXPECT_THAT(ends[0].errors, HasSubstr("receive: The test set was not initialized.\n"));
+}
+
+}  // namespace
+}  // namespace orvane::test

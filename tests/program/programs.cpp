@@ -1,0 +1,79 @@
+#include "program/programs.h"
+
+#include <unistd.h>
+
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+
+namespace orvane::test {
+namespace {
+
+Arguments Joined(Arguments first, const Arguments& second) {
+  first.insert(first.end(), second.begin(), second.end());
+  return first;
+}
+
+}  // namespace
+
+Arguments Orvane(const Arguments& arguments) { return Joined({ORVANE_PROGRAM, "--headless"}, arguments); }
+
+Child::End RunOrvane(const Arguments& arguments) { return Child(Orvane(arguments)).WaitForEnd(); }
+
+std::vector<Child::End> InitializeOnEach(const std::vector<Arguments>& benches) {
+  std::vector<std::unique_ptr<Child>> stations;
+  for (const Arguments& bench : benches) {
+    stations.push_back(std::make_unique<Child>(Orvane(Joined({"--initialize"}, bench))));
+  }
+  std::vector<Child::End> ends;
+  for (const auto& station : stations) ends.push_back(station->WaitForEnd());
+  return ends;
+}
+
+Station::Station(const Arguments& arguments, const std::string& folder)
+    : Station(std::make_unique<Child>(Orvane(Joined({"--automation", "stdio"}, arguments)),
+                                      Surroundings{folder, false})) {}
+
+WiredBench::WiredBench(const Arguments& arguments) : child_(Joined({VIRTUAL_BENCH_PROGRAM}, arguments)) {
+  for (std::string what; what != "ready";) {
+    const auto line = child_.NextLine();
+    if (!line) throw std::runtime_error("the bench is not ready: " + child_.WaitForEnd().errors);
+    std::istringstream words(*line);
+    words >> what;
+    words >> places_[what];
+  }
+}
+
+Arguments WiredBench::Options() {
+  return {"--com1",       Place("target"),
+          "--instrument", "1=tcp:" + Place("testset"),
+          "--instrument", "2=tcp:" + Place("supply"),
+          "--instrument", "5=tcp:" + Place("load")};
+}
+
+TempFolder::TempFolder() {
+  std::string name = (std::filesystem::temp_directory_path() / "orvane-test-XXXXXX").string();
+  if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no folder " + name);
+  path_ = name;
+}
+
+TempFolder::~TempFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(path_, ignored);
+}
+
+std::string ContentOf(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void Fill(const std::string& path, const std::string& content) { std::ofstream(path, std::ios::binary) << content; }
+
+std::string OwnLoopbackAddress() {
+  const auto process = static_cast<unsigned>(::getpid());
+  return "127." + std::to_string(1 + process / 65536 % 250) + "." + std::to_string(process / 256 % 256) + "." +
+         std::to_string(process % 256);
+}
+
+}  // namespace orvane::test
