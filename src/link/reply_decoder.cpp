@@ -67,6 +67,8 @@ void ReplyDecoder::Gather() {
 }
 
 void ReplyDecoder::Decode() {
+  // However early a frame was whole: until the next command what comes behind it is decoded as it comes.
+  state_.ReplySpin = kSpinTurns;
   const std::string gathered = std::exchange(state_.ReplyBuffer, {});
   const Deframed reply = Deframe(std::string_view(gathered).substr(0, kGatheredLimit), Layout());
   Publish(reply, std::min(gathered.size(), kGatheredLimit));

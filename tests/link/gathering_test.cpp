@@ -69,6 +69,29 @@ TEST(Gathering, ItsTimeRunsFromTheFirstTextOfAllBehindACommand) {
   EXPECT_EQ(rig.state.TMStatus, "&H05") << "the halves came apart at 21 ms";
 }
 
+TEST(Gathering, BehindADecodeToo) {
+  LinkRig rig;
+  double spin = 0;
+  rig.Later(milliseconds(1), "02 14 00 20 00 05 00 25 02");
+  rig.loop.PostAt(milliseconds(1), [&] { spin = rig.state.ReplySpin; });
+  rig.Later(milliseconds(2), "02 14 00 20");
+  rig.Later(milliseconds(3), "00 00 00 20 02");
+  rig.Later(milliseconds(7), kInitialized);
+  rig.link.RunTargetCommand("ti");
+  EXPECT_EQ(spin, 10000);
+  EXPECT_EQ(rig.loop.Now(), milliseconds(7)) << "the halves behind the failure status are lost";
+  EXPECT_EQ(rig.link.Status(), 0);
+}
+
+TEST(Gathering, InThePlainLayoutTheCodeAndTheStatusStandRightBehindTheSync) {
+  LinkRig rig;
+  rig.state.PlainReplyMode = true;
+  rig.Exchange("ti", "02 14 20 00 20 02");
+  EXPECT_EQ(rig.Shown(), "TM Initiailize OK !!\r\n");
+  EXPECT_EQ(rig.state.ReplyOperation, "&H20");
+  EXPECT_EQ(rig.state.TMStatus, "&H00");
+}
+
 TEST(Gathering, ACommandGivesTheNextReplyItsFullTime) {
   LinkRig rig;
   rig.Later(milliseconds(5), "55");
@@ -77,6 +100,20 @@ TEST(Gathering, ACommandGivesTheNextReplyItsFullTime) {
   rig.Later(milliseconds(24), "00 00 00 20 02");
   rig.link.RunTargetCommand("ti");
   EXPECT_EQ(rig.link.Status(), 0);
+}
+
+TEST(Gathering, ACommandGivenMeanwhileStartsItAnew) {
+  LinkRig rig;
+  rig.Later(milliseconds(1), "55");
+  rig.loop.PostAt(milliseconds(15), [&] {
+    rig.main.txtUserCommand.SetText("tms 1");
+    rig.link.CommandInterpreter();
+  });
+  rig.Later(milliseconds(22), "02 14 00 21");
+  rig.Later(milliseconds(34), "00 00 00 21 02");
+  rig.link.RunTargetCommand("ti");
+  EXPECT_EQ(rig.loop.Now(), milliseconds(34));
+  EXPECT_EQ(rig.state.ReplyOperation, "&H21");
 }
 
 TEST(Gathering, WhatFollowsAFrameInTheSameTextIsDroppedAndTold) {
