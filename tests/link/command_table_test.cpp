@@ -61,6 +61,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Line{"rfpw 1 255", "30 01 00 FF 00 CE 02"}, Line{"rfpw 1 975", "30 01 00 CF 03 FD 02"},
                     Line{"rxpw 1 -1", "34 01 00 FF FF 35 02"}, Line{"rxpw 1 -256", "34 01 00 00 FF CA 02"},
                     Line{"txpw 4 255", "36 04 00 FF 00 CD 02"}, Line{"mpw 1 300", "44 01 00 2C 01 68 02"},
+                    // The smallest value of two bytes.
+                    Line{"txpw 4 256", "36 04 00 00 01 33 02"}, Line{"mpw 1 256", "44 01 00 00 01 44 02"},
+                    Line{"spw 256 0", "50 00 01 00 00 51 02"}, Line{"se 256", "54 00 01 55 02"},
                     Line{"ttr 0x1F", "39 1F 26 02"}, Line{"spw 300 0xABCD", "50 2C 01 CD AB 1B 02"},
                     Line{"se 300", "54 2C 01 79 02"}, Line{"rfe 2.5", "23 10 02 00 21 02"}));
 
@@ -89,6 +92,23 @@ void ExpectFailure(const std::string& line) {
 TEST(CommandNumbers, ThatAreNoneSendNothing) {
   for (const char* line : {"rfe 0x1", "rfe 0X1", "sr 1 10x5", "rfpw 1 32768", "ttr b", "stw 100 0x27 0 0 0 0",
                            "sr 1 0X10", "mpr &Hz1", "tms 40000"}) {
+    ExpectFailure(line);
+  }
+}
+
+TEST(CommandNumbers, AreRewrittenFromHexadecimalOnlyWhereTheCommandKnowsIt) {
+  for (const char* line :
+       {"tms 0x1",    "sr 0x1 1",  "scw 0x1 1",  "rfpw 0x1 1", "rfpw 1 0x1", "rfpr 0x1",  "rxpw 0x1 1",
+        "rxpw 1 0x1", "rxpr 0x1",  "txpw 0x1 1", "txpw 1 0x1", "txpr 0x1",   "ttw 0x3 1", "ttw 3 0x1",
+        "mpw 0x1 1",  "mpw 1 0x1", "mpr 0x1",    "spw 0x1 1",  "spr 0x1",    "str 0x3",   "se 0x1"}) {
+    ExpectFailure(line);
+  }
+}
+
+TEST(CommandNumbers, OfItemsAreSingleBytes) {
+  for (const char* line : {"rfe 300", "sr 300 1", "scw 300 1", "rfpw 300 1", "rfpr 300", "rxpw 300 1", "rxpr 300",
+                           "txpw 300 1", "txpr 300", "ttw 300 1", "ttr 300", "mpw 300 1", "mpr 300", "spr 300",
+                           "str 300", "stw 3 300", "spr -1", "spw -1 0"}) {
     ExpectFailure(line);
   }
 }

@@ -50,6 +50,8 @@ INSTANTIATE_TEST_SUITE_P(
                         "AFC Initial Value = -4096.125\r\nAFC Initial Value 13.3F = -32769\r\n"},
                     Row{"rfpr 9", "02 14 00 31 00 00 00 09 01 7E 00 7F 01 39 02", "AFC DAC = 32766\r\n"},
                     // Unsigned items run to 65535.
+                    Row{"rfpr 2", "02 14 00 31 00 00 10 00 02 01 7F 01 7F 00 33 02", "TCH ARFCN = 65535\r\n"},
+                    Row{"rfpr 8", "02 14 00 31 00 00 00 08 01 7F 01 7F 00 39 02", "AFC Enable Flag = 65535\r\n"},
                     Row{"rfpr 1", "02 14 00 31 00 00 00 01 01 7F 01 7F 00 30 02", "BCCH ARFCN = 65535\r\n"}));
 
 INSTANTIATE_TEST_SUITE_P(
@@ -57,7 +59,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Row{"rxpr 1", "02 14 00 35 00 00 00 01 01 58 01 7F 00 13 02", "AGC = -40\r\n"},
                     Row{"rxpr 3", "02 14 00 35 00 00 00 03 01 58 01 7F 00 11 02", ""},
                     Row{"txpr 1", "02 14 00 37 00 00 00 01 00 05 00 00 00 33 02", "Tx power level = 5\r\n"},
+                    Row{"txpr 1", "02 14 00 37 00 00 00 01 01 7F 01 7F 00 36 02", "Tx power level = 65535\r\n"},
                     Row{"txpr 4", "02 14 00 37 00 00 00 04 01 43 00 01 01 71 02", "APC DAC value = 451\r\n"},
+                    Row{"txpr 4", "02 14 00 37 00 00 00 04 01 7F 01 7F 00 33 02", "APC DAC value = 65535\r\n"},
                     Row{"txpr 3", "02 14 00 37 00 00 00 03 01 43 00 01 01 76 02", ""}));
 
 INSTANTIATE_TEST_SUITE_P(
@@ -81,7 +85,9 @@ INSTANTIATE_TEST_SUITE_P(
                         "Rxlevel = 31.5\r\n"},
                     Row{"sr 1 3", "02 14 00 24 00 00 00 01 00 00 00 03 00 00 00 3F 00 00 00 19 02", ""},
                     Row{"sr 2 1", "02 14 00 24 00 00 10 00 02 00 00 00 01 00 00 00 3F 00 00 00 18 02", ""},
-                    Row{"sr 1 1", "02 14 00 24 00 00 00 01 00 01 00 01 00 00 00 3F 00 00 00 1A 02", ""}));
+                    // Statistic and kind are words: 257 is neither 1.
+                    Row{"sr 1 1", "02 14 00 24 00 00 00 01 00 01 00 01 00 00 00 3F 00 00 00 1A 02", ""},
+                    Row{"sr 1 1", "02 14 00 24 00 00 00 01 00 00 00 01 00 01 00 3F 00 00 00 1A 02", ""}));
 
 TEST(ReplyTable, AnAnswerToOperation51ShowsNothing) {
   LinkRig rig;
@@ -182,6 +188,13 @@ TEST(BatteryVoltages, AddThePadAheadOfTheSecondOne) {
                "02 14 00 53 00 00 00 64 00 70 00 03 00 00 00 00 00 00 00 00 00 00 00 00 05 74 00 01 00 30 02");
   EXPECT_EQ(rig.baseBand.txtChargerDisplay.Text().substr(0, 59),
             "CV_START_VOLTAGE     = 0x0370\r\nSHUTDOWN_VOLTAGE    = 0x0179");
+}
+
+TEST(BatteryVoltages, TakeThePadOfTheSecondLowByteAlong) {
+  LinkRig rig;
+  rig.Exchange("str 100",
+               "02 14 00 53 00 00 00 64 00 70 10 00 02 00 00 00 00 00 00 00 00 00 00 00 00 05 74 00 01 00 30 02");
+  EXPECT_NE(rig.baseBand.txtChargerDisplay.Text().find("SHUTDOWN_VOLTAGE    = 0x0179\r\n"), std::string::npos);
 }
 
 // A ramp row: the values stand one behind the other without pads, the first of them in the place of the status.

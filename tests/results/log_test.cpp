@@ -91,6 +91,14 @@ TEST(Log, AFileThatExistsIsDeletedOnYes) {
   EXPECT_EQ(rig.files.content["/run.LOG"], "a");
 }
 
+TEST(Log, GoesToTheEndOfWhatStandsInItsFile) {
+  Rig rig;
+  rig.files.content["/run.LOG"] = "old";
+  rig.console.OpenLog("/run.LOG");
+  rig.console.Append("a");
+  EXPECT_EQ(rig.files.content["/run.LOG"], "olda");
+}
+
 TEST(Log, NoAsksForAnotherName) {
   Rig rig;
   rig.files.content["/run.LOG"] = "old";
