@@ -1,0 +1,38 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/controls.h"
+#include "platform/panel.h"
+
+namespace orvane::test {
+
+/// A control as its panel first shows it: the caption of a button, label, frame or option, the text of a box.
+struct FaceRow {
+  const char* name;
+  ControlKind kind;
+  std::string shown;
+};
+
+/// What a control shows: its caption or its text; empty where it has neither.
+inline std::string ShownIn(const Control& control) {
+  if (const auto* captioned = dynamic_cast<const CaptionedControl*>(&control)) return captioned->Caption();
+  if (const auto* text = dynamic_cast<const TextBox*>(&control)) return text->Text();
+  if (const auto* combo = dynamic_cast<const ComboBox*>(&control)) return combo->Text();
+  return "";
+}
+
+inline void ExpectFace(const Panel& panel, const std::vector<FaceRow>& rows) {
+  for (const FaceRow& row : rows) {
+    const Control* control = panel.Find(row.name);
+    ASSERT_NE(control, nullptr) << row.name;
+    EXPECT_EQ(control->Kind(), row.kind) << row.name;
+    EXPECT_EQ(ShownIn(*control), row.shown) << row.name;
+    EXPECT_TRUE(control->Enabled()) << row.name;
+  }
+}
+
+}  // namespace orvane::test
