@@ -33,6 +33,8 @@ struct ReplyState {
   Long RawAdcValue = 0;
   Long CurrentTestModeValue = 0;
   std::string PowerMeasureTimes10;
+  /// How many reports have set it: a reading that is older than its command can be told by this alone.
+  long powerReports = 0;
 
   /// 1: the next raw ADC value serves the 4.2 V limit; otherwise the shut-down limit.
   Integer RawAdcStage = 0;

@@ -64,6 +64,7 @@ Exchange ShowStatistic(const Reply& reply, const ReplyOutlets& out) {
   if (kind == kPowerMeasure) {
     out.main->txtAGCPM.SetText(number.Text());
     out.state.PowerMeasureTimes10 = (number * 10).Text();
+    ++out.state.powerReports;
   }
   return Exchange::Over;
 }

@@ -87,25 +87,32 @@ bool RxMeasurement::Settle() {
 std::optional<Integer> RxMeasurement::ReadLevel(Integer channel, Decimal4 low) {
   // The run goes on whatever the Target says here, with the reading before if it says nothing.
   Command("rfe 1");
-  Command("sr 1 2");
+  Report(channel);
   if (!HasReading(" 1> Auto Cal is not Completed. Re-try.")) {
     report_.Flaw("Channel " + std::to_string(channel) + ": the Target gave no reading.");
     autoCal_->cmdAutoCalStop.SetBackColor(kRed);
     return std::nullopt;
   }
-  if (IsCw() && autoCal_->comboOffset.Text() == "Average" && !Average(low)) return std::nullopt;
+  if (IsCw() && autoCal_->comboOffset.Text() == "Average" && !Average(channel, low)) return std::nullopt;
   return ToInteger(reply_.PowerMeasureTimes10);
 }
 
-bool RxMeasurement::Average(Decimal4 low) {
+bool RxMeasurement::Average(Integer channel, Decimal4 low) {
   const Integer first = ToInteger(reply_.PowerMeasureTimes10);
   WriteFrequency(low);
   link_.PaceDelay(3);
   if (!Command("rfe 1")) return false;
-  Command("sr 1 2");
+  Report(channel);
   if (!HasReading(" Auto Cal is not Completed. Re-try.")) ColourMissingStopButton();
   reply_.PowerMeasureTimes10 = NumberText((first + ToDouble(reply_.PowerMeasureTimes10)) / 2.0);
   return true;
+}
+
+void RxMeasurement::Report(Integer channel) {
+  const long before = reply_.powerReports;
+  if (Command("sr 1 2") && reply_.powerReports == before) {
+    report_.Flaw("Channel " + std::to_string(channel) + ": the Target's report held no power.");
+  }
 }
 
 bool RxMeasurement::HasReading(std::string_view words) {

@@ -42,7 +42,10 @@ class RxMeasurement {
   bool TuneTarget(Integer channel);
   bool Settle();
   std::optional<Integer> ReadLevel(Integer channel, Decimal4 low);
-  bool Average(Decimal4 low);
+  bool Average(Integer channel, Decimal4 low);
+  /// One report of the Target. The run takes what stands in `PowerMeasureTimes10` then, old or new; the run's report
+  /// tells when it is an old one.
+  void Report(Integer channel);
   bool HasReading(std::string_view words);
   /// Whether it succeeded; when not, the report takes a note.
   bool Command(const std::string& line);

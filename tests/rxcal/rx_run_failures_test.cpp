@@ -111,6 +111,22 @@ TEST_F(RxRunFailure, NoReadingAtAll) {
   EXPECT_FALSE(step.complete);
 }
 
+TEST_F(RxRunFailure, AReportWithoutAPowerRepeatsTheLastOneButTheReportKnows) {
+  // The report above and the one below the carrier of channel 40.
+  for (const std::size_t place : {18U, 20U}) {
+    RxRig fresh;
+    fresh.serial.answer = [&](const SentCommand& command) {
+      fresh.reportKind = fresh.journal.Commands().size() == place ? 1 : 2;
+      return fresh.Answer(command);
+    };
+    const StepRecord step = fresh.Step();
+    EXPECT_EQ(fresh.Commands().at(place - 1), "sr 1 2");
+    EXPECT_EQ(fresh.Commands().back(), "rfpw 8 1");
+    EXPECT_EQ(fresh.state.rf.RFParams.BAND[0].g_magic, 180);
+    EXPECT_EQ(step.reason, "Channel 40: the Target's report held no power.") << place;
+  }
+}
+
 TEST_F(RxRunFailure, NoReadingBelowTheCarrierHasNoButtonToColour) {
   rig.serial.answer = [&](const SentCommand& command) {
     const auto commands = rig.journal.Commands();
