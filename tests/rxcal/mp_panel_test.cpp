@@ -75,6 +75,19 @@ TEST_F(MPRxCalRun, AsksForAFileFirstWhenItSavesByItself) {
   EXPECT_EQ(rig.state.cal.CalMode, "END");
 }
 
+TEST_F(MPRxCalRun, OnePaceStandsBetweenTheRunAndItsSave) {
+  rig.autoCal.chkAutoSaveMode.SetChecked(true);
+  rig.state.cal.SaveMode = "EEPROM";
+  const TimePoint before = rig.loop.Now();
+  rig.link.PaceDelay();
+  const TimePoint pace = rig.loop.Now() - before;
+  rig.journal.Clear();
+  rig.panel.MPRxCalRun();
+  ASSERT_THAT(rig.journal.Lines(), ElementsAre("Rx run", "save", "box: Auto Calibration is completed."));
+  EXPECT_EQ(rig.journal.Times()[1] - rig.journal.Times()[0], pace);
+  EXPECT_EQ(rig.journal.Times()[2] - rig.journal.Times()[1], TimePoint{0});
+}
+
 TEST_F(MPRxCalRun, NeedsNoFileForTheTargetAlone) {
   rig.autoCal.chkAutoSaveMode.SetChecked(true);
   rig.state.cal.SaveMode = "EEPROM";

@@ -112,6 +112,34 @@ TEST(RxRun, PacesStandBetweenTheCommands) {
   EXPECT_EQ(paces.at(27) - paces.at(26), 108 + 22);
 }
 
+TEST(RxRun, PacesFollowTheLinesToTheTestSet) {
+  RxRig rig;
+  rig.serial.delay = TimePoint{0};
+  rig.panels.main.txtSyncDelay.SetText("500000");  // a pace of 1 ms
+  EXPECT_FALSE(rig.Run());
+  Lines trace = rig.journal.Lines();
+  const auto& times = rig.journal.Times();
+  for (std::size_t i = 0; i + 1 < trace.size(); ++i) {
+    const auto paces = (times[i + 1] - times[i]) / std::chrono::milliseconds(1);
+    if (paces > 0) trace[i] += " +" + std::to_string(paces);
+  }
+  const auto from = [&](const std::string& line) { return std::find(trace.begin(), trace.end(), line); };
+  EXPECT_THAT(Lines(from("DownlinkParamSet +3"), from("Target: rfpw 2 0 +3")),
+              ElementsAre("DownlinkParamSet +3", "1: CALL:OPERATING:MODE TEST", "1: CALL:FUNCTION:DOWNLINK CW",
+                          "1: CALL:CELL:BAND EGSM +21", "1: SYST:CORR:SGA -0.5",
+                          "1: CALL:CELL:RFG:POWER:AMPLITUDE -74dBm +58", "1: CALL:TCH:SEQ 0", "1: CALL:BCH:SEQ 0 +6",
+                          "1: CALL:CELL:RFG:FREQ 935.067MHz +16"));
+  EXPECT_THAT(Lines(from("Target: rfpw 2 0 +3"), from("1: CALL:TCH:SEQ 40")),
+              ElementsAre("Target: rfpw 2 0 +3", "Target: rfpw 1 0 +3", "Target: rxpw 8 0", "Target: rfe 1 +11",
+                          "Target: sr 1 2", "Target: rfe 1 +11", "Target: sr 1 2", "Target: rfe 1", "Target: sr 1 2",
+                          "1: CALL:CELL:RFG:FREQ 934.933MHz +3", "Target: rfe 1", "Target: sr 1 2"));
+  EXPECT_THAT(Lines(from("1: CALL:CELL:BAND DCS +108"), from("Target: rfpw 2 512 +3")),
+              ElementsAre("1: CALL:CELL:BAND DCS +108", "1: SYST:CORR:SGA -0.5", "1: CALL:TCH:SEQ 512",
+                          "1: CALL:BCH:SEQ 512 +6", "1: CALL:CELL:RFG:FREQ 1805.267MHz +16"));
+  EXPECT_THAT(Lines(from("1: CALL:CELL:BAND EGSM +108"), from("1: CALL:TCH:SEQ 975")),
+              ElementsAre("1: CALL:CELL:BAND EGSM +108", "1: SYST:CORR:SGA -0.5"));
+}
+
 TEST(RxRun, StoresGainsAndCompensations) {
   RxRig rig;
   rig.Script({54, 56, 58, 56, 57, 58, 59, 60, 58, 56, 55, 57});

@@ -97,6 +97,23 @@ TEST_F(BandRun, EchoesTheDcsSetUpAsItIsSent) {
                         "699\r\nCALL:FUNCTION:DOWNLINK BCHTCH\r\nSYST:CORR:SGA -0.5\r\n"));
 }
 
+TEST_F(BandRun, ExpectsTheTargetPowerAsAWholeNumberAndEchoesIt) {
+  const struct {
+    const char* target;
+    const char* whole;
+  } rows[] = {{"6.5", "6"}, {"7.5", "8"}, {"7.4999", "7"}, {"-0.5", "0"}};
+  failing = {"txpw 1 18"};
+  for (const auto& row : rows) {
+    cal.PowerIndex[14] = Decimal4::FromText(row.target);
+    reading = [&row] { return std::string(row.target); };
+    journal.Clear();
+    ClickGsm();
+    const std::string line = std::string("RFAN:EXP:POWER:SELECTED ") + row.whole;
+    EXPECT_THAT(journal.Lines(), ::testing::Contains("1: " + line)) << row.target;
+    EXPECT_THAT(panels.main.txtResults.Text(), HasSubstr("SYST:CORR:SGA -0.5\r\n" + line + "\r\n")) << row.target;
+  }
+}
+
 TEST_F(BandRun, DownloadsAllRampTablesWithACommaBehindEveryValue) {
   ClickDcs();
   const auto tables = CommandsOf("ttw ");
