@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include "base/failure.h"
+#include "base/text.h"
 
 namespace orvane {
 
@@ -33,8 +34,11 @@ std::string FolderOf(std::string_view path) {
 
 std::optional<std::string> SideFileOf(std::string_view path) {
   constexpr std::size_t kExtension = 4;
-  if (FileNameOf(path).size() < kExtension) return std::nullopt;
-  return std::string(path.substr(0, path.size() - kExtension)) + ".xls";
+  const std::size_t folder = path.size() - FileNameOf(path).size();
+  const std::string_view name = path.substr(folder);
+  const std::size_t characters = CharacterCount(name);
+  if (characters < kExtension) return std::nullopt;
+  return std::string(path.substr(0, folder + CharacterOffset(name, characters - kExtension))) + ".xls";
 }
 
 std::string RecordOf(std::string_view content) {

@@ -37,6 +37,12 @@ TEST(SideFile, TakesFourCharactersOfTheNameAndNoneOfTheFolder) {
   EXPECT_EQ(SideFileOf("/home/abc"), std::nullopt);
 }
 
+TEST(SideFile, CountsTheCharactersOfANameAndNotItsBytes) {
+  EXPECT_EQ(SideFileOf("/home/\xEA\xB0\x80.pwr"), "/home/\xEA\xB0\x80.xls");
+  EXPECT_EQ(SideFileOf("/home/abc\xEA\xB0\x80"), "/home/.xls") << "four characters, six bytes";
+  EXPECT_EQ(SideFileOf("/home/a\xEA\xB0\x80"), std::nullopt) << "two characters, four bytes";
+}
+
 TEST(Records, Are128BytesEachCountedFromOne) {
   test::MemoryFiles files;
   files.content["/t.dat"] = RecordOf("one") + RecordOf("two") + "part";
