@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/failure.h"
+#include "base/subscript.h"
 #include "base/text.h"
 #include "ramp/ramp_boxes.h"
 #include "ramp/ramp_record.h"
@@ -77,7 +78,7 @@ void RampEditor::StoreBoxes() {
     return;
   }
   const int table = ToInteger(index);
-  auto& values = ports_.ramp.RampTable.at(static_cast<std::size_t>(table));
+  auto& values = At(ports_.ramp.RampTable, table);
   for (std::size_t k = 0; k < kRampUpValues; ++k) {
     values[k] = face_.txtUP[k]->Text();
     values[k + kRampUpValues] = face_.txtDN[k]->Text();

@@ -160,6 +160,13 @@ TEST_P(RampEditorOn, SetAsksForAnIndex) {
   EXPECT_THAT(Shown(), ElementsAre("Warning, stop: Input Ramp Table Index."));
 }
 
+TEST_P(RampEditorOn, SetFailsOnAnIndexThatNoTableHas) {
+  // It stands there when a failure strikes while the box that refuses it is open.
+  Face().txtRampTableIndex.onChange = nullptr;
+  Face().txtRampTableIndex.SetText("31");
+  EXPECT_THROW(Face().cmdRampIndexset.Click(), StationFailure);
+}
+
 TEST_P(RampEditorOn, SetRefusesABadValueInThePanelsWords) {
   const std::string words = OnDialog() ? "Warning, stop: There is a wrong Ramp value. Check again!"
                                        : "Warning, stop: Wrong Ramp value exists. Check again!";
