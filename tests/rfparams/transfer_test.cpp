@@ -444,6 +444,20 @@ TEST_F(ParameterTransferTest, UploadAsksBeforeItWritesOverAFile) {
   }
 }
 
+TEST_F(ParameterTransferTest, TheTailOfALongerOldFileFillsPositionsThatNothingConverts) {
+  AnswerReads([](int) { return 0; });
+  UpLoad();
+  rig_.files.content["/home/back.epm"] = std::string(100000, '\n') + "x = 7\r\ny = no number\r\n";
+  rig_.boxes.answers = {BoxButton::No};
+  UpLoad();
+  panel_.optDownloadFileLoad.Select();
+  DownLoad("/home/back.epm");
+  EXPECT_EQ(rf_.RFParamCount, 1859);
+  EXPECT_EQ(rf_.RFParamText[1857], "7");
+  EXPECT_EQ(rf_.RFParamText[1858], "no");
+  EXPECT_EQ(rf_.RFParamText[1856], "0") << "the last position that is converted";
+}
+
 TEST_F(ParameterTransferTest, UploadEndsBeforeItReadsWhenTheFileCannotBeOpened) {
   rig_.files.unopenable.insert("/home/back.epm");
   UpLoad();

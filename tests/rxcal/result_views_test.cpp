@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "support/face_rows.h"
+
 namespace orvane::test {
 namespace {
 
@@ -19,6 +21,52 @@ class ResultViewsTest : public ::testing::Test {
   OrvaneMain main;
   ResultViews views{tx, rx, fail, pass, main};
 };
+
+TEST(ResultPanels, ShowTheirListsAsTheyAreShipped) {
+  using enum ControlKind;
+  const FrmAutoCalTxResult tx;
+  EXPECT_EQ(tx.Name(), "frmAutoCalTxResult");
+  EXPECT_EQ(tx.Caption(), "AutoCAL - TX Results");
+  ExpectFace(tx, {{"cmdTxcalClose", Button, "Close"},
+                  {"fraCalResults", Frame, "Peak Power Measurement"},
+                  {"listPeakPower", List, ""},
+                  {"fraPowerLevel", Frame, "Power Level"},
+                  {"listPowerLevel", List, ""},
+                  {"fraCHANNELCAL", Frame, "Channel Calibration Peak Power "},
+                  {"listChanCalPeakPower", List, ""},
+                  {"fraChanCalPowerLevel", Frame, "Channel Calibration Power Level"},
+                  {"listChanCalPowerLevel", List, ""}});
+  const FrmAutoCalRxResult rx;
+  EXPECT_EQ(rx.Name(), "frmAutoCalRxResult");
+  EXPECT_EQ(rx.Caption(), "AutoCAL - RX Results");
+  ExpectFace(rx, {{"cmdAutoCalRxResutlsClose", Button, "Close"},
+                  {"fraRawRxResults", Frame, "Rx AGC Raw Tables"},
+                  {"lstRawRxResults", List, ""},
+                  {"fraConvertedRxResults", Frame, "Rx AGC Converted Tables"},
+                  {"lstConvertedRxResults", List, ""},
+                  {"fraRxChannelCompensation", Frame, "Channel Compensation"},
+                  {"lstRxChannelCompensation", List, ""},
+                  {"fraRxTemperatureCompensation", Frame, "Calibrated Channel Bands"},
+                  {"lstRxCalChannelBands", List, ""}});
+}
+
+TEST(VerdictPanels, ShowAButtonAndAPicture) {
+  using enum ControlKind;
+  const FrmFail fail;
+  EXPECT_EQ(fail.Name(), "frmFail");
+  EXPECT_EQ(fail.Caption(), "FAIL");
+  ExpectFace(fail, {{"Command1", Button, "FAIL"}, {"Image1", Image, ""}});
+  EXPECT_EQ(fail.Image1.Picture(), "fail");
+  const FrmFailPass pass;
+  EXPECT_EQ(pass.Name(), "frmFailPass");
+  EXPECT_EQ(pass.Caption(), "PASS");
+  ExpectFace(pass, {{"Command1", Button, "PASS"},
+                    {"Image1", Image, ""},
+                    {"lblIncomplete", Label, "Not every step was completed:"}});
+  EXPECT_EQ(pass.Image1.Picture(), "pass");
+  EXPECT_FALSE(pass.lblIncomplete.Visible());
+  EXPECT_FALSE(pass.lstIncomplete.Visible());
+}
 
 TEST_F(ResultViewsTest, ConnectingCreatesNoPanel) {
   for (const Panel* panel : std::initializer_list<const Panel*>{&tx, &rx, &fail, &pass, &main}) {

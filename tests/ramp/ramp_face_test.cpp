@@ -1,0 +1,63 @@
+#include <gtest/gtest.h>
+
+#include "console/orvane_main.h"
+#include "ramp/frm_ramp_table.h"
+#include "support/face_rows.h"
+
+namespace orvane::test {
+namespace {
+
+using enum ControlKind;
+
+TEST(RampEditorFace, StandsOnBothPanelsUnderTheSameNames) {
+  const OrvaneMain main;
+  const FrmRampTable dialog;
+  EXPECT_EQ(dialog.Name(), "frmRampTable");
+  EXPECT_EQ(dialog.Caption(), "Ramp Table");
+  for (const Panel* panel : std::initializer_list<const Panel*>{&main, &dialog}) {
+    SCOPED_TRACE(panel->Name());
+    ExpectFace(*panel, {{"fraRampStorageMode", Frame, "Load / Save Mode"},
+                        {"optFile", Option, "File"},
+                        {"optTarget", Option, "Target"},
+                        {"fraRampTableIndex", Frame, "Ramp Index"},
+                        {"txtRampTableIndex", Text, "0"},
+                        {"updRampTableIndex", UpDown, ""},
+                        {"lblRampIndex", Label, "GSM"},
+                        {"cmdRampIndexset", Button, "Set"},
+                        {"fraRampShapeTable(0)", Frame, "Ramp Shape Table"},
+                        {"txtUP(0)", Text, ""},
+                        {"txtUP(15)", Text, ""},
+                        {"txtDN(0)", Text, ""},
+                        {"txtDN(15)", Text, ""},
+                        {"updUP(15)", UpDown, ""},
+                        {"updDN(15)", UpDown, ""},
+                        {"fraRampUpStatus", Frame, "Up Status"},
+                        {"fraRampDownStatus", Frame, "Down Status"},
+                        {"txtRampUpStatus", Text, ""},
+                        {"txtRampDownStatus", Text, ""},
+                        {"lblRampUpStatus", Label, "Up Table Sum"},
+                        {"lblRampDownStatus", Label, "Down Table Sum"},
+                        {"cmdRampLoad", Button, "Load"},
+                        {"cmdRampSave", Button, "Save"}});
+    EXPECT_EQ(panel->Find("txtUP(16)"), nullptr);
+  }
+  ExpectFace(main, {{"Command3", Button, "Set"}});
+  ExpectFace(dialog, {{"cmdRampTableSet", Button, "Set"}, {"cmdRampTableClose", Button, "Close"}});
+  EXPECT_TRUE(main.ramp.optFile.Selected());
+  EXPECT_TRUE(dialog.editor.optFile.Selected());
+}
+
+TEST(RampEditorFace, ItsSpinsCoverTheTablesAndTheValues) {
+  const FrmRampTable dialog;
+  const RampEditorFace& face = dialog.editor;
+  EXPECT_EQ(face.updRampTableIndex.Min(), 0);
+  EXPECT_EQ(face.updRampTableIndex.Max(), 30);
+  for (const orvane::UpDown* spin :
+       {face.updUP[0].get(), face.updUP[15].get(), face.updDN[0].get(), face.updDN[15].get()}) {
+    EXPECT_EQ(spin->Min(), 0) << spin->Name();
+    EXPECT_EQ(spin->Max(), 31) << spin->Name();
+  }
+}
+
+}  // namespace
+}  // namespace orvane::test

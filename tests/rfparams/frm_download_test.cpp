@@ -1,0 +1,45 @@
+#include "rfparams/frm_download.h"
+
+#include <gtest/gtest.h>
+
+#include "support/face_rows.h"
+
+namespace orvane::test {
+namespace {
+
+using enum ControlKind;
+
+TEST(FrmDownLoad, ShowsTheTransferAsItIsShipped) {
+  FrmDownLoad panel;
+  EXPECT_EQ(panel.Name(), "frmDownLoad");
+  EXPECT_EQ(panel.Caption(), "DownLoad");
+  EXPECT_EQ(panel.fraBBOption.Caption(), "BB Options");
+  EXPECT_FALSE(panel.fraBBOption.Enabled()) << "\"Full \" is selected";
+  ExpectFace(panel, {{"fraDownloadMode", Frame, "Download Mode"},
+                     {"optFullDownload", Option, "Full "},
+                     {"optPartialDownload", Option, "Partial"},
+                     {"chkChargerParam", Check, "Charger Params"},
+                     {"fraDownloadOption", Frame, "RF Parameter Download"},
+                     {"optDownloadFileLoad", Option, "File load"},
+                     {"optDownloadRAM", Option, "RAM"},
+                     {"optDownloadFlash", Option, "Flash"},
+                     {"cmdEepromDownLoad", Button, "Download"},
+                     {"cmdUpLoad", Button, "Up Load"},
+                     {"fraFlashTest", Frame, "Flash Test"},
+                     {"cmdse", Button, "SE3"},
+                     {"lstDataReadWindow", List, ""},
+                     {"prgDownload", Progress, ""}});
+  EXPECT_TRUE(panel.optFullDownload.Selected());
+  EXPECT_TRUE(panel.optDownloadFlash.Selected());
+  EXPECT_FALSE(panel.prgDownload.Visible());
+}
+
+TEST(FrmDownLoad, ItsDialogAsksForParameterFiles) {
+  const FrmDownLoad panel;
+  EXPECT_EQ(panel.dlgDownload.title, "RF Parameters Download/");
+  EXPECT_EQ(panel.dlgDownload.defaultExtension, "epm");
+  EXPECT_EQ(panel.dlgDownload.filter, "(*.epm)|*.epm|(*.txt)|*.txt|All Files(*.*)|*.*;");
+}
+
+}  // namespace
+}  // namespace orvane::test
