@@ -1,5 +1,6 @@
 #include "adapters/qt_serial_control.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -74,6 +75,15 @@ std::optional<LineSettings> ParseSettings(std::string_view text) {
   return sound ? std::optional(settings) : std::nullopt;
 }
 
+/// False only for what certainly is none: nothing is known of a device that another program holds.
+bool MayBeTerminal(const std::string& device) {
+  const int descriptor = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor < 0) return true;
+  const bool terminal = ::isatty(descriptor) == 1;
+  ::close(descriptor);
+  return terminal;
+}
+
 /// What keeps the device from being opened. The system's own answer is asked for first, since the toolkit calls a
 /// missing permission and a device in use the same.
 std::string WhyNotOpened(const std::string& device, const QSerialPort& port) {
@@ -82,6 +92,7 @@ std::string WhyNotOpened(const std::string& device, const QSerialPort& port) {
     return errno == EACCES ? "permission denied. Is the user in the group \"dialout\"?"
                            : std::string(std::strerror(errno)) + ".";
   }
+  if (!MayBeTerminal(device)) return "the device is no serial line.";
   if (port.error() == QSerialPort::PermissionError) return "the device is in use by another program.";
   return port.errorString().toStdString() + ".";
 }
