@@ -20,7 +20,7 @@ std::vector<std::string> NamesOf(const Json& steps) {
 }
 
 bool IsShown(Station& station, const std::string& name) {
-  const Json panels = station.Ask("panels")["result"];
+  const Json panels = station.Panels();
   const auto hit =
       std::find_if(panels.begin(), panels.end(), [&](const Json& panel) { return panel["name"] == name; });
   return hit != panels.end() && (*hit)["visible"];

@@ -23,6 +23,11 @@ Json Client::AnswerTo(int id) {
   return answers_.at(id);
 }
 
+Json Client::NextAnswerTo(int id) {
+  answers_.erase(id);
+  return AnswerTo(id);
+}
+
 int Client::ErrorOf(const std::string& method, const Json& params) {
   const Json answer = Ask(method, params);
   return answer.contains("error") ? answer["error"]["code"].get<int>() : 0;

@@ -21,6 +21,10 @@ class Client {
   int Send(const std::string& method, const Json& params = Json::object());
   /// Everything up to the answer to that request, which is a whole message. @throws when none comes.
   Json AnswerTo(int id);
+  /// The next answer under that id, 0 for one to a line that had none, not told before.
+  Json NextAnswerTo(int id);
+  /// How many answers were heard that no request of this client asked for.
+  [[nodiscard]] std::size_t Others() const { return answers_.count(0); }
   Json Ask(const std::string& method, const Json& params = Json::object()) { return AnswerTo(Send(method, params)); }
   /// The code of the error that answers, 0 for none.
   int ErrorOf(const std::string& method, const Json& params = Json::object());
@@ -31,6 +35,8 @@ class Client {
   Json Set(const std::string& control, const std::string& how, const Json& value) {
     return Ask("set", {{"control", control}, {how, value}});
   }
+  Json Panels() { return Ask("panels")["result"]; }
+  Json Controls(const Json& panel) { return Ask("controls", {{"panel", panel["name"]}})["result"]; }
   Json State(const std::string& name) { return Ask("state", {{"name", name}})["result"]; }
   /// Asks until the state has the value.
   void AwaitState(const std::string& name, const Json& value);
