@@ -92,6 +92,11 @@ std::size_t CharacterOffset(std::string_view utf8, std::size_t index) {
   return at;
 }
 
+void DropLastCharacter(std::string& utf8) {
+  while (utf8.size() > 1 && IsContinuation(utf8.back())) utf8.pop_back();
+  if (!utf8.empty()) utf8.pop_back();
+}
+
 std::u32string DecodeUtf8(std::string_view utf8) {
   constexpr char32_t kReplacement = 0xFFFD;
   std::u32string out;

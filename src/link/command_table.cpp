@@ -4,7 +4,7 @@
 #include <array>
 
 #include "base/byte_hex.h"
-#include "base/failure.h"
+#include "base/subscript.h"
 
 namespace orvane {
 namespace {
@@ -147,11 +147,7 @@ constexpr CommandRow kUnknownWord{"", "", 0, 0, &Arguments<>};
 
 }  // namespace
 
-void CommandData::Add(Integer value) {
-  if (count >= static_cast<Integer>(data.size()))
-    throw StationFailure("Subscript out of range: too many data bytes.");
-  data[static_cast<std::size_t>(count++)] = value;
-}
+void CommandData::Add(Integer value) { At(data, count++) = value; }
 
 const CommandRow& CommandOf(std::string_view word) {
   const auto* const row = std::find_if(kCommandRows.begin(), kCommandRows.end(), [&](const CommandRow& candidate) {

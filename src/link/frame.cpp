@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/failure.h"
+#include "base/subscript.h"
 
 namespace orvane {
 namespace {
@@ -11,25 +12,16 @@ constexpr int kScanBeyondData = 10;
 
 bool NeedsEscape(Integer value) { return value == kTerminator || value == kEscape; }
 
-[[noreturn]] void NoSuchPlace(int index) {
-  throw StationFailure("Subscript out of range: the frame has no place " + std::to_string(index) + ".");
-}
-
 char AsByte(Integer value) {
   if (value < 0 || value > 255) throw StationFailure("Overflow: " + std::to_string(value) + " is no byte.");
   return static_cast<char>(static_cast<unsigned char>(value));
-}
-
-Integer& At(FrameData& data, int index) {
-  if (index < 0 || index >= static_cast<int>(data.size())) NoSuchPlace(index);
-  return data[static_cast<std::size_t>(index)];
 }
 
 }  // namespace
 
 Integer ChecksumOf(Integer operation, Integer count, const FrameData& data) {
   int checksum = operation;
-  for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) checksum ^= data.at(i);
+  for (int i = 0; i < count; ++i) checksum ^= At(data, i);
   return static_cast<Integer>(checksum);
 }
 
@@ -47,12 +39,9 @@ void EscapeData(FrameData& data, Integer& count) {
 std::string FrameBody(Integer operation, Integer count, const FrameData& escaped, Integer checksum) {
   std::string body(kFrameBodySize, '\0');
   int at = 0;
-  const auto put = [&](Integer value) {
-    if (at >= kFrameBodySize) NoSuchPlace(at);
-    body[static_cast<std::size_t>(at++)] = AsByte(value);
-  };
+  const auto put = [&](Integer value) { At(body, at++) = AsByte(value); };
   put(operation);
-  for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) put(escaped.at(i));
+  for (int i = 0; i < count; ++i) put(At(escaped, i));
   // A frame without data takes its checksum as it is.
   if (count > 0 && NeedsEscape(checksum)) put(kEscape);
   put(checksum);

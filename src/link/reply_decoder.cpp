@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/counted.h"
 #include "base/failure.h"
 #include "base/text.h"
 
@@ -12,17 +13,6 @@ namespace {
 /// `ReplySpin` at the end of the gathering, and how long that may take: 230 bytes at 115200 baud.
 constexpr double kSpinTurns = 10000;
 constexpr TimePoint kSpinTime = std::chrono::milliseconds(20);
-
-class Nested {
- public:
-  explicit Nested(int& depth) : depth_(depth) { ++depth_; }
-  Nested(const Nested&) = delete;
-  Nested& operator=(const Nested&) = delete;
-  ~Nested() { --depth_; }
-
- private:
-  int& depth_;
-};
 
 /// "&H" and at least two digits.
 void AssignHex(std::string& text, std::uint16_t value) {
@@ -42,7 +32,7 @@ ReplyDecoder::ReplyDecoder(EventLoop& loop, ReplyState& state, LinkTally& tally,
 ReplyLayout ReplyDecoder::Layout() const { return state_.PlainReplyMode ? ReplyLayout::Plain : ReplyLayout::Padded; }
 
 void ReplyDecoder::Take(std::string_view text) {
-  const Nested nested(depth_);
+  const Counted nested(depth_);
   // The flag tells the calls of one nest that an inner one has done the work; a new nest starts without it.
   if (depth_ == 1) state_.ReplyHandled = false;
   state_.ReplyBuffer += text;
@@ -51,13 +41,12 @@ void ReplyDecoder::Take(std::string_view text) {
 }
 
 void ReplyDecoder::Gather() {
-  while (true) {
+  while (state_.ReplySpin < kSpinTurns && !FindFrame(state_.ReplyBuffer, Layout())) {
     // A command sets the spin back, also one that is given while this call waits; the next text starts it.
     if (state_.ReplySpin == 0) {
       spinStart_ = loop_.Now();
       state_.ReplySpin = 1;
     }
-    if (state_.ReplySpin >= kSpinTurns || FindFrame(state_.ReplyBuffer, Layout())) return;
     loop_.Yield(spinStart_ + kSpinTime);
     if (state_.ReplyHandled) return;
     if (state_.ReplySpin == 0) continue;

@@ -7,6 +7,7 @@
 
 #include "base/decimal4.h"
 #include "base/failure.h"
+#include "base/subscript.h"
 #include "base/text.h"
 #include "link/charger_window.h"
 #include "link/statistics.h"
@@ -125,13 +126,8 @@ Exchange ShowRampRow(const Reply& reply, const ReplyOutlets& out) {
   ShowLine(out, "Up Rampe Table #" + std::to_string(row));
   const FrameSpan frame = reply.Span();
   for (int offset = kFirstValue; frame.start + offset <= frame.end - 2; ++offset) {
-    const int column = offset - kFirstValue;
-    if (row < 0 || row >= kRampTables || column >= kRampValues) {
-      throw StationFailure("Subscript out of range: no ramp value " + std::to_string(column) + " in table " +
-                           std::to_string(row) + ".");
-    }
     const std::string value = std::to_string(reply.Byte(offset));
-    out.ramp.RampTable[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = value;
+    At(At(out.ramp.RampTable, row), offset - kFirstValue) = value;
     if (offset == kFirstDownValue) ShowLine(out, "\r\nDown Rampe Table #" + std::to_string(row));
     out.console.Append(value + " ");
   }

@@ -1,5 +1,6 @@
 #include "link/target_link.h"
 
+#include "base/counted.h"
 #include "base/text.h"
 #include "link/comm_events.h"
 #include "link/command_table.h"
@@ -22,17 +23,6 @@ bool HasRequired(const CommandRow& row, const WordArray& words) {
   }
   return true;
 }
-
-class Counted {
- public:
-  explicit Counted(int& count) : count_(count) { ++count_; }
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
-  ~Counted() { --count_; }
-
- private:
-  int& count_;
-};
 
 }  // namespace
 

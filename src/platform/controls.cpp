@@ -4,6 +4,7 @@
 
 #include "base/failure.h"
 #include "base/subscript.h"
+#include "base/text.h"
 #include "platform/panel.h"
 
 namespace orvane {
@@ -32,10 +33,8 @@ void TextBox::DropFrontQuietly(std::size_t bytes) {
 }
 
 void TextBox::DropLastCharacterQuietly() {
-  const auto isContinuation = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
   if (text_.empty()) return;
-  while (text_.size() > 1 && isContinuation(text_.back())) text_.pop_back();
-  text_.pop_back();
+  DropLastCharacter(text_);
   changed.Emit();
 }
 

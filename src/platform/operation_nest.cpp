@@ -1,24 +1,11 @@
 #include "platform/operation_nest.h"
 
+#include "base/counted.h"
+
 namespace orvane {
-namespace {
-
-/// Counts one operation for as long as it is on the stack.
-class Entered {
- public:
-  explicit Entered(int& depth) : depth_(depth) { ++depth_; }
-  Entered(const Entered&) = delete;
-  Entered& operator=(const Entered&) = delete;
-  ~Entered() { --depth_; }
-
- private:
-  int& depth_;
-};
-
-}  // namespace
 
 std::optional<std::string> OperationNest::RunGuarded(const std::function<void()>& operation) {
-  const Entered entered(depth_);
+  const Counted entered(depth_);
   try {
     operation();
     return std::nullopt;

@@ -11,8 +11,9 @@ constexpr char32_t kFirstCharacter = 32;
 /// The text after a key had its own effect at the text's end.
 std::string After(const std::string& text, char32_t key) {
   if (key == kBackspace) {
-    const std::size_t count = CharacterCount(text);
-    return count == 0 ? text : text.substr(0, CharacterOffset(text, count - 1));
+    std::string shorter = text;
+    DropLastCharacter(shorter);
+    return shorter;
   }
   return key < kFirstCharacter ? text : text + EncodeUtf8(std::u32string(1, key));
 }

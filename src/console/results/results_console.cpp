@@ -28,7 +28,6 @@ struct Backspaced {
 };
 
 Backspaced WithoutBackspaces(std::string_view text) {
-  const auto isContinuation = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
   Backspaced result;
   std::string& kept = result.text;
   for (const char c : text) {
@@ -37,8 +36,7 @@ Backspaced WithoutBackspaces(std::string_view text) {
     } else if (kept.empty()) {
       result.takesBackOne = true;
     } else {
-      while (kept.size() > 1 && isContinuation(kept.back())) kept.pop_back();
-      kept.pop_back();
+      DropLastCharacter(kept);
     }
   }
   return result;
