@@ -43,6 +43,17 @@ TEST(CommandLine, AnArgumentThatCannotBeOneSendsNothingAndStays) {
   }
 }
 
+TEST(CommandLine, EachCharacterOfAnArgumentPassesByItself) {
+  for (const char c : std::string_view("0123456789ABCDEFabcdef*#")) {
+    LinkRig rig;
+    EXPECT_EQ(rig.BodyOf(std::string("nonsense ") + c), "00 00 02") << c;
+  }
+  for (const char c : std::string_view("GZgzxX&+-.$@")) {
+    LinkRig rig;
+    EXPECT_EQ(rig.BodyOf(std::string("nonsense ") + c), "") << c;
+  }
+}
+
 TEST(CommandLine, StarsAndHashesAndAnyLetterBesideADigitPassTheFirstCheck) {
   for (const char* line : {"nonsense *", "nonsense #", "nonsense zz9", "nonsense 0xX1"}) {
     LinkRig rig;
