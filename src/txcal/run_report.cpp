@@ -36,13 +36,21 @@ void RunReport::Begin() {
   steps_.clear();
   underWay_.reset();
   verdict_.reset();
-  open_ = true;
+  ++runs_;
+}
+
+void RunReport::End() {
+  if (!verdict_) Conclude(Verdict::None);
+  underWay_.reset();
+  if (--runs_ == 0) return;
+  steps_.clear();
+  verdict_.reset();
 }
 
 StepRecord* RunReport::Current() { return underWay_ && !steps_.empty() ? &steps_.back() : nullptr; }
 
 void RunReport::Enter(RunStep step) {
-  if (!open_) return;
+  if (runs_ == 0) return;
   steps_.push_back({step, false, false, "The step did not end."});
   underWay_ = step;
   entered.Emit(step);
@@ -72,8 +80,6 @@ bool RunReport::AllComplete() const {
 }
 
 void RunReport::Conclude(Verdict verdict) {
-  open_ = false;
-  underWay_.reset();
   verdict_ = verdict;
   concluded.Emit(verdict);
 }

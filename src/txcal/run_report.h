@@ -39,6 +39,9 @@ class RunReport {
  public:
   /// A new run begins: forgets the steps.
   void Begin();
+  /// The run has ended, and is concluded without a verdict where it showed none. One that was under way around it (a
+  /// bring-up in its middle starts a second one) has lost its notes, and none of its verdicts is complete.
+  void End();
   /// A step begins. Until it is told otherwise it counts as left early.
   void Enter(RunStep step);
   /// The first reason why the step that is under way is not complete; later ones are added behind it.
@@ -51,7 +54,7 @@ class RunReport {
   [[nodiscard]] bool AllComplete() const;
   [[nodiscard]] std::optional<RunStep> UnderWay() const { return underWay_; }
 
-  /// Raised by the sequencer as a verdict panel is shown, or a run of `cmdAllCalStart` ends without one.
+  /// A verdict panel is shown. A run that goes on behind it may come to another one.
   void Conclude(Verdict verdict);
   [[nodiscard]] std::optional<Verdict> Concluded() const { return verdict_; }
 
@@ -63,7 +66,8 @@ class RunReport {
   StepRecord* Current();
 
   std::vector<StepRecord> steps_;
-  bool open_ = false;
+  /// Whole runs under way, one inside the other.
+  int runs_ = 0;
   std::optional<RunStep> underWay_;
   std::optional<Verdict> verdict_;
 };

@@ -80,16 +80,13 @@ void Sequencer::RfCal() {
 void Sequencer::AllCal() {
   const RunGuard running(buttons_);
   report_.Begin();
-  const auto concludeWithoutVerdict = [this] {
-    if (!report_.Concluded()) report_.Conclude(Verdict::None);
-  };
   try {
     WholeRun();
   } catch (...) {
-    concludeWithoutVerdict();
+    report_.End();
     throw;
   }
-  concludeWithoutVerdict();
+  report_.End();
 }
 
 void Sequencer::WholeRun() {

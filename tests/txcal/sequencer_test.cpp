@@ -247,6 +247,26 @@ TEST_F(AllCal, AFailureThatNobodyStopsGoesOnToTheEnd) {
   Click(panel.cmdAllCalStart);
   EXPECT_THAT(journal.Of("reset"), SizeIs(3)) << "after receive, after transmit, at the end";
   EXPECT_THAT(verdicts, ElementsAre("FAIL", "FAIL", "FAIL"));
+  EXPECT_THAT(StepLines(), ElementsAre("receive", "transmitDCS", "transmitGSM", "save", "charger"))
+      << "the notes go on behind the first verdict";
+}
+
+TEST_F(AllCal, ARunAroundAnotherOneIsNotCompleteByTheOthersSteps) {
+  StandInForBands();
+  StandInForSave();
+  std::vector<bool> complete;
+  state.report.concluded.Connect([&](Verdict) { complete.push_back(state.report.AllComplete()); });
+  onGsm = [this] {
+    onGsm = nullptr;
+    panel.cmdAllCalStart.Click();
+  };
+  Click(panel.cmdAllCalStart);
+  EXPECT_THAT(verdicts, ElementsAre("PASS", "PASS"));
+  EXPECT_THAT(complete, ElementsAre(true, false));
+  EXPECT_TRUE(panels.pass.lblIncomplete.Visible());
+
+  Click(panel.cmdAllCalStart);
+  EXPECT_THAT(complete, ElementsAre(true, false, true)) << "the next unit's run has its own notes";
 }
 
 TEST_F(AllCal, ABandStoppedByHandEndsWithoutAVerdictPanel) {
