@@ -40,6 +40,7 @@ TEST(CommandLine, AnArgumentThatCannotBeOneSendsNothingAndStays) {
     EXPECT_EQ(rig.BodyOf(line), "") << line;
     EXPECT_EQ(rig.Shown(), "Invalid Command !! \r\n") << line;
     EXPECT_EQ(rig.main.txtUserCommand.Text(), line);
+    EXPECT_EQ(rig.tally.refusedLines, 1);
   }
 }
 

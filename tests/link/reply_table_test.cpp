@@ -275,6 +275,8 @@ INSTANTIATE_TEST_SUITE_P(
         Window{1, 1, "02 14 00 45 00 00 00 1E 00 6A 10 00 02 00 33 02", "", "old", 0, 1, true},
         Window{1, 1, "02 14 00 45 00 00 00 1E 00 77 10 00 02 00 2E 02", "0x0277", "old", 0, 1, false},
         Window{1, 1, "02 14 00 45 00 00 00 1E 00 78 10 00 02 00 21 02", "", "old", 0, 1, true},
+        // Only a count of just one ends the skipping.
+        Window{1, 2, "02 14 00 45 00 00 00 1E 00 6C 10 00 02 00 35 02", "", "old", 1, 3, false},
         // 500 fits the other window, which is not tried in the same turn.
         Window{1, 1, "02 14 00 45 00 00 00 1E 01 74 00 01 01 2E 02", "", "old", 0, 1, true},
         Window{0, 0, "02 14 00 45 00 00 00 1E 01 69 00 01 01 33 02", "old", "0x01E9", 0, 0, false},
