@@ -17,7 +17,7 @@ std::string ReadRampRecord(File& file, int number) {
   const std::string record = ReadRecord(file, number, kLengthSize);
   const auto byteAt = [&](std::size_t i) { return static_cast<std::size_t>(static_cast<unsigned char>(record[i])); };
   const std::size_t length = byteAt(0) + 256 * byteAt(1);
-  if (length > kLongestText || record.size() < kLengthSize + length) throw BadRecordLength(number);
+  if (record.size() < kLengthSize + length) throw BadRecordLength(number);
   return TextOfBytes(record.substr(kLengthSize, length));
 }
 

@@ -216,6 +216,15 @@ TEST_P(RampEditorOn, SendsTheBoxesOutsideTestModeTooWhereNoReplyIsTaken) {
   EXPECT_THAT(Shown(), ElementsAre("Warning, stop: Error with saving Ramp Table."));
 }
 
+TEST_P(RampEditorOn, AnIndexThatOverflowsIsNotSent) {
+  OpenPort();
+  Face().txtRampTableIndex.onChange = nullptr;
+  Face().txtRampTableIndex.SetText("99999");
+  Face().setToTarget.Click();
+  EXPECT_THAT(serial.commands, IsEmpty());
+  EXPECT_THAT(Shown(), ElementsAre("Warning, stop: Error with saving Ramp Table."));
+}
+
 TEST_P(RampEditorOn, SendsNoBadValue) {
   OpenPort();
   Face().txtUP[0]->SetText("");

@@ -102,6 +102,12 @@ TEST_F(RampFile, RefusesToWriteATextThatIsLongerThanARecord) {
   EXPECT_THROW(Write(state), StationFailure);
 }
 
+TEST(RampSideFile, WritesATextFromAnEightBitFileAsTheSameBytes) {
+  RampState state;
+  state.RampTable[0][0] = "\xC3\xA9";
+  EXPECT_EQ(RampSideText(state).substr(0, 21), "RampIndex = 0\r\nUP\t\xE9\t\t");
+}
+
 TEST(RampSideFile, GivesEachTableThreeLines) {
   const std::string text = RampSideText(CountingTables());
   EXPECT_EQ(text.substr(0, text.find("RampIndex = 1\r\n")),

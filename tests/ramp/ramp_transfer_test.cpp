@@ -55,14 +55,16 @@ TEST_P(RampTransferOn, ANameTooShortForACompanionHasNone) {
 }
 
 TEST_P(RampTransferOn, SavedAndLoadedAgainIsTheSame) {
-  dialogs.answers = {"a.dat", "a.dat"};
+  dialogs.answers = {"a.dat", "/d/a.dat"};
   Face().cmdRampSave.Click();
+  files.content["/d/a.dat"] = files.content["a.dat"];
   const RampState saved = state.ramp;
   for (auto& table : state.ramp.RampTable) table.fill("1");
   Face().txtRampTableIndex.SetText("16");
   Face().cmdRampLoad.Click();
   EXPECT_FALSE(dialogs.shown.at(1).save);
   EXPECT_EQ(dialogs.shown.at(1).dialog.title, "Open Ramp Table");
+  EXPECT_EQ(Face().dlgRampSave.initialFolder, "/d") << "the folder of the load is kept";
   EXPECT_EQ(state.ramp.RampTable, saved.RampTable);
   EXPECT_EQ(Face().txtUP[0]->Text(), "16") << "the boxes show the table of the index";
   EXPECT_EQ(state.rf.RFParams.BAND[1].ramp_tables[1].ramp_up[0], 16) << "and the record has it";

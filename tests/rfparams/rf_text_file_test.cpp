@@ -176,6 +176,13 @@ TEST(ParameterFileText, IsLabelTabEqualsTabValuePerLine) {
   EXPECT_EQ(text.substr(text.size() - last.size()), last);
 }
 
+TEST(ParameterFileText, WritesATypeFromAnEightBitFileAsTheSameBytes) {
+  RFState rf;
+  FillWithPositions(rf);
+  rf.RFParamText[0] = "\xC3\xA9";
+  EXPECT_EQ(ParameterFileText(rf).substr(0, 17), "rf_revision\t=\t\xE9\r\n");
+}
+
 TEST(ParameterFile, ComesBackWholeFromASaveAndALoad) {
   RFState saved;
   FillWithPositions(saved);

@@ -90,7 +90,8 @@ TEST_F(ParameterTransferTest, DownloadSendsTheWholeImageIn57ChunksAndCommitsIt) 
 TEST_F(ParameterTransferTest, DownloadListsTheImageBeforeAByteMoves) {
   std::size_t listed = 0;
   rig_.serial.answer = [&](const test::SentCommand& command) {
-    if (command.operation == kTableWrite && listed == 0) listed = panel_.lstDataReadWindow.Items().size();
+    // "spw 5 0" goes out ahead of the list, "spw 1 0" behind it.
+    if (rig_.Commands().size() == 2) listed = panel_.lstDataReadWindow.Items().size();
     return test::PaddedReply(command.operation, 0, command.data);
   };
   panel_.lstDataReadWindow.AddItem("from before");
@@ -292,6 +293,19 @@ TEST_F(ParameterTransferTest, AChunkThatNoFrameTakesIsLeftOutAndTold) {
   EXPECT_THAT(report.Steps().back().reason, HasSubstr("EEPROM bytes 32 to 63 were not sent"));
 }
 
+TEST_F(ParameterTransferTest, ACommandThatCannotBeSentIsTold) {
+  rf_.EepromImage.assign(2701, "00");
+  rig_.serial.outputFailure = "The line is gone.";
+  RunReport& report = rig_.state.report;
+  report.Begin();
+  report.Enter(RunStep::Save);
+  EXPECT_EQ(rig_.Act([&] { transfer_.TMDownLoadProcedure(0, 31); }), std::nullopt);
+  report.Leave();
+  EXPECT_FALSE(report.Steps().back().complete);
+  EXPECT_THAT(report.Steps().back().reason, HasSubstr("The command \"spw 1 0\" failed: The line is gone."));
+  EXPECT_THAT(report.Steps().back().reason, HasSubstr("EEPROM bytes 0 to 31 were not sent: "));
+}
+
 TEST_F(ParameterTransferTest, OffsetsBeyondTheImageArePassedOver) {
   rf_.EepromImage.assign(2701, "00");
   EXPECT_EQ(rig_.Act([&] { transfer_.TMDownLoadProcedure(2690, 2710); }), std::nullopt);
@@ -326,6 +340,7 @@ TEST_F(ParameterTransferTest, UploadReadsTheImageIn114RowsAndSavesTheRecord) {
   rf_.RFParams.rf_revision = 8240;
   rf_.RFParams.EEPROM_AFC = -1180;
   AnswerReads([](int offset) { return offset % 251; });
+  panel_.lstDataReadWindow.AddItem("from before");
   UpLoad();
   const auto commands = rig_.Commands();
   ASSERT_THAT(commands, SizeIs(2 + 114));

@@ -194,6 +194,19 @@ TEST_F(SideTableGroup, LoadingPutsTheFileInForceAndShowsIt) {
   EXPECT_EQ(panel.txtinitialDAC.Text(), "5");
 }
 
+TEST_F(SideTableGroup, LoadingWithoutALevelPutsTheFileInForceAndKeepsTheBoxes) {
+  cal.InitValueIndex[0] = 7;
+  dialogs.answers = {"/d/a.init", "/d/a.init"};
+  panel.cmdinitialSave.Click();
+  cal.InitValueIndex[0] = 600;
+  panel.dlgInitial.initialFolder = "";
+  panel.txtinitialLevel.SetText("");
+  EXPECT_NO_THROW(panel.cmdinitialLoad.Click());
+  EXPECT_EQ(cal.InitValueIndex[0], 7);
+  EXPECT_EQ(panel.txtinitialDAC.Text(), "500");
+  EXPECT_EQ(panel.dlgInitial.initialFolder, "/d") << "the next dialog starts there";
+}
+
 TEST_F(SideTableGroup, LoadingLeavesAGsmLevelBelowFiveAlone) {
   dialogs.answers = {"a.pwr", "a.pwr"};
   panel.cmdPowerIndexSave.Click();
@@ -265,6 +278,15 @@ TEST_F(SideTableGroup, AFileThatCannotBeDeletedOrWrittenShowsTheSystemsText) {
   EXPECT_EQ(boxes.shown[2].text, "full.pwr: No space left on device");
   EXPECT_EQ(files.content["a.loss"], "old");
   EXPECT_FALSE(files.Exists("full.xls"));
+}
+
+TEST_F(SideTableGroup, ACompanionThatCannotBeWrittenShowsTheSystemsText) {
+  files.unwritable = {"a.xls"};
+  dialogs.answers = {"a.pwr"};
+  panel.cmdPowerIndexSave.Click();
+  ASSERT_EQ(boxes.shown.size(), 1U);
+  EXPECT_EQ(boxes.shown[0].text, "a.xls: No space left on device");
+  EXPECT_EQ(files.content["a.pwr"].size(), 31U * 128);
 }
 
 TEST_F(SideTableGroup, LossesReachAFileOnlyAfterSet) {
