@@ -275,6 +275,18 @@ TEST(RxRun, WithoutADcsGainItsCompensationsAreFromZero) {
   EXPECT_EQ(rig.state.rf.RFParams.BAND[1].agc_bands[0].agc_calib, -112);  // 2 * (0 - 560) / 10
 }
 
+TEST(RxRun, TakesNothingOverFromTheRunBefore) {
+  RxRig rig;
+  ASSERT_FALSE(rig.Run());
+  rig.face.txtGSMArfcn1.SetText("300");
+  rig.face.txtDCSArfcn4.SetText("512");
+  rig.face.txtDCSArfcn1.SetText("513");
+  rig.journal.Clear();
+  rig.Run();
+  EXPECT_EQ(rig.journal.Of("1: CALL:CELL:RFG:FREQ ").front(), "0.067MHz") << "no carrier is in force yet";
+  EXPECT_EQ(rig.state.rf.RFParams.BAND[1].agc_bands[0].agc_calib, -112) << "nor a DCS reference level";
+}
+
 TEST(RxRun, TheReferenceIsReadAgainAtTheGain) {
   RxRig rig;
   rig.serial.answer = [&](const SentCommand& command) {
