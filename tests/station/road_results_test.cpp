@@ -143,6 +143,16 @@ TEST_P(Road, TheReceiverIsWithinItsLimitsAndOnItsChannels) {
   EXPECT_EQ(bands[1].agc_bands[3].agc_calib, 0) << "channel 700 is its band's reference";
 }
 
+TEST_P(Road, TheReceiveRowsStandOnTheProductionPanelAndNotInTheView) {
+  FrmAutoCalRxResult& view = station_.Panels().rxResult;
+  view.Show();
+  for (const ListBox* list : {&view.lstRawRxResults, &view.lstConvertedRxResults, &view.lstRxChannelCompensation,
+                              &view.lstRxCalChannelBands}) {
+    EXPECT_TRUE(list->Items().empty()) << list->Name();
+  }
+  EXPECT_FALSE(station_.Panels().mpAutoCal.lstMPRxChannelCalResult.Items().empty());
+}
+
 TEST_P(Road, FlashTable100HoldsTheTwoCountsOfTheBoxes) {
   const auto& table = station_.bench.Models().Target().Kept().FlashTable();
   const FrmBaseBand& panel = station_.Panels().baseBand;
