@@ -106,8 +106,8 @@ void Sequencer::WholeRun() {
 }
 
 void Sequencer::AskForFileAndReceive() {
-  const bool toFile = cal_.SaveMode == "File" || cal_.SaveMode == "EEPROMFile";
-  if (panels_.autoCal->chkAutoSaveMode.Checked() && toFile) calPanel_.DownloadSaveFileName();
+  askedForFile_ = panels_.autoCal->chkAutoSaveMode.Checked() && SavesToFile();
+  if (askedForFile_) calPanel_.DownloadSaveFileName();
   panels_.mpAutoCal->Show();
   link_.PaceDelay();
   Step(RunStep::Receive, [this] { panels_.mpAutoCal->cmdMPRxAllAutoCal.Click(); });
@@ -121,11 +121,12 @@ void Sequencer::Transmit() {
 }
 
 void Sequencer::SaveIfAuto() {
-  if (panels_.autoCal->chkAutoSaveMode.Checked()) {
-    panels_.autoCal->cmdAutoCalResultSave.Click();
-  } else {
+  if (!panels_.autoCal->chkAutoSaveMode.Checked()) {
     report_.Flaw("Nothing was saved: \"Auto\" is not checked.");
+    return;
   }
+  if (SavesToFile() && !askedForFile_) report_.Flaw("This run did not ask for a file: the last name was used.");
+  panels_.autoCal->cmdAutoCalResultSave.Click();
 }
 
 void Sequencer::Charge() {

@@ -48,6 +48,7 @@ class Sequencer {
   void AskForFileAndReceive();
   void Transmit();
   void SaveIfAuto();
+  [[nodiscard]] bool SavesToFile() const { return cal_.SaveMode == "File" || cal_.SaveMode == "EEPROMFile"; }
   void Charge();
   void ShowVerdict();
   void ClearAway();
@@ -67,6 +68,8 @@ class Sequencer {
   RunReport& report_;
   RunButtons& buttons_;
   Boxes& boxes_;
+  /// The run under way has asked for its file: the save mode can be changed behind that.
+  bool askedForFile_ = false;
 };
 
 }  // namespace orvane

@@ -381,6 +381,17 @@ TEST_F(AllCal, ACancelledFileQuestionWritesToTheOldNameAndIsAFlaw) {
   EXPECT_EQ(StepLines()[3], "save: No file was chosen for this run.");
 }
 
+TEST_F(AllCal, AFileThatIsWantedLaterGoesToTheLastNameAndIsAFlaw) {
+  StandInForBands();
+  cal.CalSaveFileName = "/results/before.epm";
+  cal.CalSaveFileOk = true;
+  onReceive = [this] { op.Select(panel.optSaveModeFile); };
+  Click(panel.cmdAllCalStart);
+  EXPECT_THAT(dialogs.shown, IsEmpty());
+  EXPECT_THAT(files.content["/results/before.epm"], HasSubstr("rf_revision\t=\t"));
+  EXPECT_EQ(StepLines()[3], "save: This run did not ask for a file: the last name was used.");
+}
+
 TEST_F(AllCal, AClosedPortCostsABoxAtTheResetAndNoMore) {
   StandInForBands();
   StandInForSave();
