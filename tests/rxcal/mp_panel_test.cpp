@@ -40,6 +40,22 @@ TEST_F(MpPanelTest, BadInputGoesBackToItsResetText) {
   }
 }
 
+TEST_F(MpPanelTest, TheUpDownsBesideTheChannelsStepThemByOne) {
+  const UpDown* const spins[] = {&face.updGSMArfcn1, &face.updGSMArfcn2, &face.updGSMArfcn3,  &face.updDCSArfcn1,
+                                 &face.updDCSArfcn2, &face.updDCSArfcn3, &face.updDCSArfcn4,  &face.updDCSArfcn5,
+                                 &face.updDCSArfcn6, &face.updDCSArfcn7, &face.updEGSMArfcn1, &face.updEGSMArfcn2};
+  const auto boxes = face.ArfcnBoxes();
+  for (std::size_t i = 0; i < boxes.size(); ++i) {
+    EXPECT_EQ(spins[i]->Buddy(), boxes[i]) << boxes[i]->Name();
+    EXPECT_EQ(spins[i]->Min(), 0);
+    EXPECT_EQ(spins[i]->Max(), 1023);
+    EXPECT_EQ(spins[i]->Step(), 1);
+    EXPECT_EQ(std::to_string(spins[i]->Value()), boxes[i]->Text());
+  }
+  rig.op.Move(face.updGSMArfcn2, 41);
+  EXPECT_EQ(face.txtGSMArfcn2.Text(), "41");
+}
+
 TEST_F(MpPanelTest, ConnectingDoesNotCreateThePanel) { EXPECT_FALSE(face.Created()); }
 
 TEST_F(MpPanelTest, CloseHidesThePanel) {
