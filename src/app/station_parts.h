@@ -7,6 +7,7 @@
 #include "console/console_state.h"
 #include "console/orvane_main.h"
 #include "instruments/test_set_state.h"
+#include "link/link_tally.h"
 #include "link/reply_state.h"
 #include "ramp/frm_ramp_table.h"
 #include "ramp/ramp_state.h"

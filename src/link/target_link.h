@@ -7,6 +7,7 @@
 #include "console/orvane_main.h"
 #include "console/results/results_console.h"
 #include "link/frame.h"
+#include "link/link_tally.h"
 #include "link/reply_state.h"
 #include "platform/boxes.h"
 #include "platform/event_loop.h"
