@@ -101,33 +101,53 @@ struct UnixSocketTransport::Client {
   LineCutter lines;
 };
 
-UnixSocketTransport::UnixSocketTransport(EventLoop& loop, AutomationPort& port, std::string path)
-    : loop_(loop), port_(port), path_(std::move(path)) {
+namespace {
+
+sockaddr_un AddressOf(const std::string& path) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
-  if (path_.empty() || path_.size() >= sizeof address.sun_path) throw SocketFailure("the path is empty or too long");
-  std::memcpy(address.sun_path, path_.data(), path_.size());
-  const auto* where = reinterpret_cast<const sockaddr*>(&address);
+  if (path.empty() || path.size() >= sizeof address.sun_path) throw SocketFailure("the path is empty or too long");
+  std::memcpy(address.sun_path, path.data(), path.size());
+  return address;
+}
 
+/// Clears away the file of a station that was killed. @throws SocketFailure when somebody listens there.
+void ClearAbandoned(const std::string& path) {
+  const sockaddr_un address = AddressOf(path);
   struct stat facts {};
-  if (::lstat(path_.c_str(), &facts) == 0 && S_ISSOCK(facts.st_mode)) {
-    const int probe = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    const bool abandoned = ::connect(probe, where, sizeof address) != 0 && errno == ECONNREFUSED;
-    ::close(probe);
-    if (!abandoned) throw SocketFailure("another program listens there");
-    ::unlink(path_.c_str());
-  }
+  if (::lstat(path.c_str(), &facts) != 0 || !S_ISSOCK(facts.st_mode)) return;
+  const int probe = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+  const auto* where = reinterpret_cast<const sockaddr*>(&address);
+  const bool abandoned = ::connect(probe, where, sizeof address) != 0 && errno == ECONNREFUSED;
+  ::close(probe);
+  if (!abandoned) throw SocketFailure("another program listens there");
+  ::unlink(path.c_str());
+}
 
-  listener_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-  // Others must not connect even between the making of the file and a change of its mode.
+/// A listening socket whose file the owner alone may use. The file comes to its place when the socket listens
+/// already, so that whoever sees it can connect.
+int ListenAt(const std::string& path) {
+  const std::string fresh = path + "~";
+  const sockaddr_un address = AddressOf(fresh);
+  const int listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+  ::unlink(fresh.c_str());
   const mode_t old = ::umask(S_IXUSR | S_IRWXG | S_IRWXO);
-  const int bound = ::bind(listener_, where, sizeof address);
+  const bool listens = ::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+                       ::listen(listener, 1) == 0 && ::link(fresh.c_str(), path.c_str()) == 0;
   const int error = errno;
   ::umask(old);
-  if (bound != 0 || ::listen(listener_, 1) != 0) {
-    ::close(listener_);
-    throw SocketFailure(std::strerror(bound != 0 ? error : errno));
-  }
+  ::unlink(fresh.c_str());
+  if (listens) return listener;
+  ::close(listener);
+  throw SocketFailure(std::strerror(error));
+}
+
+}  // namespace
+
+UnixSocketTransport::UnixSocketTransport(EventLoop& loop, AutomationPort& port, std::string path)
+    : loop_(loop), port_(port), path_(std::move(path)) {
+  ClearAbandoned(path_);
+  listener_ = ListenAt(path_);
   connecting_ = std::make_unique<QSocketNotifier>(listener_, QSocketNotifier::Read);
   QObject::connect(connecting_.get(), &QSocketNotifier::activated, connecting_.get(), [this] { Accept(); });
 }

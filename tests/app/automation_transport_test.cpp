@@ -174,7 +174,7 @@ TEST_F(UnixSocket, ReplacesASocketThatNobodyListensOnAndTakesItsOwnAway) {
 
 TEST_F(UnixSocket, LeavesAFileOrAnotherStationsSocketAlone) {
   std::ofstream(path_) << "precious";
-  EXPECT_EQ(Failure(), "Address already in use");
+  EXPECT_EQ(Failure(), "File exists");
   EXPECT_EQ(fs::file_size(path_), 8U);
   fs::remove(path_);
 
