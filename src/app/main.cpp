@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QCoreApplication>
 #include <clocale>
 #include <csignal>
@@ -8,6 +11,14 @@
 #include "app/route_text.h"
 
 namespace {
+
+/// A standard stream that the caller left closed would be the next thing opened, a serial line among them, and what
+/// this program prints would go there.
+void OpenClosedStandardStreams() {
+  int descriptor = 0;
+  while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = ::open("/dev/null", O_RDWR);
+  if (descriptor >= 0) ::close(descriptor);
+}
 
 int RunWith(const orvane::Options& options) {
   try {
@@ -24,6 +35,7 @@ int RunWith(const orvane::Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  OpenClosedStandardStreams();
   // A peer that has gone and a disk that is full are failures of the write that meets them, not the program's end.
   (void)std::signal(SIGPIPE, SIG_IGN);
   (void)std::signal(SIGXFSZ, SIG_IGN);
