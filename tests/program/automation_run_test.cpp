@@ -138,6 +138,16 @@ TEST(AutomatedRun, AFailureInsideItEndsTheWholeClickAndTheNextOneRuns) {
   EXPECT_EQ(station.Await("verdict")["result"], "PASS");
 }
 
+TEST(AutomatedRun, IsNotDisturbedByAClientThatAsksALot) {
+  Station station;
+  const int run = StartRun(station);
+  for (int i = 0; i < 100; ++i) station.Send("state", {{"name", i % 20 == 0 ? "RFParams" : "CalMode"}});
+  EXPECT_EQ(station.AnswerTo(run)["result"], Json::object());
+  const Json verdict = station.Await("verdict");
+  EXPECT_EQ(verdict["result"], "PASS");
+  EXPECT_EQ(verdict["complete"], true) << verdict;
+}
+
 TEST(AutomatedRun, TheEndOfTheInputEndsTheStationWhateverItDoes) {
   struct Row {
     const char* what;

@@ -40,13 +40,23 @@ TEST_F(SaveMode, FileAsksFirstAndWritesAParameterFileBesideTheStation) {
   EXPECT_EQ(dialog["defaultExtension"], "epm");
   EXPECT_EQ(station_.ErrorOf("set", {{"control", "frmAutoCal.txtLoss"}, {"text", "1"}}), -32006) << "it is modal";
   EXPECT_EQ(station_.ErrorOf("answer", {{"id", dialog["id"]}, {"button", "OK"}}), -32602);
-  Choose(dialog, "unit7");
+  Choose(dialog, "단말 7");
   EXPECT_EQ(VerdictOfRun()["complete"], true);
 
-  EXPECT_EQ(station_.State("CalSaveFileName"), folder_ / "unit7.epm");
-  const std::string text = ContentOf(folder_ / "unit7.epm");
+  EXPECT_EQ(station_.State("CalSaveFileName"), folder_ / "단말 7.epm");
+  const std::string text = ContentOf(folder_ / "단말 7.epm");
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1857);
   EXPECT_THAT(text, testing::StartsWith("rf_revision"));
+}
+
+TEST(Log, OfTheConsoleGoesToTheFileThatItsDialogNames) {
+  const TempFolder folder;
+  Station station({"--bench", "virtual"}, folder.Path().string());
+  const int click = station.SendClick("OrvaneMain.cmdLogOn");
+  station.Ask("answer", {{"id", station.Await("fileDialog")["id"]}, {"path", "today"}});
+  station.AnswerTo(click);
+  station.Ask("key", {{"control", "OrvaneMain.txtUserCommand"}, {"text", "rfpw\r"}});
+  EXPECT_THAT(ContentOf(folder / "today.LOG"), testing::HasSubstr("Invalid Command !! rfpw\r\n"));
 }
 
 TEST_F(SaveMode, FileOverAnExistingNameAsksWhetherAndCancelAsksForAnotherName) {

@@ -18,25 +18,41 @@ Arguments With(Arguments arguments, const Arguments& more) {
 }
 
 TEST(BrokenWires, ABenchThatLosesItsPowerInsideARunEndsItWithABoxThatNamesDeviceAndCause) {
-  WiredBench bench;
-  Child station(Orvane(With({"--initialize"}, bench.Options())));
-  ASSERT_TRUE(station.Says("transmitDCS ..."));
-  bench.Kill();
-  const auto end = station.WaitForEnd();
-  EXPECT_EQ(end.status, 2);
-  EXPECT_THAT(end.errors,
-              ContainsRegex("ORVANE: (COM1 \\(/dev/pts/[0-9]+\\): the device is gone|"
-                            "Instrument at address 1, route tcp:[0-9.:]+: the instrument closed the connection)"));
-  EXPECT_THAT(end.errors, HasSubstr("The run ended without a verdict.\n"));
-  EXPECT_THAT(end.errors, HasSubstr("transmitDCS: The step did not end.\n"));
+  for (const char* step : {"receive ...", "transmitDCS ...", "transmitGSM ..."}) {
+    SCOPED_TRACE(step);
+    WiredBench bench;
+    Child station(Orvane(With({"--initialize"}, bench.Options())));
+    ASSERT_TRUE(station.Says(step));
+    bench.Kill();
+    const auto end = station.WaitForEnd();
+    EXPECT_EQ(end.status, 2);
+    EXPECT_THAT(end.errors,
+                ContainsRegex("ORVANE: (COM1 \\(/dev/pts/[0-9]+\\): the device is gone|"
+                              "Instrument at address 1, route tcp:[0-9.:]+: the instrument closed the connection)"));
+    EXPECT_THAT(end.errors, ContainsRegex("The run ended without a verdict.\n.*: The step did not end.\n"));
+  }
 }
 
-TEST(BrokenWires, ATargetUnpluggedInsideARunEndsItWithABoxThatNamesItsDevice) {
-  WiredBench bench({"--fault", "unplugged@100"});
-  const auto end = InitializeOnEach({bench.Options()}).front();
-  EXPECT_EQ(end.status, 2);
-  EXPECT_THAT(end.errors, HasSubstr("ORVANE: COM1 (" + bench.Place("target") + "): the device is gone."));
-  EXPECT_THAT(end.errors, HasSubstr("The run ended without a verdict.\n"));
+TEST(BrokenWires, ATargetUnpluggedInAnyStepEndsItWithABoxThatNamesItsDevice) {
+  const std::map<std::string, std::string> rows{{"unplugged-sr@5", "receive"},
+                                                {"unplugged-txpw@9", "transmitDCS"},
+                                                {"unplugged-stw@10", "save"},
+                                                {"unplugged-mpr@2", "charger"}};
+  std::vector<std::unique_ptr<WiredBench>> benches;
+  std::vector<Arguments> options;
+  for (const auto& [fault, step] : rows) {
+    benches.push_back(std::make_unique<WiredBench>(Arguments{"--fault", fault}));
+    options.push_back(benches.back()->Options());
+  }
+  const auto ends = InitializeOnEach(options);
+  std::size_t i = 0;
+  for (const auto& [fault, step] : rows) {
+    SCOPED_TRACE(fault);
+    EXPECT_EQ(ends[i].status, 2);
+    EXPECT_THAT(ends[i].errors, HasSubstr("ORVANE: COM1 (" + benches[i]->Place("target") + "): the device is gone."));
+    EXPECT_THAT(ends[i].errors, HasSubstr("The run ended without a verdict.\n" + step + ": The step did not end.\n"));
+    ++i;
+  }
 }
 
 TEST(BrokenWires, ATestSetThatFallsSilentIsATimeOutOfItsRead) {
@@ -115,6 +131,19 @@ TEST(SerialDevice, WithoutPermissionIsToldWithTheGroupThatHasIt) {
   EXPECT_EQ(end.status, 2);
   EXPECT_THAT(end.errors, HasSubstr("ORVANE: COM1 (" + bench.Place("target") +
                                     "): permission denied. Is the user in the group \"dialout\"? -> OK\n"));
+}
+
+TEST(BrokenWires, ATargetUnpluggedBetweenRunsIsToldAtOnce) {
+  WiredBench bench;
+  Station station(bench.Options());
+  station.InitializeInstruments();
+  const int run = station.SendClick("OrvaneMain.cmdTargetInitialize");
+  station.AwaitState("CalMode", "ALL");
+  station.Click("frmAutoCal.cmdAutoCalStop");
+  EXPECT_EQ(station.AnswerTo(run)["result"], Json::object());
+  bench.Kill();
+  EXPECT_EQ(station.Await("failure")["text"],
+            "COM1 (" + bench.Place("target") + "): the device is gone. Is it unplugged?");
 }
 
 TEST(BrokenWires, ABenchThatIsBackAtItsPlacesIsTakenUpWithoutARestart) {

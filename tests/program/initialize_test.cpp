@@ -80,5 +80,27 @@ TEST(InitializeOnWires, AnAddressWithoutARouteIsAnAbsentInstrumentAtItsInitializ
   EXPECT_THAT(ends[0].errors, HasSubstr("receive: The test set was not initialized.\n"));
 }
 
+TEST(StandardStreams, ThatTheCallerLeftClosedAreNotTakenForAnythingElse) {
+  const auto through = [](const std::string& redirection, const Arguments& arguments) {
+    Arguments command{"/bin/sh", "-c", "exec \"$0\" \"$@\" " + redirection};
+    const Arguments station = Orvane(arguments);
+    command.insert(command.end(), station.begin(), station.end());
+    return Child(command).WaitForEnd();
+  };
+  EXPECT_EQ(through("<&-", {"--bench", "virtual", "--automation", "stdio"}).output,
+            "{\"jsonrpc\":\"2.0\",\"method\":\"exit\",\"params\":{}}\n");
+  WiredBench bench;
+  Arguments wired = bench.Options();
+  wired.emplace_back("--initialize");
+  EXPECT_EQ(through("<&- >&- 2>&-", wired).status, 0);
+}
+
+TEST(Initialize, LeavesWhatItSavedInTheUnitsStore) {
+  const TempFolder folder;
+  EXPECT_EQ(RunOrvane({"--initialize", "--bench", "virtual:store=" + folder.Path().string()}).status, 0);
+  EXPECT_EQ(ContentOf(folder / "eeprom.bin").size(), 1816U);
+  EXPECT_THAT(ContentOf(folder / "flash100.txt"), testing::MatchesRegex("(0x[0-9A-F]{4}\n){5}"));
+}
+
 }  // namespace
 }  // namespace orvane::test
