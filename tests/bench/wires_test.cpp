@@ -147,6 +147,19 @@ TEST(OnWires, TheTargetAnswersOnAPseudoTerminalAtThePaceOfItsLine) {
   EXPECT_GE(took.count(), (53 + 9) * 0.0868 + 0.3) << "faster than the line";
 }
 
+TEST(OnWires, AReplyComesWhole) {
+  Program program({});
+  auto places = program.Greeting();
+  const FileDescriptor device = OpenDevice(places["target"]);
+  // "mpr 20": 16 bytes
+  const Bytes command = CommandBytes("02 14 45 14 00 51 02");
+  ASSERT_EQ(write(device.Get(), command.data(), command.size()), static_cast<ssize_t>(command.size()));
+  pollfd ready{device.Get(), POLLIN, 0};
+  ASSERT_EQ(poll(&ready, 1, kPatienceMs), 1);
+  char buffer[256];
+  EXPECT_GE(read(device.Get(), buffer, sizeof buffer), 14) << "the first bytes and the last ones in one read";
+}
+
 TEST(OnWires, EachInstrumentAnswersOnItsSocketAndEndsWithALineFeed) {
   Program program({"--seed", "5"});
   auto places = program.Greeting();

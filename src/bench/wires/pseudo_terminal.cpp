@@ -10,9 +10,6 @@
 namespace orvane::bench {
 namespace {
 
-/// A reply goes out in pieces of this many bytes, each at the time of its last one.
-constexpr std::size_t kPiece = 4;
-
 void MakeRaw(int fd) {
   termios settings{};
   Check(tcgetattr(fd, &settings), "read the settings of a pseudo-terminal");
@@ -56,21 +53,17 @@ void PseudoTerminal::Carry(const Bytes& bytes, Reactor::Time commandEnd) {
   if (target_.Unplugged()) Unplug();
 }
 
+/// Whole, at the time of its last byte: a line never pauses inside a reply, and this program on a busy computer
+/// would.
 void PseudoTerminal::Send(const Transmission& reply, Reactor::Time commandEnd) {
-  const Reactor::Time start = std::max(incomingFree_, commandEnd + reply.delay);
-  for (std::size_t at = 0; at < reply.bytes.size(); at += kPiece) {
-    const std::size_t end = std::min(reply.bytes.size(), at + kPiece);
-    const Bytes piece(reply.bytes.begin() + static_cast<std::ptrdiff_t>(at),
-                      reply.bytes.begin() + static_cast<std::ptrdiff_t>(end));
-    reactor_.At(start + kByteTime * end, [this, piece] { Write(piece); });
-  }
-  incomingFree_ = start + kByteTime * reply.bytes.size();
+  incomingFree_ = std::max(incomingFree_, commandEnd + reply.delay) + kByteTime * reply.bytes.size();
+  reactor_.At(incomingFree_, [this, bytes = reply.bytes] { Write(bytes); });
 }
 
 /// As on a line, bytes that find no room are lost.
-void PseudoTerminal::Write(const Bytes& piece) {
+void PseudoTerminal::Write(const Bytes& reply) {
   if (master_.Open()) {
-    [[maybe_unused]] const ssize_t written = write(master_.Get(), piece.data(), piece.size());
+    [[maybe_unused]] const ssize_t written = write(master_.Get(), reply.data(), reply.size());
   }
 }
 

@@ -23,7 +23,7 @@ class PseudoTerminal {
   void Arrived();
   void Carry(const Bytes& bytes, Reactor::Time commandEnd);
   void Send(const Transmission& reply, Reactor::Time commandEnd);
-  void Write(const Bytes& piece);
+  void Write(const Bytes& reply);
   void Unplug();
 
   Reactor& reactor_;
