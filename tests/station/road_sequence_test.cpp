@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
-
 #include "station/virtual_station.h"
 
 namespace orvane::test {
@@ -168,9 +166,12 @@ Script WholeRoad() {
 
 /// How many lines from `at` on are whole passes of a search.
 std::size_t PassesLength(const Script& lines, std::size_t at, const Script& pass) {
-  static const std::regex dac("Target: txpw 4 [0-9]+");
+  const auto setsDac = [](const std::string& line) {
+    const std::string command = "Target: txpw 4 ";
+    return line.starts_with(command) && line.find_first_not_of("0123456789", command.size()) == std::string::npos;
+  };
   const std::size_t begin = at;
-  while (at + pass.size() < lines.size() && std::regex_match(lines[at], dac) &&
+  while (at + pass.size() < lines.size() && setsDac(lines[at]) &&
          std::equal(pass.begin(), pass.end(), lines.begin() + static_cast<std::ptrdiff_t>(at) + 1)) {
     at += pass.size() + 1;
   }
