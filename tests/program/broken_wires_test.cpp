@@ -1,8 +1,10 @@
 // What happens when the wires to the bench are not there, break inside a run, and are whole again.
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+
+#include <map>
+#include <optional>
 
 #include "program/programs.h"
 

@@ -7,6 +7,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <array>
+#include <chrono>
 #include <cstring>
 #include <optional>
 #include <stdexcept>
@@ -25,8 +27,10 @@ class Connection : public Line {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
-    if (::connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-      throw std::runtime_error("no connection to " + path);
+    // The station may still be on its way to its listening.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(kLimitMs);
+    while (::connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+      if (std::chrono::steady_clock::now() > deadline) throw std::runtime_error("no connection to " + path);
     }
   }
   ~Connection() override { ::close(socket_); }
@@ -78,11 +82,6 @@ class SocketStation : public testing::Test {
  protected:
   void Start(const std::string& bench = "virtual") {
     process_.emplace(Orvane({"--bench", bench, "--automation", "unix:" + path_}));
-    // The socket is there before the first line of the story, or of anything else, is told.
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (::access(path_.c_str(), F_OK) != 0) {
-      ASSERT_LT(std::chrono::steady_clock::now(), deadline);
-    }
   }
 
   TempFolder folder_;
@@ -92,11 +91,11 @@ class SocketStation : public testing::Test {
 
 TEST_F(SocketStation, ItsFileIsForItsOwnerAloneAndGoneAtTheEnd) {
   Start();
+  SocketClient client(path_);
   struct stat facts {};
   ASSERT_EQ(::stat(path_.c_str(), &facts), 0);
   EXPECT_TRUE(S_ISSOCK(facts.st_mode));
   EXPECT_EQ(facts.st_mode & 0777, 0600U);
-  SocketClient client(path_);
   client.Click("OrvaneMain.cmdExit");
   client.Await("exit");
   EXPECT_EQ(process_->WaitForEnd().status, 0);
