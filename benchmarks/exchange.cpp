@@ -18,7 +18,7 @@
 #include <vector>
 
 #include "adapters/disk_files.h"
-#include "adapters/gpib_routes.h"
+#include "adapters/gpib/gpib_routes.h"
 #include "adapters/qt_event_loop.h"
 #include "adapters/qt_serial_control.h"
 #include "app/desk.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <variant>
 
-#include "adapters/gpib_routes.h"
+#include "adapters/gpib/gpib_routes.h"
 #include "adapters/qt_serial_control.h"
 #include "bench/options.h"
 

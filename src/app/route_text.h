@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "adapters/gpib_routes.h"
+#include "adapters/gpib/gpib_routes.h"
 
 namespace orvane {
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "adapters/disk_files.h"
-#include "adapters/gpib_routes.h"
+#include "adapters/gpib/gpib_routes.h"
 #include "adapters/qt_event_loop.h"
 #include "adapters/qt_serial_control.h"
 #include "app/command_line.h"

@@ -1,4 +1,4 @@
-#include "adapters/tcp_gpib_session.h"
+#include "adapters/gpib/tcp_gpib_session.h"
 
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 #include <optional>
 #include <thread>
 
-#include "adapters/gpib_routes.h"
+#include "adapters/gpib/gpib_routes.h"
 
 namespace orvane {
 namespace {

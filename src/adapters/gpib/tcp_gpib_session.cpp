@@ -1,4 +1,4 @@
-#include "adapters/tcp_gpib_session.h"
+#include "adapters/gpib/tcp_gpib_session.h"
 
 #include <netdb.h>
 #include <netinet/in.h>

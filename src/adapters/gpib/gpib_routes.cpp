@@ -1,6 +1,6 @@
-#include "adapters/gpib_routes.h"
+#include "adapters/gpib/gpib_routes.h"
 
-#include "adapters/tcp_gpib_session.h"
+#include "adapters/gpib/tcp_gpib_session.h"
 
 namespace orvane {
 namespace {
