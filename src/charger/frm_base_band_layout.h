@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/layout.h"
+
+namespace orvane {
+
+struct FrmBaseBand;
+
+[[nodiscard]] Layout LayOut(FrmBaseBand& panel);
+
+}  // namespace orvane

@@ -1,0 +1,15 @@
+#include "txcal/frm_auto_cal_layout.h"
+
+#include "txcal/frm_auto_cal.h"
+
+namespace orvane {
+
+using namespace lay;
+
+Layout LayOut(FrmAutoCal& panel) {
+  Parts all;
+  for (Control* control : panel.Controls()) all.push_back(Of(*control));
+  return Grid(4, std::move(all));
+}
+
+}  // namespace orvane

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/layout.h"
+
+namespace orvane {
+
+struct FrmAutoCal;
+
+[[nodiscard]] Layout LayOut(FrmAutoCal& panel);
+
+}  // namespace orvane
