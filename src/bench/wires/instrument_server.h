@@ -4,6 +4,7 @@
 #include <string>
 
 #include "bench/instrument_line.h"
+#include "bench/wires/listener.h"
 #include "bench/wires/reactor.h"
 
 namespace orvane::bench {
@@ -20,7 +21,7 @@ class InstrumentServer {
   ~InstrumentServer();
 
   /// "127.0.0.1:41001"
-  [[nodiscard]] const std::string& Address() const { return address_; }
+  [[nodiscard]] const std::string& Address() const { return listener_.Address(); }
 
  private:
   struct Client {
@@ -36,8 +37,7 @@ class InstrumentServer {
 
   Reactor& reactor_;
   InstrumentLine& instrument_;
-  FileDescriptor listener_;
-  std::string address_;
+  Listener listener_;
   std::map<int, Client> clients_;
 };
 
