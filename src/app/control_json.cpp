@@ -78,7 +78,7 @@ Json ControlObject(const Control& control) {
   Json object{
       {"name", control.Owner().Name() + "." + control.Name()},
       {"kind", KindText(control.Kind())},
-      {"enabled", control.Enabled()},
+      {"enabled", control.EnabledForOperator()},
       {"visible", control.Visible()},
   };
   if (const auto* captioned = dynamic_cast<const CaptionedControl*>(&control)) {

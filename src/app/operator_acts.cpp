@@ -14,7 +14,7 @@ namespace {
 }
 
 void RequireEnabled(const Control& control) {
-  if (!control.Enabled()) throw RpcFailure(RpcError::ControlDisabled, control.Name() + " is disabled.");
+  if (!control.EnabledForOperator()) throw RpcFailure(RpcError::ControlDisabled, control.Name() + " is disabled.");
 }
 
 /// What the control is, or null.

@@ -21,7 +21,7 @@ std::string After(const std::string& text, char32_t key) {
 }  // namespace
 
 Operator::Outcome Operator::Act(const Control& control, const std::function<void()>& act) {
-  if (!control.Enabled()) throw ControlDisabled(control.Name());
+  if (!control.EnabledForOperator()) throw ControlDisabled(control.Name());
   return nest_.Run(act);
 }
 

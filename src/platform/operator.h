@@ -10,7 +10,7 @@
 
 namespace orvane {
 
-/// The control is disabled and refuses an operator.
+/// The control, or a frame around it, is disabled: it refuses an operator.
 class ControlDisabled : public std::runtime_error {
  public:
   explicit ControlDisabled(const std::string& name) : std::runtime_error(name + " is disabled.") {}

@@ -10,6 +10,7 @@ namespace orvane {
 /// of the Target's EEPROM.
 struct FrmDownLoad : Panel {
   FrmDownLoad() : Panel("frmDownLoad", "DownLoad") {
+    fraBBOption.Hold({&chkChargerParam});
     fraBBOption.SetEnabled(false);
     prgDownload.SetVisible(false);
   }

@@ -286,8 +286,11 @@ TEST_F(Port, RefusesActsThatDoNotFitAndChangesNothing) {
   EXPECT_EQ(Ask("controls", {{"panel", "frmTest"}})["result"], before);
 }
 
-TEST_F(Port, ADisabledControlRefusesEveryAct) {
-  for (Control* control : panel_.Controls()) control->SetEnabled(false);
+struct Disabled : Port {
+  void ExpectEveryActRefused();
+};
+
+void Disabled::ExpectEveryActRefused() {
   const ErrorCase rows[] = {
       {"set", R"({"control":"frmTest.txtLoss","text":"1"})", -32002},
       {"set", R"({"control":"frmTest.cboPort","select":"COM2"})", -32002},
@@ -302,6 +305,21 @@ TEST_F(Port, ADisabledControlRefusesEveryAct) {
   for (const ErrorCase& row : rows) {
     EXPECT_EQ(ErrorOf(row.method, Json::parse(row.params)), row.code) << row.method << row.params;
   }
+  EXPECT_EQ(Ask("get", {{"control", "frmTest.txtLoss"}})["result"]["enabled"], false);
+}
+
+TEST_F(Disabled, AControlRefusesEveryAct) {
+  for (Control* control : panel_.Controls()) control->SetEnabled(false);
+  ExpectEveryActRefused();
+}
+
+TEST_F(Disabled, AFrameMakesWhatItHoldsRefuseEveryAct) {
+  Panel around{"frmAround", ""};
+  Frame frame{around, "fra", ""};
+  for (Control* control : panel_.Controls()) frame.Hold({control});
+  EXPECT_EQ(Ask("get", {{"control", "frmTest.txtLoss"}})["result"]["enabled"], true);
+  frame.SetEnabled(false);
+  ExpectEveryActRefused();
 }
 
 TEST_F(Port, KeysArePressedOneByOne) {

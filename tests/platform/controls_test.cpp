@@ -28,6 +28,8 @@ struct SamplePanel : Panel {
   OptionButton optSecond{*this, "optSecond", "Second", group};
   CheckBox chkAuto{*this, "chkAuto", "Auto"};
   ProgressBar prgBar{*this, "prgBar"};
+  Frame fraOuter{*this, "fraOuter", "Outer"};
+  Frame fraInner{*this, "fraInner", "Inner"};
 };
 
 class ControlsTest : public testing::Test {
@@ -185,6 +187,33 @@ TEST_F(ControlsTest, ADisabledControlRefusesAnOperatorAndNotTheStation) {
   EXPECT_THAT(events_, IsEmpty());
   panel_.cmdGo.Click();
   EXPECT_THAT(events_, ElementsAre("go"));
+}
+
+TEST_F(ControlsTest, AControlInADisabledFrameRefusesAnOperatorAndNotTheStation) {
+  panel_.fraOuter.Hold({&panel_.fraInner, &panel_.cboName});
+  panel_.fraInner.Hold({&panel_.cmdGo});
+  panel_.fraOuter.SetEnabled(false);
+  EXPECT_THROW(op_.Click(panel_.cmdGo), ControlDisabled);
+  EXPECT_THROW(op_.Pick(panel_.cboName, 1), ControlDisabled);
+  EXPECT_TRUE(panel_.cmdGo.Enabled()) << "its own state is another thing";
+  op_.Check(panel_.chkAuto, true);
+  EXPECT_THAT(events_, ElementsAre("checked")) << "it stands outside";
+  panel_.cmdGo.Click();
+  EXPECT_THAT(events_, ElementsAre("checked", "go"));
+
+  panel_.fraOuter.SetEnabled(true);
+  EXPECT_EQ(op_.Click(panel_.cmdGo), std::nullopt);
+  panel_.cmdGo.SetEnabled(false);
+  EXPECT_THROW(op_.Click(panel_.cmdGo), ControlDisabled);
+}
+
+TEST_F(ControlsTest, WhatAFrameHoldsIsShownAnewWhenTheFrameIs) {
+  panel_.fraOuter.Hold({&panel_.fraInner});
+  panel_.fraInner.Hold({&panel_.cmdGo});
+  int told = 0;
+  panel_.cmdGo.changed.Connect([&] { ++told; });
+  panel_.fraOuter.SetEnabled(false);
+  EXPECT_EQ(told, 1);
 }
 
 TEST_F(ControlsTest, AListTellsOfEachRow) {

@@ -285,10 +285,14 @@ TEST_F(ParameterDownload, TheDownloadModeOpensAndClosesTheChargerOption) {
   EXPECT_TRUE(panel_.optFullDownload.Selected());
   EXPECT_TRUE(panel_.optDownloadFlash.Selected());
   EXPECT_FALSE(panel_.fraBBOption.Enabled());
+  EXPECT_THROW(rig_.op.Check(panel_.chkChargerParam, true), ControlDisabled);
   rig_.op.Select(panel_.optPartialDownload);
   EXPECT_TRUE(panel_.fraBBOption.Enabled());
+  rig_.op.Check(panel_.chkChargerParam, true);
+  EXPECT_TRUE(panel_.chkChargerParam.Checked());
   rig_.op.Select(panel_.optFullDownload);
   EXPECT_FALSE(panel_.fraBBOption.Enabled());
+  EXPECT_THROW(rig_.op.Check(panel_.chkChargerParam, false), ControlDisabled);
 }
 
 TEST_F(ParameterDownload, ButtonsWithoutActionDoNothing) {

@@ -1,18 +1,12 @@
-#include "platform/controls.h"
+#include "platform/input_controls.h"
 
 #include <algorithm>
 
 #include "base/failure.h"
 #include "base/subscript.h"
 #include "base/text.h"
-#include "platform/panel.h"
 
 namespace orvane {
-
-Control::Control(Panel& panel, ControlKind kind, std::string name)
-    : panel_(&panel), kind_(kind), name_(std::move(name)) {
-  panel.Add(*this);
-}
 
 void TextBox::SetText(std::string_view text) {
   if (text_ == text) return;
@@ -106,19 +100,6 @@ void UpDown::StepBy(int steps) {
   if (buddy_ != nullptr) PassOver([&] { from = ToLong(buddy_->Text()); });
   const auto to = std::clamp<std::int64_t>(std::int64_t{from} + std::int64_t{steps} * step_, min_, max_);
   MoveTo(static_cast<Long>(to));
-}
-
-void ProgressBar::SetMax(Long max) {
-  Assign(max_, max);
-  Assign(value_, std::min(value_, max));
-}
-
-void ProgressBar::SetValue(Long value) {
-  if (value < 0 || value > max_) {
-    throw StationFailure("The value " + std::to_string(value) + " of " + Name() + " is above " +
-                         std::to_string(max_) + ".");
-  }
-  Assign(value_, value);
 }
 
 }  // namespace orvane
