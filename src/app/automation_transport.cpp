@@ -15,8 +15,10 @@
 namespace orvane {
 namespace {
 
-/// A client that takes nothing for so long has gone, and must not hold up the station.
-constexpr int kSendLimitMs = 5000;
+/// A client that is so many bytes behind has gone for the station: some hundred answers of the longest kind.
+constexpr std::size_t kMostUnsent = std::size_t{8} << 20;
+/// What the station's last words have to reach a client that is slow.
+constexpr int kFarewellMs = 500;
 
 /// Whoever reads the standard output sets its pace; when nobody does any more, the end of the input tells.
 void WriteToStandardOutput(std::string_view bytes) {
@@ -33,20 +35,21 @@ void WriteToStandardOutput(std::string_view bytes) {
   }
 }
 
-/// Sends all of it. @return false when the other side has gone or takes nothing within the limit.
-bool SendAll(int socket, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const auto count = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+/// Sends what the socket takes just now and cuts it off. @return false when the other side has gone.
+bool SendSome(int socket, std::string& bytes) {
+  std::string_view rest = bytes;
+  bool there = true;
+  while (!rest.empty()) {
+    const auto count = ::send(socket, rest.data(), rest.size(), MSG_NOSIGNAL);
     if (count > 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(count));
-    } else if (errno == EAGAIN) {
-      pollfd ready{socket, POLLOUT, 0};
-      if (::poll(&ready, 1, kSendLimitMs) == 0) return false;
+      rest.remove_prefix(static_cast<std::size_t>(count));
     } else if (errno != EINTR) {
-      return false;
+      there = errno == EAGAIN;
+      break;
     }
   }
-  return true;
+  bytes.erase(0, bytes.size() - rest.size());
+  return there;
 }
 
 /// What is there to read; no value at the end of the input. Only for descriptors that are readable.
@@ -88,16 +91,44 @@ void StdioTransport::ReadSome() {
 }
 
 struct UnixSocketTransport::Client {
-  explicit Client(int descriptor) : socket(descriptor), readable(descriptor, QSocketNotifier::Read) {}
+  explicit Client(int descriptor)
+      : socket(descriptor),
+        readable(descriptor, QSocketNotifier::Read),
+        writable(descriptor, QSocketNotifier::Write) {
+    writable.setEnabled(false);
+    QObject::connect(&writable, &QSocketNotifier::activated, &writable, [this] { (void)Flush(); });
+  }
   Client(const Client&) = delete;
   Client& operator=(const Client&) = delete;
   ~Client() {
     readable.setEnabled(false);
+    writable.setEnabled(false);
     ::close(socket);
+  }
+
+  /// Never waits: what the client does not take now goes out when it does. @return false when it has gone, or has
+  /// fallen too far behind.
+  [[nodiscard]] bool Send(const std::string& line) {
+    unsent += line;
+    unsent += '\n';
+    return Flush() && unsent.size() <= kMostUnsent;
+  }
+  /// A client that is found gone here ends its input too, which is where that is told.
+  bool Flush() {
+    const bool there = SendSome(socket, unsent);
+    writable.setEnabled(there && !unsent.empty());
+    return there;
+  }
+  /// The station ends: a last moment for what is unsent.
+  void Farewell() {
+    pollfd ready{socket, POLLOUT, 0};
+    if (!unsent.empty() && ::poll(&ready, 1, kFarewellMs) > 0) (void)Flush();
   }
 
   int socket;
   QSocketNotifier readable;
+  QSocketNotifier writable;
+  std::string unsent;
   LineCutter lines;
 };
 
@@ -153,7 +184,10 @@ UnixSocketTransport::UnixSocketTransport(EventLoop& loop, AutomationPort& port, 
 }
 
 UnixSocketTransport::~UnixSocketTransport() {
-  if (client_) port_.Disconnect();
+  if (client_) {
+    port_.Disconnect();
+    client_->Farewell();
+  }
   connecting_.reset();
   ::close(listener_);
   ::unlink(path_.c_str());
@@ -168,7 +202,7 @@ void UnixSocketTransport::Accept() {
   loop_.Post([this, held = std::weak_ptr(client_)] {
     port_.Connect([this, held](const std::string& line) {
       const auto client = held.lock();
-      if (client && !SendAll(client->socket, line + "\n")) PostHangUp(client);
+      if (client && !client->Send(line)) PostHangUp(client);
     });
   });
 }

@@ -43,6 +43,8 @@ class SocketFailure : public std::runtime_error {
 };
 
 /// A socket file that its owner alone may use, for one client at a time: another one waits until the first has gone.
+/// A client that does not take what is said to it never holds up the station: 8 MiB are kept for it, then it is
+/// dropped.
 class UnixSocketTransport {
  public:
   /// A socket file that nobody listens on any more is replaced.

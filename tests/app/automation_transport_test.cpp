@@ -95,6 +95,11 @@ class UnixSocket : public test::QtTest {
 
   static constexpr std::string_view kPanels = "{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"panels\"}\n";
 
+  /// Its id is long, and its answer bears the id.
+  static std::string LongRequest(int number) {
+    return R"({"jsonrpc":"2.0","method":"panels","id":")" + std::to_string(number) + std::string(60000, 'x') + "\"}";
+  }
+
   fs::path folder_;
   std::string path_;
   Desk desk_{loop_, "/work"};
@@ -144,6 +149,45 @@ TEST_F(UnixSocket, TheStationOutlivesAClientThatLeavesInsideALineOrAnswer) {
   Client next(path_);
   next.Send(kPanels);
   EXPECT_TRUE(Answers(next));
+}
+
+TEST_F(UnixSocket, AClientThatTakesNothingHoldsNobodyUpAndIsDropped) {
+  Listen();
+  std::optional<Client> deaf(path_);
+  YieldFor(5ms);
+  const std::string request = LongRequest(0);
+  Client next(path_);
+  next.Send(kPanels);
+  TimePoint longest{0};
+  bool dropped = false;
+  for (int i = 0; i < 400 && !dropped; ++i) {
+    const TimePoint before = loop_.Now();
+    port_.Receive(request);
+    longest = std::max(longest, loop_.Now() - before);
+    loop_.Yield(loop_.Now() + 1ms);
+    dropped = next.Received().find('\n') != std::string::npos;
+  }
+  EXPECT_TRUE(dropped || Answers(next));
+  EXPECT_LT(longest, 500ms);
+}
+
+TEST_F(UnixSocket, AClientThatIsSlowGetsEverythingInOrder) {
+  Listen();
+  Client slow(path_);
+  YieldFor(5ms);
+  for (int i = 0; i < 20; ++i) port_.Receive(LongRequest(i));
+  std::size_t lines = 0;
+  YieldUntil([&] {
+    const std::string& all = slow.Received();
+    lines = static_cast<std::size_t>(std::count(all.begin(), all.end(), '\n'));
+    return lines == 20;
+  });
+  ASSERT_EQ(lines, 20U);
+  std::size_t at = 0;
+  for (int i = 0; i < 20; ++i) {
+    at = slow.Received().find("\"" + std::to_string(i) + "x", at);
+    ASSERT_NE(at, std::string::npos) << i;
+  }
 }
 
 TEST_F(UnixSocket, ALineThatIsTooLongIsNoRequestAndTheNextOneIs) {
