@@ -7,10 +7,15 @@ namespace orvane {
 
 /// One instrument's session settings on frmBaseBand.
 struct BenchSessionFace {
+  Label boardNumberLabel;
   TextBox boardNumber;
+  Label primAddressLabel;
   ComboBox primAddress;
+  Label secAddressLabel;
   ComboBox secAddress;
+  Label timeOutLabel;
   ComboBox timeOut;
+  Label bufferSizeLabel;
   TextBox bufferSize;
   Button initialize;
   Button reset;
@@ -26,6 +31,7 @@ struct FrmBaseBand : Panel {
   BenchSessionFace supply;
   TextBox txtPSVoltage{*this, "txtPSVoltage", "4.21"};
   Button cmdPSVoltageSet{*this, "cmdPSVoltageSet", "Voltage Set"};
+  Label lblVoltageLoss{*this, "lblVoltageLoss", "Voltage Loss"};
   TextBox txtVoltageLoss{*this, "txtVoltageLoss", "0.01"};
   /// The caption says what the next click does.
   Button cmdPSVoltageEnable{*this, "cmdPSVoltageEnable", "Enable"};
@@ -52,15 +58,21 @@ struct FrmBaseBand : Panel {
   TextBox txtZeroCal{*this, "txtZeroCal"};
   Button cmdCVDAC{*this, "cmdCVDAC", "CV DAC"};
   TextBox txtCVDACResult{*this, "txtCVDACResult"};
+  Label lblLoopTime{*this, "lblLoopTime", "Loop Time"};
   TextBox txtLoopTime{*this, "txtLoopTime"};
+  Label lblShutDownVoltage{*this, "lblShutDownVoltage", "ShutDown"};
   ComboBox cboShutDownVoltage{*this, "cboShutDownVoltage", "3.35", {"3.35"}};
+  Label lblShutDownVoltageUnit{*this, "lblShutDownVoltageUnit", "(V)"};
+  Label lblDelay{*this, "lblDelay", "Delay"};
   ComboBox cboDelay;
   Frame fraChargerDisplay{*this, "fraChargerDisplay", "Data to write in Flash"};
   TextBox txtChargerDisplay{*this, "txtChargerDisplay"};
   Button cmdCalculateParameter{*this, "cmdCalculateParameter", "Calculate"};
   Button cmdWriteChargerEEPROM{*this, "cmdWriteChargerEEPROM", "Write Flash"};
   Frame fraCalculatedResults{*this, "fraCalculatedResults", "Calculated Results"};
+  Label lblCCDACResult{*this, "lblCCDACResult", "CC DAC"};
   TextBox txtCCDACResult{*this, "txtCCDACResult"};
+  Label lblCVCutValue{*this, "lblCVCutValue", "CV Cut"};
   TextBox TxtCVCutValue{*this, "TxtCVCutValue"};
 };
 

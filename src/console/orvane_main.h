@@ -60,43 +60,61 @@ struct OrvaneMain : Panel {
   TextBox txtVoltageLoss{*this, "txtVoltageLoss", "0.01"};
 
   // "RX".
+  Frame fraBeacon{*this, "fraBeacon", "BCH Freq Setting"};
   TextBox txtBeacon{*this, "txtBeacon", "30"};
   Button cmdBeaconSet{*this, "cmdBeaconSet", "Set"};
+  Frame fraServing{*this, "fraServing", "TCH Freq Setting"};
   TextBox txtServing{*this, "txtServing", "30"};
   Button cmdServingSet{*this, "cmdServingSet", "Set"};
+  Frame fraAGCValue{*this, "fraAGCValue", "AGC Value Setting"};
   TextBox txtAGCValue{*this, "txtAGCValue", "40"};
   Button cmdAGCValue{*this, "cmdAGCValue", "Set"};
   CheckBox chkLNAOnOff{*this, "chkLNAOnOff", "LNA On/Off"};
+  Frame fraAFCValue{*this, "fraAFCValue", "AFC Value Setting"};
   TextBox txtAFCValue{*this, "txtAFCValue", "-1180"};
   Button cmdAFCValueSet{*this, "cmdAFCValueSet", "Set"};
+  Frame fraFBTest{*this, "fraFBTest", "Frequency Burst Test"};
   TextBox txtFBFrame{*this, "txtFBFrame", "10"};
   ComboBox cboFBMode{*this, "cboFBMode", "0", {"0", "1"}};
   Button cmdFBTest{*this, "cmdFBTest", "Test"};
+  Frame fraPMStart{*this, "fraPMStart", "Power Measure Set"};
   TextBox txtPMFrame{*this, "txtPMFrame", "10"};
   Button cmdPMStart{*this, "cmdPMStart", "PM Start"};
+  Frame fraAGCPM{*this, "fraAGCPM", "Power Measure Display"};
   TextBox txtAGCPM{*this, "txtAGCPM"};
+  /// Never filled.
   TextBox txtAGCPMStandardDeviation{*this, "txtAGCPMStandardDeviation"};
+  Frame fraAGCPowerLevel{*this, "fraAGCPowerLevel", "Instrument BS Power Level Setting"};
   TextBox txtAGCPowerLevel{*this, "txtAGCPowerLevel", "-85"};
   UpDown updAGCPowerLevel{*this, "updAGCPowerLevel", &txtAGCPowerLevel, -127, -7, -85};
   Button cmdAGCPowerLevelSet{*this, "cmdAGCPowerLevelSet", "Set"};
+  Frame fraRxTargetRFMode{*this, "fraRxTargetRFMode", "Instrument RF MODE Setting"};
   ComboBox cboRxTargetRFMode{*this, "cboRxTargetRFMode", "GSM", {"GSM", "DCS"}};
   Button RXTargetSet{*this, "RXTargetSet", "Set"};
 
   // "TX".
+  Frame fraTxLevel{*this, "fraTxLevel", "Target Power Level Setting"};
   OptionGroup txLevelBand;
   OptionButton optTxLevelGSM{*this, "optTxLevelGSM", "GSM", txLevelBand, OptionButton::Start::Selected};
   OptionButton optTxLevelDCS{*this, "optTxLevelDCS", "DCS", txLevelBand};
+  Label lblTxLevelIndex{*this, "lblTxLevelIndex", "Index"};
   TextBox txtTxLevelIndex{*this, "txtTxLevelIndex", "5"};
   UpDown updTxLevelIndex{*this, "updTxLevelIndex", &txtTxLevelIndex, 0, 19, 5};
   Button Command4{*this, "Command4", "Set"};
+  Label lblPowerLevel{*this, "lblPowerLevel", "DAC"};
   TextBox txtPowerLevel{*this, "txtPowerLevel", "450"};
   UpDown updPowerLevel{*this, "updPowerLevel", &txtPowerLevel, 0, 1023, 450};
   Button cmdPowerlevelSet{*this, "cmdPowerlevelSet", "Set"};
+  Frame fraULTest{*this, "fraULTest", "Uplink Normal Burst test"};
+  Label lblULPattern{*this, "lblULPattern", "Pattern"};
   ComboBox cboULPattern{*this, "cboULPattern", "All 0", {"All 0", "All 1", "1010"}};
+  Label lblULSlot{*this, "lblULSlot", "TSC"};
   ComboBox cboULSlot{*this, "cboULSlot", "4", {"0", "1", "2", "3", "4", "5", "6", "7"}};
   Button cmdULTest{*this, "cmdULTest", "Test"};
+  Frame fraTxTargetRFMode{*this, "fraTxTargetRFMode", "Instrument RF Mode Setting"};
   ComboBox cboTxTargetRFMode{*this, "cboTxTargetRFMode", "GSM", {"GSM", "DCS"}};
   Button TXTargetSet{*this, "TXTargetSet", "Set"};
+  Frame fraAPCLoss{*this, "fraAPCLoss", "Instrument Loss"};
   TextBox txtAPCLoss{*this, "txtAPCLoss", "-0.5"};
   /// Keeps tenths of the box's number: no plain spin.
   UpDown updAPCLoss{*this, "updAPCLoss", nullptr, -200, 0, 0};

@@ -15,7 +15,8 @@ using enum ControlKind;
 TEST(OrvaneMain, ShowsItsConsoleItsCommandLineAndThreeTabs) {
   const OrvaneMain panel;
   EXPECT_EQ(panel.Name(), "OrvaneMain");
-  ExpectFace(panel, {{"txtResults", Text, ""},
+  ExpectFace(panel, {{"lblResults", Label, "Results"},
+                     {"txtResults", Text, ""},
                      {"lblUserCommand", Label, "User Command:"},
                      {"txtUserCommand", Text, ""},
                      {"cmdLogOn", Button, "Log On/Off"},
@@ -69,6 +70,81 @@ TEST(OrvaneMain, OffersPortsTargetsTestSetsAndAddresses) {
   EXPECT_EQ(panel.cboPrimaryAddress.Items().back(), "30");
   EXPECT_THAT(panel.cboTimeOut.Items(), ElementsAre("None", "10us", "30us", "100us", "300us", "1ms", "3ms", "10ms",
                                                     "30ms", "100ms", "300ms", "1s", "3s", "10s", "30s", "100s"));
+}
+
+TEST(OrvaneMain, HoldsTheReceiverTestsOnTheRxTab) {
+  const OrvaneMain panel;
+  ExpectFace(panel, {{"fraBeacon", Frame, "BCH Freq Setting"},
+                     {"txtBeacon", Text, "30"},
+                     {"cmdBeaconSet", Button, "Set"},
+                     {"fraServing", Frame, "TCH Freq Setting"},
+                     {"txtServing", Text, "30"},
+                     {"cmdServingSet", Button, "Set"},
+                     {"fraAGCValue", Frame, "AGC Value Setting"},
+                     {"txtAGCValue", Text, "40"},
+                     {"cmdAGCValue", Button, "Set"},
+                     {"chkLNAOnOff", Check, "LNA On/Off"},
+                     {"fraAFCValue", Frame, "AFC Value Setting"},
+                     {"txtAFCValue", Text, "-1180"},
+                     {"cmdAFCValueSet", Button, "Set"},
+                     {"fraFBTest", Frame, "Frequency Burst Test"},
+                     {"txtFBFrame", Text, "10"},
+                     {"cboFBMode", Combo, "0"},
+                     {"cmdFBTest", Button, "Test"},
+                     {"fraPMStart", Frame, "Power Measure Set"},
+                     {"txtPMFrame", Text, "10"},
+                     {"cmdPMStart", Button, "PM Start"},
+                     {"fraAGCPM", Frame, "Power Measure Display"},
+                     {"txtAGCPM", Text, ""},
+                     {"txtAGCPMStandardDeviation", Text, ""},
+                     {"fraAGCPowerLevel", Frame, "Instrument BS Power Level Setting"},
+                     {"txtAGCPowerLevel", Text, "-85"},
+                     {"updAGCPowerLevel", UpDown, ""},
+                     {"cmdAGCPowerLevelSet", Button, "Set"},
+                     {"fraRxTargetRFMode", Frame, "Instrument RF MODE Setting"},
+                     {"cboRxTargetRFMode", Combo, "GSM"},
+                     {"RXTargetSet", Button, "Set"}});
+  EXPECT_FALSE(panel.chkLNAOnOff.Checked());
+  EXPECT_THAT(panel.cboFBMode.Items(), ElementsAre("0", "1"));
+  EXPECT_THAT(panel.cboRxTargetRFMode.Items(), ElementsAre("GSM", "DCS"));
+  ExpectSpin(panel.updAGCPowerLevel, &panel.txtAGCPowerLevel, -127, -7);
+}
+
+TEST(OrvaneMain, HoldsTheTransmitterTestsOnTheTxTab) {
+  const OrvaneMain panel;
+  ExpectFace(panel, {{"fraTxLevel", Frame, "Target Power Level Setting"},
+                     {"optTxLevelGSM", Option, "GSM"},
+                     {"optTxLevelDCS", Option, "DCS"},
+                     {"lblTxLevelIndex", Label, "Index"},
+                     {"txtTxLevelIndex", Text, "5"},
+                     {"Command4", Button, "Set"},
+                     {"lblPowerLevel", Label, "DAC"},
+                     {"txtPowerLevel", Text, "450"},
+                     {"cmdPowerlevelSet", Button, "Set"},
+                     {"fraULTest", Frame, "Uplink Normal Burst test"},
+                     {"lblULPattern", Label, "Pattern"},
+                     {"cboULPattern", Combo, "All 0"},
+                     {"lblULSlot", Label, "TSC"},
+                     {"cboULSlot", Combo, "4"},
+                     {"cmdULTest", Button, "Test"},
+                     {"fraTxTargetRFMode", Frame, "Instrument RF Mode Setting"},
+                     {"cboTxTargetRFMode", Combo, "GSM"},
+                     {"TXTargetSet", Button, "Set"},
+                     {"fraAPCLoss", Frame, "Instrument Loss"},
+                     {"txtAPCLoss", Text, "-0.5"},
+                     {"cmdAPCLoss", Button, "Set"},
+                     {"cboDELU", Combo, "0"},
+                     {"cboDELD", Combo, "0"},
+                     {"cmdRampDelaySet", Button, "Set"}});
+  EXPECT_TRUE(panel.optTxLevelGSM.Selected());
+  EXPECT_FALSE(panel.optTxLevelDCS.Selected());
+  EXPECT_THAT(panel.cboULPattern.Items(), ElementsAre("All 0", "All 1", "1010"));
+  EXPECT_THAT(panel.cboULSlot.Items(), ElementsAre("0", "1", "2", "3", "4", "5", "6", "7"));
+  EXPECT_THAT(panel.cboTxTargetRFMode.Items(), ElementsAre("GSM", "DCS"));
+  ExpectSpin(panel.updTxLevelIndex, &panel.txtTxLevelIndex, 0, 19);
+  ExpectSpin(panel.updPowerLevel, &panel.txtPowerLevel, 0, 1023);
+  // Keeps tenths of the box's number in a value of its own.
+  ExpectSpin(panel.updAPCLoss, nullptr, -200, 0);
 }
 
 TEST(OrvaneMain, StepsThePaceCountByThousands) {

@@ -35,4 +35,12 @@ inline void ExpectFace(const Panel& panel, const std::vector<FaceRow>& rows) {
   }
 }
 
+/// An up-down of step 1, beside its box or with a value of its own.
+inline void ExpectSpin(const UpDown& spin, const TextBox* box, Long min, Long max) {
+  EXPECT_EQ(spin.Buddy(), box) << spin.Name();
+  EXPECT_EQ(spin.Min(), min) << spin.Name();
+  EXPECT_EQ(spin.Max(), max) << spin.Name();
+  EXPECT_EQ(spin.Step(), 1) << spin.Name();
+}
+
 }  // namespace orvane::test
