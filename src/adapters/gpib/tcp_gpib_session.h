@@ -2,41 +2,33 @@
 
 #include <string>
 
-#include "platform/gpib.h"
+#include "adapters/gpib/byte_stream.h"
+#include "adapters/gpib/route_session.h"
 
 namespace orvane {
 
-/// SCPI over a raw TCP socket. The connection is made at the first message, since configuring a session never
-/// touches the instrument. A message that fails ends the connection: a reply that comes too late could otherwise be
-/// taken for the next one's. The next Configure opens a new one.
-class TcpGpibSession final : public GpibSession {
+/// SCPI over a raw TCP socket: a line feed ends each message in both directions.
+class TcpGpibSession final : public RouteSession {
  public:
-  TcpGpibSession(int primary, std::string host, int port);
-  ~TcpGpibSession() override { Disconnect(); }
-
-  void Write(std::string_view text, TimePoint timeOut) override;
-  [[nodiscard]] std::string Read(std::size_t size, TimePoint timeOut) override;
-  void Local() override { Disconnect(); }
+  TcpGpibSession(int primary, const std::string& host, int port);
 
  private:
-  /// A moment up to which a message may take.
-  class Deadline;
+  void Send(std::string_view text, const Deadline& deadline) override;
+  std::string Receive(std::size_t size, const Deadline& deadline) override;
+  void HangUp() override { stream_.Close(); }
 
-  void Connect();
-  void Disconnect();
-  void AwaitReady(short event, const Deadline& deadline, const std::string& inVain);
-  void RefuseIfClosed();
-  [[noreturn]] void FailAbsent(const std::string& what);
-  [[noreturn]] void FailTimeOut(const std::string& what);
+  void Connect(const Deadline& deadline);
+  void DropRestOfReply();
 
-  std::string name_;
   std::string host_;
-  std::string service_;
-  int socket_ = -1;
-  /// What ended the connection, if something did.
-  std::string ended_;
+  int port_;
+  ByteStream stream_;
   /// Received and not yet read.
   std::string pending_;
+  /// The last Read had only the first bytes of its reply, as many as the read size.
+  bool insideReply_ = false;
+  /// What is left of that reply is nobody's any more: another message was written.
+  bool dropsRest_ = false;
 };
 
 }  // namespace orvane

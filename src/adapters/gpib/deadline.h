@@ -1,0 +1,34 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include "platform/event_loop.h"
+
+namespace orvane {
+
+/// "10 s", "300 ms", "10 us".
+[[nodiscard]] std::string SpanText(TimePoint span);
+
+/// A moment of the monotonic clock up to which a message may take. No wire to an instrument is faster than a
+/// millisecond: a shorter span counts as one.
+class Deadline {
+ public:
+  explicit Deadline(TimePoint span);
+
+  /// The span that was given, in words.
+  [[nodiscard]] std::string Text() const { return SpanText(span_); }
+  [[nodiscard]] bool Passed() const { return Left() == TimePoint::zero(); }
+  /// Never negative.
+  [[nodiscard]] TimePoint Left() const;
+  /// For poll(2): milliseconds, rounded up.
+  [[nodiscard]] int LeftMs() const;
+  /// This moment, or the one `limit` from now when that is sooner.
+  [[nodiscard]] Deadline Within(TimePoint limit) const { return limit < Left() ? Deadline(limit) : *this; }
+
+ private:
+  TimePoint span_;
+  std::chrono::steady_clock::time_point at_;
+};
+
+}  // namespace orvane
