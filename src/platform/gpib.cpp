@@ -39,6 +39,12 @@ TimePoint GpibTimeOutOf(Integer code) {
   return kTimeOuts[static_cast<std::size_t>(std::clamp<Integer>(code, 0, last))].span;
 }
 
+int GpibTimeOutCodeOf(TimePoint span) {
+  const auto* row =
+      std::find_if(kTimeOuts.begin() + 1, kTimeOuts.end(), [&](const TimeOutRow& r) { return r.span >= span; });
+  return row == kTimeOuts.end() ? 0 : static_cast<int>(row - kTimeOuts.begin());
+}
+
 int GpibTimeOutCode(std::string_view text) {
   const auto* row = std::find_if(kTimeOuts.begin(), kTimeOuts.end(), [&](const auto& r) { return r.text == text; });
   return row == kTimeOuts.end() ? -1 : static_cast<int>(row - kTimeOuts.begin());

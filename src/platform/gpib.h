@@ -109,6 +109,9 @@ class CWGPIB {
 /// that NI-488 knows, so that no dead instrument hangs the station for good.
 [[nodiscard]] TimePoint GpibTimeOutOf(Integer code);
 
+/// The code whose time-out that is; for a span between two of them the longer one's, and 0 beyond 100 s.
+[[nodiscard]] int GpibTimeOutCodeOf(TimePoint span);
+
 /// Code of a time-out text such as "10s", or -1 for a text that is in no list.
 [[nodiscard]] int GpibTimeOutCode(std::string_view text);
 

@@ -235,13 +235,15 @@ TEST_F(TcpRouteTest, AnInstrumentThatHasGoneIsNoticedByTheNextWrite) {
 
 TEST_F(TcpRouteTest, AddressesWithoutARouteFailAsAbsentAtTheFirstMessage) {
   GpibRoutes routes = RouteTo(instrument_);
+  routes.bus = GatewayRoute{"gateway"};
   routes.instruments[3] = Vxi11Route{"gateway", "inst0"};
   RoutedGpibBus bus(routes);
   const auto without = bus.Open({0, 2, 0});
   auto error = ErrorOf([&] { without->Write("*IDN?", 1s); });
   ASSERT_TRUE(error.has_value());
   EXPECT_EQ(error->iberr, kEnol);
-  EXPECT_STREQ(error->what(), "Instrument at address 2, route native: this route is not available in this build.");
+  EXPECT_STREQ(error->what(),
+               "Instrument at address 2, route vxi11:gateway: this route is not available in this build.");
 
   error = ErrorOf([&] { bus.Open({0, 3, 0})->Write("*IDN?", 1s); });
   ASSERT_TRUE(error.has_value());

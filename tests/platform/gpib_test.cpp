@@ -124,5 +124,12 @@ TEST(GpibTimeOut, HasACodeForEachText) {
   EXPECT_GE(GpibTimeOutOf(0), 1000s);
 }
 
+TEST(GpibTimeOut, HasTheCodeOfEachSpanBack) {
+  for (Integer code = 0; code <= 15; ++code) EXPECT_EQ(GpibTimeOutCodeOf(GpibTimeOutOf(code)), code);
+  EXPECT_EQ(GpibTimeOutCodeOf(11us), 2);
+  EXPECT_EQ(GpibTimeOutCodeOf(101s), 0);
+  EXPECT_EQ(GpibTimeOutCodeOf(0us), 1);
+}
+
 }  // namespace
 }  // namespace orvane

@@ -51,7 +51,10 @@ std::string RouteText(const InstrumentRoute& route) {
 
 std::unique_ptr<GpibSession> RoutedGpibBus::Open(const GpibAddress& address) {
   const auto own = routes_.instruments.find(address.primary);
-  if (own == routes_.instruments.end()) return Unreachable(address.primary, RouteText(routes_.bus));
+  if (own == routes_.instruments.end()) {
+    if (std::holds_alternative<NativeRoute>(routes_.bus)) return native_.Open(address);
+    return Unreachable(address.primary, RouteText(routes_.bus));
+  }
   if (const auto* tcp = std::get_if<TcpRoute>(&own->second)) {
     return std::make_unique<TcpGpibSession>(address.primary, tcp->host, tcp->port);
   }

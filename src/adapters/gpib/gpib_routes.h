@@ -4,6 +4,7 @@
 #include <string>
 #include <variant>
 
+#include "adapters/gpib/native_gpib.h"
 #include "platform/gpib.h"
 
 namespace orvane {
@@ -48,7 +49,7 @@ struct GpibRoutes {
 [[nodiscard]] std::string RouteText(const BusRoute& route);
 [[nodiscard]] std::string RouteText(const InstrumentRoute& route);
 
-/// The instruments of this machine, each on its route.
+/// The instruments of this machine, each on its route. No session may outlive it.
 class RoutedGpibBus final : public GpibBus {
  public:
   explicit RoutedGpibBus(GpibRoutes routes) : routes_(std::move(routes)) {}
@@ -56,6 +57,7 @@ class RoutedGpibBus final : public GpibBus {
 
  private:
   GpibRoutes routes_;
+  NativeGpib native_;
 };
 
 }  // namespace orvane
