@@ -111,6 +111,7 @@ const std::vector<StateRow>& StateRows() {
       StateRow{"PowerIndex", Of(&StationState::cal, &CalState::PowerIndex)},
       StateRow{"InitValueIndex", Of(&StationState::cal, &CalState::InitValueIndex)},
       StateRow{"LossTable", Of(&StationState::cal, &CalState::LossTable)},
+      StateRow{"APCDACPatternTable", Of(&StationState::pattern, &PatternState::APCDACPatternTable)},
       StateRow{"CalSaveFileName", Of(&StationState::cal, &CalState::CalSaveFileName)},
       StateRow{"CalSaveFileOk", Of(&StationState::cal, &CalState::CalSaveFileOk)},
       StateRow{"PSReady", Of(&StationState::charger, &ChargerState::PSReady)},

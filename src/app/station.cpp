@@ -21,6 +21,7 @@
 #include "rfparams/eeprom_test_panel.h"
 #include "rfparams/transfer.h"
 #include "rxcal/mp_panel.h"
+#include "rxcal/pattern_editor.h"
 #include "rxcal/result_views.h"
 #include "rxcal/rx_run.h"
 #include "txcal/cal_panel.h"
@@ -97,6 +98,7 @@ struct Station::Operations {
                 return calPanel.DownlinkParamSet();
               }};
   MpPanel mpPanel{p.mpAutoCal, p.autoCal, s.cal, link, ports.boxes, [this] { calPanel.DownloadSaveFileName(); }};
+  PatternEditor patternEditor{p.mpAutoCal, s.pattern, ports.files, ports.boxes, ports.dialogs};
   ResultViews resultViews{p.txResult, p.rxResult, p.fail, p.pass, p.main};
 
   BaseBandPanel baseBandPanel{p.baseBand, s.charger, ports.boxes};
@@ -132,6 +134,7 @@ struct Station::Operations {
     sequencer.Connect();
     rxRun.Connect();
     mpPanel.Connect();
+    patternEditor.Connect();
     resultViews.Connect();
     baseBandPanel.Connect();
     benchSupply.Connect();

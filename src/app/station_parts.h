@@ -14,6 +14,7 @@
 #include "rfparams/frm_download.h"
 #include "rfparams/rf_state.h"
 #include "rxcal/frm_mp_auto_cal.h"
+#include "rxcal/pattern_state.h"
 #include "rxcal/result_panels.h"
 #include "txcal/cal_state.h"
 #include "txcal/frm_auto_cal.h"
@@ -30,6 +31,7 @@ struct StationState {
   RFState rf;
   RampState ramp;
   CalState cal;
+  PatternState pattern;
   ChargerState charger;
   RunReport report;
 };

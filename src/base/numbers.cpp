@@ -48,6 +48,13 @@ Integer ToInteger(std::string_view text) { return Narrowed<Integer>(ParseNumber(
 Long ToLong(std::string_view text) { return Narrowed<Long>(ParseNumber(text).Scaled(0)); }
 double ToDouble(std::string_view text) { return ParseNumber(text).ToDouble(); }
 
+bool IsPlainNumber(std::string_view text, int min, int max) {
+  for (int number = min; number <= max; ++number) {
+    if (text == std::to_string(number)) return true;
+  }
+  return false;
+}
+
 Integer RoundToInteger(double value) { return Rounded<Integer>(value); }
 Long RoundToLong(double value) { return Rounded<Long>(value); }
 

@@ -18,6 +18,10 @@ using Long = std::int32_t;
 [[nodiscard]] Long ToLong(std::string_view text);
 [[nodiscard]] double ToDouble(std::string_view text);
 
+/// Whether a text is, character for character, the decimal text of a whole number from `min` to `max`: "7" is, "07"
+/// is not.
+[[nodiscard]] bool IsPlainNumber(std::string_view text, int min, int max);
+
 /// Nearest whole number, a half to the even neighbour.
 /// @throws StationFailure when the value does not fit or is no number.
 [[nodiscard]] Integer RoundToInteger(double value);

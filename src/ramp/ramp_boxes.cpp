@@ -13,14 +13,7 @@ constexpr int kGreenSumAtOpening = 128;
 
 }  // namespace
 
-bool IsPlainNumber(std::string_view text, int max) {
-  for (int number = 0; number <= max; ++number) {
-    if (text == std::to_string(number)) return true;
-  }
-  return false;
-}
-
-bool IsRampValue(std::string_view text) { return IsPlainNumber(text, kLargestRampValue); }
+bool IsRampValue(std::string_view text) { return IsPlainNumber(text, 0, kLargestRampValue); }
 
 int CountRampValues(const ControlArray<TextBox>& boxes) {
   return static_cast<int>(

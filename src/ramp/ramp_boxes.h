@@ -8,8 +8,7 @@
 
 namespace orvane {
 
-/// Whether a text is, character for character, the decimal text of a number from 0 to `max`: "7" is, "07" is not.
-[[nodiscard]] bool IsPlainNumber(std::string_view text, int max);
+/// Whether a text is, character for character, the decimal text of a number from 0 to 31: "7" is, "07" is not.
 [[nodiscard]] bool IsRampValue(std::string_view text);
 
 /// How many boxes of a row hold a ramp value.

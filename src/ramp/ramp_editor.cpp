@@ -53,7 +53,7 @@ void RampEditor::OnIndexChanged() {
   constexpr int kLastGsmTable = kFirstBandRampTables - 1;
   const std::string& text = face_.txtRampTableIndex.Text();
   if (text.empty()) return;
-  if (!IsPlainNumber(text, kRampTables - 1)) {
+  if (!IsPlainNumber(text, 0, kRampTables - 1)) {
     ports_.boxes.Warning("Input the number 0~30 without blank.");
     face_.txtRampTableIndex.SetText("0");
     return;

@@ -27,7 +27,7 @@ constexpr int kTxLevels = 32;
 /// Ramp table of a transmit level. A level that the band has not takes its nearest table, but for the last three of
 /// the second band, which take table 0.
 constexpr Integer DefaultGsmRampIndex(int level) {
-  return static_cast<Integer>(std::clamp(PositionOfGsmLevel(level), 0, 14));
+  return static_cast<Integer>(std::clamp(kGsmLevels.PositionOf(level), 0, 14));
 }
 constexpr Integer DefaultDcsRampIndex(int level) {
   constexpr int kLastOfBand = 28;

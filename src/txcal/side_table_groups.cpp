@@ -38,9 +38,6 @@ struct LevelTableRow {
 
 namespace {
 
-constexpr int kLowestGsmLevel = 5;
-constexpr int kHighestGsmLevel = 19;
-constexpr int kHighestDcsLevel = 15;
 constexpr std::string_view kBadGsmLevel = "Input the number which is between 5 and 19 without blank.";
 
 constexpr LevelTableRow kInitialValue{
@@ -97,17 +94,11 @@ constexpr LevelTableRow kPowerIndex{
     &PowerSideText,
 };
 
-/// Whether a text is, character for character, one of the levels of a band.
-bool IsLevel(std::string_view text, bool gsm) {
-  for (int level = gsm ? kLowestGsmLevel : 0; level <= (gsm ? kHighestGsmLevel : kHighestDcsLevel); ++level) {
-    if (text == std::to_string(level)) return true;
-  }
-  return false;
-}
+const BandLevels& LevelsOf(bool gsm) { return gsm ? kGsmLevels : kDcsLevels; }
 
 /// @throws StationFailure for a position that the table has not.
 std::size_t PositionOf(int level, bool gsm, int positions) {
-  const int position = gsm ? PositionOfGsmLevel(level) : PositionOfDcsLevel(level);
+  const int position = LevelsOf(gsm).PositionOf(level);
   if (position < 0 || position >= positions) {
     throw StationFailure("Level " + std::to_string(level) + " has no place in the table.");
   }
@@ -128,11 +119,11 @@ void SideTableGroups::Connect() {
 void SideTableGroups::ConnectLevelTable(const LevelTableRow& row) {
   FrmAutoCal& panel = panel_.Untouched();
   (panel.*row.gsm).onClick = [&panel, &row] {
-    (panel.*row.levelSpin).SetRange(kLowestGsmLevel, kHighestGsmLevel);
+    (panel.*row.levelSpin).SetRange(kGsmLevels.lowest, kGsmLevels.highest);
     (panel.*row.valueSpin).SetRange(row.gsmValues.min, row.gsmValues.max);
   };
   (panel.*row.dcs).onClick = [&panel, &row] {
-    (panel.*row.levelSpin).SetRange(0, kHighestDcsLevel);
+    (panel.*row.levelSpin).SetRange(kDcsLevels.lowest, kDcsLevels.highest);
     (panel.*row.valueSpin).SetRange(row.dcsValues.min, row.dcsValues.max);
   };
   (panel.*row.level).onChange = [this, &row] { OnLevelChanged(row); };
@@ -147,7 +138,7 @@ void SideTableGroups::OnLevelChanged(const LevelTableRow& row) {
   TextBox& level = (*panel_).*row.level;
   const bool gsm = GsmSelected(row);
   if (level.Text().empty()) return;
-  if (!IsLevel(level.Text(), gsm)) {
+  if (!LevelsOf(gsm).Has(level.Text())) {
     boxes_.Warning(std::string(gsm ? kBadGsmLevel : row.badDcsLevel));
     level.SetText(gsm ? "5" : "0");
     return;
@@ -164,7 +155,7 @@ void SideTableGroups::Set(const LevelTableRow& row) {
     return;
   }
   const bool gsm = GsmSelected(row);
-  if (gsm && ToInteger(level) < kLowestGsmLevel) {
+  if (gsm && ToInteger(level) < kGsmLevels.lowest) {
     boxes_.Warning("GSM Power Level should be equal or higher then 5.");
     return;
   }
@@ -175,7 +166,7 @@ void SideTableGroups::Set(const LevelTableRow& row) {
 void SideTableGroups::Load(const LevelTableRow& row) {
   if (!LoadFile((*panel_).*row.dialog, row.openTitle, row.read)) return;
   const std::string& level = ((*panel_).*row.level).Text();
-  const bool leftAlone = !level.empty() && GsmSelected(row) && ToInteger(level) < kLowestGsmLevel;
+  const bool leftAlone = !level.empty() && GsmSelected(row) && ToInteger(level) < kGsmLevels.lowest;
   if (!leftAlone) OnLevelChanged(row);
 }
 

@@ -19,7 +19,8 @@ constexpr std::array<DefaultRow, kTablePositions> kDefaults{{
     {29, 720}, {28, 630}, {26, 500}, {24, 400}, {22, 330}, {20, 258}, {18, 205}, {16, 162},  //
     {14, 130}, {12, 105}, {10, 90},  {8, 75},   {6, 63},   {5, 57},   {4, 52},   {3, 48},
 }};
-static_assert(kDefaults[PositionOfGsmLevel(19)].powerDbm == 7 && kDefaults[PositionOfDcsLevel(0)].powerDbm == 29);
+static_assert(kDefaults[kGsmLevels.PositionOf(19)].powerDbm == 7 &&
+              kDefaults[kDcsLevels.PositionOf(0)].powerDbm == 29);
 
 std::uint64_t OffsetOf(int number) { return static_cast<std::uint64_t>(number - 1) * kRecordSize; }
 

@@ -6,18 +6,14 @@
 #include "console/orvane_main.h"
 #include "platform/files.h"
 #include "platform/panel.h"
+#include "txcal/band_levels.h"
 #include "txcal/cal_state.h"
 #include "txcal/frm_auto_cal.h"
 
 namespace orvane {
 
-/// Levels that the two tables cover, and losses that the panels show.
-inline constexpr int kTablePositions = 31;
+/// Losses that the panels show.
 inline constexpr int kLosses = 5;
-
-/// Place of a band's power level in the tables.
-[[nodiscard]] constexpr int PositionOfGsmLevel(int level) { return level - 5; }
-[[nodiscard]] constexpr int PositionOfDcsLevel(int level) { return level + 15; }
 
 /// The station's own target powers and first DAC values, which the calibration panel starts with.
 void FillDefaultSideTables(CalState& state);

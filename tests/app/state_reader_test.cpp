@@ -22,6 +22,7 @@ TEST_F(StateReader, GivesEachValueInItsOwnForm) {
   state_.cal.CalFailed = true;
   state_.cal.PowerIndex[0] = "32.5"_d4;
   state_.cal.PowerIndex[1] = 7;
+  state_.pattern.APCDACPatternTable[2][30] = "50";
   state_.charger.PSReady = true;
   EXPECT_EQ(Value("ReplyDone"), true);
   EXPECT_EQ(Value("TMStatus"), "&H05");
@@ -36,6 +37,8 @@ TEST_F(StateReader, GivesEachValueInItsOwnForm) {
   EXPECT_EQ(Value("CalFailed"), true);
   EXPECT_EQ(Value("PowerIndex")[0], 32.5);
   EXPECT_EQ(Value("PowerIndex")[1], 7);
+  EXPECT_EQ(Value("APCDACPatternTable").size(), 3U);
+  EXPECT_EQ(Value("APCDACPatternTable")[2][30], "50");
   EXPECT_EQ(Value("PSReady"), true);
 }
 

@@ -15,6 +15,13 @@
 namespace orvane {
 namespace {
 
+TEST(IsPlainNumber, ComparesCharacterForCharacter) {
+  for (const char* text : {"5", "12", "19"}) EXPECT_TRUE(IsPlainNumber(text, 5, 19)) << text;
+  for (const char* text : {"", "4", "20", "05", " 5", "5 ", "5.0", "+5", "-5", "&H5", "1e1"}) {
+    EXPECT_FALSE(IsPlainNumber(text, 5, 19)) << text;
+  }
+}
+
 TEST(ToInteger, ReadsDecimalText) {
   const std::vector<std::pair<std::string, Integer>> texts{
       {"0", 0},

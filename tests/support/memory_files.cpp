@@ -12,6 +12,7 @@ class MemoryFile final : public File {
   MemoryFile(MemoryFiles& files, std::string path) : files_(files), path_(std::move(path)) {}
 
   std::string Read(std::uint64_t offset, std::size_t size) override {
+    if (files_.unreadable.contains(path_)) throw StationFailure(path_ + ": Input/output error");
     const std::string& content = files_.content[path_];
     return offset >= content.size() ? "" : content.substr(offset, size);
   }

@@ -19,9 +19,10 @@ class MemoryFiles final : public Files {
   [[nodiscard]] std::string TempPath(std::string_view name) override { return "/temp/" + std::string(name); }
 
   std::map<std::string, std::string> content;
-  /// Paths that cannot be deleted, opened, or written to once open.
+  /// Paths that cannot be deleted, opened, or, once open, read or written to.
   std::set<std::string> undeletable;
   std::set<std::string> unopenable;
+  std::set<std::string> unreadable;
   std::set<std::string> unwritable;
 };
 

@@ -24,10 +24,10 @@ TEST(SideTables, StartWithTheStationsOwnTargetsAndFirstValues) {
 }
 
 TEST(SideTables, PositionsRunFromGsmLevel5ToDcsLevel15) {
-  EXPECT_EQ(PositionOfGsmLevel(5), 0);
-  EXPECT_EQ(PositionOfGsmLevel(19), 14);
-  EXPECT_EQ(PositionOfDcsLevel(0), 15);
-  EXPECT_EQ(PositionOfDcsLevel(15), 30);
+  EXPECT_EQ(kGsmLevels.PositionOf(5), 0);
+  EXPECT_EQ(kGsmLevels.PositionOf(19), 14);
+  EXPECT_EQ(kDcsLevels.PositionOf(0), 15);
+  EXPECT_EQ(kDcsLevels.PositionOf(15), 30);
 }
 
 class SideTableFiles : public ::testing::Test {

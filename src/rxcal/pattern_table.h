@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string_view>
+
+#include "rxcal/pattern_state.h"
+
+namespace orvane {
+
+/// The same values in all three patterns: each band falls by 50 a level down to 50.
+void FillDefaultPatterns(PatternState& state);
+
+/// Takes over a pattern file: a line for each level, from the first on, with the values of the three patterns behind
+/// blanks or tabs. What a line lacks becomes empty; levels without a line keep their values; lines behind the last
+/// level are passed over.
+void TakePatterns(std::string_view content, PatternState& state);
+
+}  // namespace orvane
