@@ -1,15 +1,136 @@
 #include "console/orvane_main_layout.h"
 
 #include "console/orvane_main.h"
+#include "ramp/ramp_editor_layout.h"
 
 namespace orvane {
 
 using namespace lay;
 
+namespace {
+
+constexpr int kListCharacters = 14;
+
+Layout TargetSystem(OrvaneMain& panel) {
+  return Group(
+      panel.fraTargetSystem,
+      {Form({
+           Field(panel.lblComPort, {Of(panel.cboPort).Wide(kListCharacters)}),
+           Field(panel.lblTarget, {Of(panel.cboTarget).Wide(kListCharacters)}),
+           Field(panel.lblSyncDelay, {Spin(panel.txtSyncDelay, panel.updSyncDelay).Wide(9)}),
+       }),
+       Row({Of(panel.cmdTargetInitialize).Main(), Of(panel.cmdTargetReset), Of(panel.shpTargetOnOff), Space()})});
+}
+
+Layout Instrument(OrvaneMain& panel) {
+  return Group(panel.fraInstrument,
+               {Form({
+                    Field(panel.lblInstrumentList, {Of(panel.cboInstrumentList).Wide(kListCharacters)}),
+                    Field(panel.lblPrimaryAddress, {Of(panel.cboPrimaryAddress).Wide(kListCharacters)}),
+                    Field(panel.lblTimeOut, {Of(panel.cboTimeOut).Wide(kListCharacters)}),
+                }),
+                Row({Of(panel.cmdInstrumentInitialize), Of(panel.cmdInsturmentReset), Of(panel.shpInstrumentOnOff),
+                     Space()})});
+}
+
+Layout PowerSupply(OrvaneMain& panel) {
+  return Group(panel.Frame5, {Form({
+                                  Field("Voltage (V)", {Of(panel.txtPSVoltage), Of(panel.cmdPSVoltageSet)}),
+                                  Field("Voltage loss (V)", {Of(panel.txtVoltageLoss)}),
+                              }),
+                              Row({Of(panel.cmdPSInitialize), Of(panel.cmdPSReset), Space()})});
+}
+
+Layout SystemPage(OrvaneMain& panel) {
+  return Column({TargetSystem(panel), Instrument(panel), PowerSupply(panel), Space()});
+}
+
+/// A group of one line.
+Layout Line(Frame& frame, Parts parts) {
+  parts.push_back(Space());
+  return Group(frame, {Row(std::move(parts))});
+}
+
+Layout RxPage(OrvaneMain& panel) {
+  return Column({
+      Grid(2,
+           {
+               Line(panel.fraBeacon, {Text("ARFCN"), Of(panel.txtBeacon), Of(panel.cmdBeaconSet)}),
+               Line(panel.fraServing, {Text("ARFCN"), Of(panel.txtServing), Of(panel.cmdServingSet)}),
+               Line(panel.fraAGCValue, {Of(panel.txtAGCValue), Of(panel.cmdAGCValue), Of(panel.chkLNAOnOff)}),
+               Line(panel.fraAFCValue, {Of(panel.txtAFCValue), Of(panel.cmdAFCValueSet)}),
+               Line(panel.fraRxTargetRFMode, {Of(panel.cboRxTargetRFMode), Of(panel.RXTargetSet)}),
+               Line(panel.fraAGCPowerLevel, {Text("dBm"), Spin(panel.txtAGCPowerLevel, panel.updAGCPowerLevel),
+                                             Of(panel.cmdAGCPowerLevelSet)}),
+               Line(panel.fraFBTest, {Text("Frames"), Of(panel.txtFBFrame).Wide(5), Text("Mode"), Of(panel.cboFBMode),
+                                      Of(panel.cmdFBTest)}),
+               Line(panel.fraPMStart, {Text("Frames"), Of(panel.txtPMFrame).Wide(5), Of(panel.cmdPMStart)}),
+               Line(panel.fraAGCPM,
+                    {Text("PM"), Of(panel.txtAGCPM), Text("Deviation"), Of(panel.txtAGCPMStandardDeviation)}),
+           }),
+      Space(),
+  });
+}
+
+Layout TargetPowerLevel(OrvaneMain& panel) {
+  return Group(panel.fraTxLevel,
+               {
+                   Row({Of(panel.optTxLevelGSM), Of(panel.optTxLevelDCS), Space()}),
+                   Form({
+                       Field(panel.lblTxLevelIndex,
+                             {Spin(panel.txtTxLevelIndex, panel.updTxLevelIndex).Wide(5), Of(panel.Command4)}),
+                       Field(panel.lblPowerLevel,
+                             {Spin(panel.txtPowerLevel, panel.updPowerLevel).Wide(5), Of(panel.cmdPowerlevelSet)}),
+                   }),
+               });
+}
+
+Layout UplinkBurst(OrvaneMain& panel) {
+  return Group(panel.fraULTest, {
+                                    Form({
+                                        Field(panel.lblULPattern, {Of(panel.cboULPattern)}),
+                                        Field(panel.lblULSlot, {Of(panel.cboULSlot)}),
+                                    }),
+                                    Row({Space(), Of(panel.cmdULTest)}),
+                                });
+}
+
+Layout TxPage(OrvaneMain& panel) {
+  return Column({
+      Row({
+          TargetPowerLevel(panel),
+          UplinkBurst(panel),
+          Column({
+                     Line(panel.fraTxTargetRFMode, {Of(panel.cboTxTargetRFMode), Of(panel.TXTargetSet)}),
+                     Line(panel.fraAPCLoss,
+                          {Text("dB"), Spin(panel.txtAPCLoss, panel.updAPCLoss), Of(panel.cmdAPCLoss)}),
+                 })
+              .Stretched(),
+      }),
+      LayOut(panel.ramp).Stretched(),
+      Group("Ramp delay", {Row({Text("Up"), Of(panel.cboDELU), Text("Down"), Of(panel.cboDELD),
+                                Of(panel.cmdRampDelaySet), Space()})}),
+  });
+}
+
+Layout Console(OrvaneMain& panel) {
+  return Column({
+      Row({Of(panel.lblResults), Space(), Of(panel.cmdLogOn), Of(panel.cmdResultClear)}),
+      Of(panel.txtResults).Lines(20).FixedPitch().Stretched(),
+      Row({Of(panel.lblUserCommand), Of(panel.txtUserCommand).FixedPitch().Stretched()}),
+  });
+}
+
+}  // namespace
+
 Layout LayOut(OrvaneMain& panel) {
-  Parts all;
-  for (Control* control : panel.Controls()) all.push_back(Of(*control));
-  return Grid(4, std::move(all));
+  return Row({
+      Console(panel).Stretched(),
+      Column({
+          Tabs(panel.SSTab1, {SystemPage(panel), RxPage(panel), TxPage(panel)}).Stretched(),
+          Row({Of(panel.cmdAutoCal), Of(panel.Command1), Of(panel.Command2), Space(), Of(panel.cmdExit)}),
+      }),
+  });
 }
 
 }  // namespace orvane

@@ -6,13 +6,26 @@ namespace orvane {
 
 using namespace lay;
 
+namespace {
+
+/// A frame around the list that it captions.
+Layout Rows(Frame& frame, ListBox& list) {
+  return Group(frame, {Of(list).Wide(30).Lines(8).FixedPitch().Stretched()}).Stretched();
+}
+
+}  // namespace
+
 Layout LayOut(FrmAutoCalTxResult& panel) {
   return Column({
-      Row({Group(panel.fraCalResults, {Of(panel.listPeakPower).FixedPitch().Stretched()}).Stretched(),
-           Group(panel.fraPowerLevel, {Of(panel.listPowerLevel).FixedPitch().Stretched()}).Stretched()})
-          .Stretched(),
-      Row({Group(panel.fraCHANNELCAL, {Of(panel.listChanCalPeakPower).FixedPitch().Stretched()}).Stretched(),
-           Group(panel.fraChanCalPowerLevel, {Of(panel.listChanCalPowerLevel).FixedPitch().Stretched()}).Stretched()})
+      Row({
+              Column(
+                  {Rows(panel.fraCalResults, panel.listPeakPower), Rows(panel.fraPowerLevel, panel.listPowerLevel)})
+                  .Stretched(),
+              Column({Rows(panel.fraCHANNELCAL, panel.listChanCalPeakPower),
+                      Rows(panel.fraChanCalPowerLevel, panel.listChanCalPowerLevel)})
+                  .Stretched(),
+              View("channelCodes").Stretched(),
+          })
           .Stretched(),
       Row({Space(), Of(panel.cmdTxcalClose)}),
   });
@@ -20,14 +33,13 @@ Layout LayOut(FrmAutoCalTxResult& panel) {
 
 Layout LayOut(FrmAutoCalRxResult& panel) {
   return Column({
-      Row({Group(panel.fraRawRxResults, {Of(panel.lstRawRxResults).FixedPitch().Stretched()}).Stretched(),
-           Group(panel.fraConvertedRxResults, {Of(panel.lstConvertedRxResults).FixedPitch().Stretched()})
-               .Stretched()})
-          .Stretched(),
-      Row({Group(panel.fraRxChannelCompensation, {Of(panel.lstRxChannelCompensation).FixedPitch().Stretched()})
-               .Stretched(),
-           Group(panel.fraRxTemperatureCompensation, {Of(panel.lstRxCalChannelBands).FixedPitch().Stretched()})
-               .Stretched()})
+      Grid(2,
+           {
+               Rows(panel.fraRawRxResults, panel.lstRawRxResults),
+               Rows(panel.fraConvertedRxResults, panel.lstConvertedRxResults),
+               Rows(panel.fraRxChannelCompensation, panel.lstRxChannelCompensation),
+               Rows(panel.fraRxTemperatureCompensation, panel.lstRxCalChannelBands),
+           })
           .Stretched(),
       Row({Space(), Of(panel.cmdAutoCalRxResutlsClose)}),
   });

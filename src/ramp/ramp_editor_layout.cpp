@@ -1,0 +1,50 @@
+#include "ramp/ramp_editor_layout.h"
+
+#include "ramp/ramp_editor_face.h"
+
+namespace orvane {
+
+using namespace lay;
+
+namespace {
+
+constexpr int kBoxesInRow = 8;
+constexpr int kBoxCharacters = 3;
+
+/// One direction of the ramp: its sixteen boxes, each behind its number.
+Layout Shape(Frame& frame, ControlArray<Label>& numbers, ControlArray<TextBox>& boxes, ControlArray<UpDown>& spins) {
+  Parts fields;
+  for (std::size_t i = 0; i < boxes.size(); ++i) {
+    fields.push_back(Field(*numbers[i], {Spin(*boxes[i], *spins[i]).Wide(kBoxCharacters)}));
+  }
+  return Group(frame, {Grid(kBoxesInRow, std::move(fields))});
+}
+
+Layout Status(Frame& frame, Label& caption, TextBox& sum) {
+  return Group(frame, {Field(caption, {Of(sum).Wide(4)})});
+}
+
+}  // namespace
+
+Layout LayOut(RampEditorFace& editor) {
+  return Column({
+      Row({
+          Group(editor.fraRampTableIndex, {Row({Spin(editor.txtRampTableIndex, editor.updRampTableIndex).Wide(3),
+                                                Of(editor.lblRampIndex), Of(editor.cmdRampIndexset), Space()})})
+              .Stretched(),
+          Group(editor.fraRampStorageMode, {Row({Of(editor.optFile), Of(editor.optTarget), Of(editor.cmdRampLoad),
+                                                 Of(editor.cmdRampSave), Space()})})
+              .Stretched(),
+      }),
+      Shape(*editor.fraRampShapeTable[0], editor.lblUP, editor.txtUP, editor.updUP),
+      Shape(*editor.fraRampShapeTable[1], editor.lblDN, editor.txtDN, editor.updDN),
+      Row({
+          Status(editor.fraRampUpStatus, editor.lblRampUpStatus, editor.txtRampUpStatus),
+          Status(editor.fraRampDownStatus, editor.lblRampDownStatus, editor.txtRampDownStatus),
+          Group("Ramp to Target", {Row({Of(editor.setToTarget), Space()})}).Stretched(),
+      }),
+      View("rampShape").Stretched(),
+  });
+}
+
+}  // namespace orvane
