@@ -66,7 +66,7 @@ class XdrReader {
     if (!routine(&stream_, &*value)) return std::nullopt;
     return value;
   }
-  /// What was not read yet.
+  /// What has not been read yet.
   [[nodiscard]] std::string_view Rest();
 
  private:

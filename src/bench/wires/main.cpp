@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "bench/bench.h"
+#include "bench/wires/gateway.h"
 #include "bench/wires/instrument_server.h"
 #include "bench/wires/pseudo_terminal.h"
 
@@ -16,6 +17,8 @@ struct Places {
   std::string testSet = "0";
   std::string supply = "0";
   std::string load = "0";
+  std::string gateway = "0";
+  bool portmapper = false;
   std::string link;
 };
 
@@ -51,16 +54,27 @@ void Tell(const char* link, const LinkCounters& counters) {
             << counters.bytesOut << "\n";
 }
 
+/// As a gateway names them, by board and primary address; the test set also as the one instrument of a LAN.
+std::vector<GatewayDevice> DevicesOf(Bench& bench, const BenchOptions& options) {
+  const auto named = [](int primary) { return "gpib0," + std::to_string(primary); };
+  return {{{named(options.testSetAddress), "inst0"}, bench.testSet},
+          {{named(options.supplyAddress)}, bench.supply},
+          {{named(options.loadAddress)}, bench.load}};
+}
+
 void Run(const BenchOptions& options, const Places& places) {
   Reactor reactor;
   Bench bench(options);
   const InstrumentServer testSet(reactor, bench.testSet, places.testSet);
   const InstrumentServer supply(reactor, bench.supply, places.supply);
   const InstrumentServer load(reactor, bench.load, places.load);
+  const Gateway gateway(reactor, DevicesOf(bench, options), places.gateway);
+  std::optional<PortmapperEntry> entry;
+  if (places.portmapper) entry.emplace(gateway.Port());
   const PseudoTerminal target(reactor, bench.target);
   const Link link(places.link, target.Path());
   std::cout << "target " << target.Path() << "\ntestset " << testSet.Address() << "\nsupply " << supply.Address()
-            << "\nload " << load.Address() << "\nready" << std::endl;
+            << "\nload " << load.Address() << "\nvxi11 " << gateway.Address() << "\nready" << std::endl;
   reactor.Run();
   Tell("target", bench.target.Counters());
   Tell("testset", bench.testSet.Counters());
@@ -86,6 +100,8 @@ int main(int argc, char** argv) {
   app.add_option("--testset", places.testSet, "[HOST:]PORT of the test set; 0 is any free port");
   app.add_option("--supply", places.supply, "[HOST:]PORT of the supply");
   app.add_option("--load", places.load, "[HOST:]PORT of the load");
+  app.add_option("--vxi11", places.gateway, "[HOST:]PORT of the LAN gateway to all three");
+  app.add_flag("--portmapper", places.portmapper, "Enter the LAN gateway with this machine's portmapper");
   app.add_option("--target", places.link, "A name to make for the pseudo-terminal");
   bool list = false;
   app.add_flag("--list-faults", list, "Name the faults and end");
