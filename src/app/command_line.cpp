@@ -57,12 +57,13 @@ void Define(CLI::App& app, Options& options) {
               [&options, i](const std::string& text) { options.com[i] = text; })
         ->excludes(bench);
   }
-  AddParsed(app, "--gpib", "ROUTE",
-            "native, prologix:HOST[:PORT], prologix:/dev/NAME or vxi11:HOST: the way to the instruments [native]",
-            [&](const std::string& text) { options.gpib.bus = ParseBusRoute(text); })
+  AddParsed(
+      app, "--gpib", "ROUTE",
+      "native, prologix:HOST[:PORT], prologix:/dev/NAME or vxi11:HOST[:PORT]: the way to the instruments [native]",
+      [&](const std::string& text) { options.gpib.bus = ParseBusRoute(text); })
       ->excludes(bench);
   AddParsed(app, "--instrument", "ADDR=ROUTE",
-            "tcp:HOST:PORT or vxi11:HOST[,DEVICE]: the way to one instrument; may be repeated",
+            "tcp:HOST:PORT or vxi11:HOST[:PORT][,DEVICE]: the way to one instrument; may be repeated",
             [&](const std::string& text) { TakeInstrument(options, text); })
       ->expected(1, CLI::detail::expected_max_vector_size)
       ->allow_extra_args(false)

@@ -46,17 +46,28 @@ std::size_t PortColon(std::string_view text) {
              : colon;
 }
 
+/// `HOST`, `HOST:PORT`
+std::pair<std::string, std::optional<int>> HostAndPort(std::string_view text) {
+  const auto colon = PortColon(text);
+  std::string host = HostOf(text.substr(0, colon));
+  if (colon == std::string_view::npos) return {std::move(host), std::nullopt};
+  return {std::move(host), PortOf(text.substr(colon + 1))};
+}
+
 }  // namespace
 
 BusRoute ParseBusRoute(const std::string& text) {
   std::string_view rest = text;
   if (rest == "native") return NativeRoute{};
-  if (TakePrefix(rest, "vxi11:")) return GatewayRoute{HostOf(rest)};
+  if (TakePrefix(rest, "vxi11:")) {
+    const auto [host, port] = HostAndPort(rest);
+    return GatewayRoute{host, port};
+  }
   if (!TakePrefix(rest, "prologix:")) throw OptionFault("\"" + text + "\" is no route");
   if (rest.starts_with('/')) return PrologixSerialRoute{std::string(rest)};
-  const auto colon = PortColon(rest);
-  PrologixTcpRoute route{HostOf(rest.substr(0, colon))};
-  if (colon != std::string_view::npos) route.port = PortOf(rest.substr(colon + 1));
+  const auto [host, port] = HostAndPort(rest);
+  PrologixTcpRoute route{host};
+  if (port) route.port = *port;
   return route;
 }
 
@@ -75,7 +86,8 @@ std::pair<int, InstrumentRoute> ParseInstrumentRoute(const std::string& text) {
   }
   if (!TakePrefix(rest, "vxi11:")) throw OptionFault("\"" + std::string(rest) + "\" is no route");
   const auto comma = rest.find(',');
-  Vxi11Route route{HostOf(rest.substr(0, comma))};
+  const auto [host, port] = HostAndPort(rest.substr(0, comma));
+  Vxi11Route route{host, port};
   if (comma != std::string_view::npos) route.device = rest.substr(comma + 1);
   if (route.device.empty()) throw OptionFault("a device is missing");
   return {*address, route};

@@ -13,10 +13,10 @@ class OptionFault : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// `native`, `prologix:HOST[:PORT]`, `prologix:/dev/NAME`, `vxi11:HOST`. @throws OptionFault
+/// `native`, `prologix:HOST[:PORT]`, `prologix:/dev/NAME`, `vxi11:HOST[:PORT]`. @throws OptionFault
 [[nodiscard]] BusRoute ParseBusRoute(const std::string& text);
 
-/// `ADDR=tcp:HOST:PORT`, `ADDR=vxi11:HOST[,DEVICE]`, with a primary address 0..30. @throws OptionFault
+/// `ADDR=tcp:HOST:PORT`, `ADDR=vxi11:HOST[:PORT][,DEVICE]`, with a primary address 0..30. @throws OptionFault
 [[nodiscard]] std::pair<int, InstrumentRoute> ParseInstrumentRoute(const std::string& text);
 
 }  // namespace orvane

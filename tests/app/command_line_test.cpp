@@ -67,18 +67,20 @@ TEST(CommandLine, TakesRoutesToTheBusAndToSingleInstruments) {
       {"prologix:/dev/ttyUSB0", "prologix:/dev/ttyUSB0"},
       {"prologix:[fe80::1]", "prologix:fe80::1:1234"},
       {"vxi11:gateway", "vxi11:gateway"},
+      {"vxi11:10.0.0.8:5000", "vxi11:10.0.0.8:5000"},
   };
   for (const auto& [text, route] : buses) {
     EXPECT_EQ(RouteText(Accepted({"--gpib", text}).gpib.bus), route) << text;
   }
   const auto instruments =
       Accepted({"--instrument", "1=tcp:bench7:5025", "--instrument", "2=vxi11:psu", "--instrument=0=vxi11:a,inst1",
-                "--instrument", "30=tcp:[::1]:5026", "--headless"})
+                "--instrument", "5=vxi11:b:5000,gpib0,5", "--instrument", "30=tcp:[::1]:5026", "--headless"})
           .gpib.instruments;
-  ASSERT_EQ(instruments.size(), 4U);
+  ASSERT_EQ(instruments.size(), 5U);
   EXPECT_EQ(RouteText(instruments.at(1)), "tcp:bench7:5025");
   EXPECT_EQ(RouteText(instruments.at(2)), "vxi11:psu,inst0");
   EXPECT_EQ(RouteText(instruments.at(0)), "vxi11:a,inst1");
+  EXPECT_EQ(RouteText(instruments.at(5)), "vxi11:b:5000,gpib0,5");
   EXPECT_EQ(std::get<TcpRoute>(instruments.at(30)).host, "::1");
 }
 
@@ -107,6 +109,7 @@ TEST(CommandLine, ABadOptionIsOneLineThatNamesItAndItsFault) {
       {{"--gpib", "prologix:host:0"}, "--gpib", "port"},
       {{"--gpib", "prologix:host:99999"}, "--gpib", "port"},
       {{"--gpib", "vxi11:"}, "--gpib", "host"},
+      {{"--gpib", "vxi11:h:x"}, "--gpib", "port"},
       {{"--instrument", "1"}, "--instrument", "="},
       {{"--instrument", "31=tcp:h:1"}, "--instrument", "primary address"},
       {{"--instrument", "-1=tcp:h:1"}, "--instrument", "primary address"},
@@ -115,6 +118,7 @@ TEST(CommandLine, ABadOptionIsOneLineThatNamesItAndItsFault) {
       {{"--instrument", "1=tcp::5025"}, "--instrument", "host"},
       {{"--instrument", "1=tcp:h:5025x"}, "--instrument", "port"},
       {{"--instrument", "1=usb:h"}, "--instrument", "no route"},
+      {{"--instrument", "1=vxi11:h:0"}, "--instrument", "port"},
       {{"--instrument", "1=vxi11:h,"}, "--instrument", "device"},
       {{"--instrument", "1=tcp:h:1", "--instrument", "1=tcp:h:2"}, "--instrument", "already"},
       {{"--automation", "tcp"}, "--automation", "tcp"},

@@ -21,6 +21,12 @@ std::string SpanText(TimePoint span) {
 
 Deadline::Deadline(TimePoint span) : span_(span), at_(Clock::now() + std::max(span, kShortest)) {}
 
+Deadline Deadline::LaterBy(TimePoint moment) const {
+  Deadline later = *this;
+  later.at_ += moment;
+  return later;
+}
+
 TimePoint Deadline::Left() const { return std::max<TimePoint>(at_ - Clock::now(), TimePoint::zero()); }
 
 int Deadline::LeftMs() const {

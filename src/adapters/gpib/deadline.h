@@ -16,6 +16,7 @@ class Deadline {
  public:
   explicit Deadline(TimePoint span);
 
+  [[nodiscard]] TimePoint Span() const { return span_; }
   /// The span that was given, in words.
   [[nodiscard]] std::string Text() const { return SpanText(span_); }
   [[nodiscard]] bool Passed() const { return Left() == TimePoint::zero(); }
@@ -25,6 +26,8 @@ class Deadline {
   [[nodiscard]] int LeftMs() const;
   /// This moment, or the one `limit` from now when that is sooner.
   [[nodiscard]] Deadline Within(TimePoint limit) const { return limit < Left() ? Deadline(limit) : *this; }
+  /// The same span and words, over a moment later.
+  [[nodiscard]] Deadline LaterBy(TimePoint moment) const;
 
  private:
   TimePoint span_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <variant>
 
@@ -19,9 +20,11 @@ struct PrologixTcpRoute {
 struct PrologixSerialRoute {
   std::string device;
 };
-/// A LAN/GPIB gateway; the instrument at address N is its device `gpib0,N`.
+/// A LAN/GPIB gateway; the instrument at address N is its device `gpib0,N`, behind a secondary address 96 + S its
+/// device `gpib0,N,S`. Without a port the host's portmapper is asked.
 struct GatewayRoute {
   std::string host;
+  std::optional<int> port = {};
 };
 /// The way to every instrument that has none of its own.
 using BusRoute = std::variant<NativeRoute, PrologixTcpRoute, PrologixSerialRoute, GatewayRoute>;
@@ -31,9 +34,10 @@ struct TcpRoute {
   std::string host;
   int port = 0;
 };
-/// VXI-11.
+/// VXI-11. Without a port the host's portmapper is asked.
 struct Vxi11Route {
   std::string host;
+  std::optional<int> port = {};
   std::string device = "inst0";
 };
 /// The way to one instrument.
