@@ -10,6 +10,8 @@
 #include "stand_in/gpib_stand_in.h"
 
 #include <netdb.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -176,6 +178,9 @@ bool Reach(Instrument& instrument) {
   instrument.socket = ::socket(found->ai_family, SOCK_STREAM | SOCK_CLOEXEC, 0);
   const bool connected = ::connect(instrument.socket, found->ai_addr, found->ai_addrlen) == 0;
   ::freeaddrinfo(found);
+  // A write on the bus is over when the instrument has taken the message: none may wait for company.
+  const int on = 1;
+  ::setsockopt(instrument.socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
   if (!connected) HangUp(instrument);
   return connected;
 }

@@ -1,0 +1,129 @@
+// The station on the system's GPIB library, for which a stand-in is found first: it reaches the bench on wires.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "program/programs.h"
+
+namespace orvane::test {
+namespace {
+
+using testing::HasSubstr;
+
+/// What the programs started meanwhile find in their environment.
+class Variable {
+ public:
+  Variable(const char* name, const std::string& value) : name_(name) { ::setenv(name, value.c_str(), 1); }
+  Variable(const Variable&) = delete;
+  Variable& operator=(const Variable&) = delete;
+  ~Variable() { ::unsetenv(name_); }
+
+ private:
+  const char* name_;
+};
+
+/// The folder in which the system's library is found first.
+Variable LibraryIn(const std::string& folder) { return {"LD_LIBRARY_PATH", folder}; }
+
+Variable Instruments(const WiredBench& bench) {
+  return {"GPIB_STAND_IN",
+          "1=" + bench.Place("testset") + " 2=" + bench.Place("supply") + " 5=" + bench.Place("load")};
+}
+
+Variable Faults(const std::string& faults) { return {"GPIB_STAND_IN_FAULTS", faults}; }
+
+TEST(NativeRoute, AWholeRoadEndsAsOnTheEmbeddedBenchToTheByte) {
+  const TempFolder wired;
+  const TempFolder embedded;
+  const WiredBench bench({"--seed", "42", "--store", wired.Path().string()});
+  const auto library = LibraryIn(GPIB_STAND_IN_FOLDER);
+  const auto instruments = Instruments(bench);
+  const auto ends = InitializeOnEach({{"--com1", bench.Place("target"), "--gpib", "native"},
+                                      {"--bench", "virtual:seed=42,store=" + embedded.Path().string()}});
+  for (const auto& end : ends) {
+    EXPECT_EQ(end.status, 0) << end.output;
+    EXPECT_EQ(end.errors, "");
+    EXPECT_THAT(end.output, HasSubstr(" PASS\n"));
+  }
+  EXPECT_EQ(ContentOf(wired / "eeprom.bin").size(), 1816U);
+  for (const char* memory : {"eeprom.bin", "flash100.txt"}) {
+    EXPECT_TRUE(ContentOf(wired / memory) == ContentOf(embedded / memory)) << memory;
+  }
+}
+
+TEST(NativeRoute, AFaultOfTheUnitIsItsVerdict) {
+  const WiredBench bench({"--fault", "battery"});
+  const auto library = LibraryIn(GPIB_STAND_IN_FOLDER);
+  const auto instruments = Instruments(bench);
+  const auto end = RunOrvane({"--initialize", "--com1", bench.Place("target")});
+  EXPECT_EQ(end.status, 1) << end.output;
+  EXPECT_EQ(end.errors, "Warning: Battery Calibration ERROR. -> OK\n");
+}
+
+TEST(NativeRoute, WithoutAUsableLibraryEachInitializeSaysSoAndTheRunEndsWithoutInstruments) {
+  const TempFolder folder;
+  Fill(folder / "libgpib.so.0", "");
+  const std::pair<std::string, std::string> rows[] = {
+      {folder.Path().string(), "the system's GPIB library cannot be loaded: "},
+      {GPIB_STAND_IN_LACKING_FOLDER, "the system's GPIB library libgpib.so.0 lacks ibclr, which the station needs."},
+  };
+  for (const auto& [place, what] : rows) {
+    const WiredBench bench;
+    const auto library = LibraryIn(place);
+    const auto end = RunOrvane({"--initialize", "--com1", bench.Place("target")});
+    EXPECT_EQ(end.status, 2);
+    EXPECT_THAT(end.errors, testing::StartsWith("ORVANE: Instrument at address 1, route native: " + what));
+    EXPECT_THAT(end.errors, HasSubstr("ibsta = &H8000, iberr = 2 -> OK\n"));
+    EXPECT_THAT(end.errors, HasSubstr("Error: Unable to open device / ibsta = &H8000 / iberr = 2 -> OK\n"));
+    EXPECT_THAT(end.errors, HasSubstr("receive: The test set was not initialized.\n"));
+  }
+}
+
+TEST(NativeRoute, AnInstrumentThatIsSwitchedOnLaterIsFoundByTheNextInitialize) {
+  const std::string place = OwnLoopbackAddress() + ":5025";
+  const auto library = LibraryIn(GPIB_STAND_IN_FOLDER);
+  const Variable instruments("GPIB_STAND_IN", "2=" + place);
+  Station station(Arguments{});
+  station.Click("OrvaneMain.cmdPSInitialize");
+  EXPECT_EQ(station.Await("box")["text"], "Unable to open device\ribsta = &H8000\riberr = 2");
+  EXPECT_EQ(station.State("PSReady"), false);
+  EXPECT_THAT(
+      std::string(station.Get("OrvaneMain.txtResults")["text"]),
+      HasSubstr("Instrument at address 2, route native: the message was not sent (ibwrt: ibsta &H8100, iberr 2 "
+                "(nobody listens)).\r\n"));
+
+  const WiredBench bench({"--supply", place});
+  station.Click("OrvaneMain.cmdPSInitialize");
+  EXPECT_EQ(station.State("PSReady"), true);
+  EXPECT_EQ(station.Heard("box").size(), 1U);
+}
+
+TEST(NativeRoute, AfterATimeOutTheNextInitializeReadsItsOwnReply) {
+  const WiredBench bench;
+  const TempFolder folder;
+  const auto library = LibraryIn(GPIB_STAND_IN_FOLDER);
+  const auto instruments = Instruments(bench);
+  // The station has greeted the test set once by itself when the operator comes.
+  const auto faults = Faults("ibrd/1@2=C000:6");
+  const Variable journal("GPIB_STAND_IN_JOURNAL", folder / "calls");
+  Station station(Arguments{});
+  station.Set("OrvaneMain.cboTimeOut", "select", "3s");
+  EXPECT_EQ(station.Click("OrvaneMain.cmdInstrumentInitialize")["error"]["code"], -32005);
+  EXPECT_EQ(
+      station.Await("failure")["text"],
+      "Instrument at address 1, route native: no reply within 3 s (ibrd: ibsta &HC100, iberr 6 (the transfer was "
+      "aborted)).\r\nibsta = &HC000, iberr = 6");
+  EXPECT_EQ(station.State("TestSetReady"), false);
+
+  EXPECT_EQ(station.Click("OrvaneMain.cmdInstrumentInitialize")["result"], Json::object());
+  EXPECT_EQ(station.State("TestSetReady"), true);
+  station.Click("OrvaneMain.cmdInsturmentReset");
+  EXPECT_THAT(ContentOf(folder / "calls"),
+              testing::EndsWith("ibdev 0 1 0 12 1 0\nibwrt 1 *IDN?\nibrd 1 1000\nibtmo 1 11\nibclr 1\n"
+                                "ibonl 1 0\nibdev 0 1 0 12 1 0\nibwrt 1 *IDN?\nibrd 1 1000\n"
+                                "ibwrt 1 RFAN:CONT:AUTO OFF\nibwrt 1 *RST\nibloc 1\nibonl 1 0\n"));
+}
+
+}  // namespace
+}  // namespace orvane::test
