@@ -5,7 +5,7 @@ set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev libcli11-dev nlohmann-json3-dev
-                libgtest-dev libgmock-dev libbenchmark-dev rpcsvc-proto libtirpc-dev)
+                libgtest-dev libgmock-dev libbenchmark-dev rpcsvc-proto libtirpc-dev qt6-svg-dev fonts-nanum)
 
 install_missing() {
   local missing=() package

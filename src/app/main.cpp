@@ -1,58 +1,34 @@
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
-#include <clocale>
-#include <csignal>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
 #include <iostream>
 
-#include "app/command_line.h"
-#include "app/program.h"
-#include "app/route_text.h"
+#include "app/program_main.h"
 
 namespace {
 
-/// A standard stream that the caller left closed would be the next thing opened, a serial line among them, and what
-/// this program prints would go there.
-void OpenClosedStandardStreams() {
-  int descriptor = 0;
-  while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = ::open("/dev/null", O_RDWR);
-  if (descriptor >= 0) ::close(descriptor);
-}
+constexpr int kNoWindows = 69;  // EX_UNAVAILABLE of sysexits.h.
 
-int RunWith(const orvane::Options& options) {
-  try {
-    orvane::Program program(options);
-    return program.Run();
-  } catch (const orvane::OptionFault& fault) {
-    std::cerr << "orvane: " << fault.what() << std::endl;
-  } catch (const orvane::bench::BenchOptionError& fault) {
-    std::cerr << "orvane: --bench: " << fault.what() << std::endl;
-  }
-  return orvane::kBadOptions;
+/// The program with windows lies beside this one. This one links no widget library, so that a bench without a screen
+/// needs none.
+int BecomeWindows(char** argv) {
+  std::error_code unknown;
+  const auto self = std::filesystem::read_symlink("/proc/self/exe", unknown);
+  const std::string windows = (self.parent_path() / "orvane-windows").string();
+  ::execv(windows.c_str(), argv);
+  std::cerr << "orvane: no windows: " << windows << ": " << std::strerror(errno)
+            << ". With --headless it runs without them." << std::endl;
+  return kNoWindows;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  OpenClosedStandardStreams();
-  // A peer that has gone and a disk that is full are failures of the write that meets them, not the program's end.
-  (void)std::signal(SIGPIPE, SIG_IGN);
-  (void)std::signal(SIGXFSZ, SIG_IGN);
-
-  const auto parsed = orvane::ParseCommandLine(argc, argv);
-  if (const auto* end = std::get_if<orvane::EndAtOnce>(&parsed)) {
-    (end->status == 0 ? std::cout : std::cerr) << end->text << (end->status == 0 ? "" : "\n") << std::flush;
-    return end->status;
-  }
-
-  const QCoreApplication application(argc, argv);
-  // The toolkit takes up the user's locale; the station's numbers have a point in every country.
-  (void)std::setlocale(LC_NUMERIC, "C");
-  const auto& options = std::get<orvane::Options>(parsed);
-  if (!options.headless) {
-    std::cerr << "orvane: --headless is missing: this build has no windows." << std::endl;
-    return orvane::kBadOptions;
-  }
-  return RunWith(options);
+  orvane::Screen screen;
+  screen.application = [](int& count, char** words) { return std::make_unique<QCoreApplication>(count, words); };
+  screen.elsewhere = &BecomeWindows;
+  return orvane::RunProgram(argc, argv, screen);
 }

@@ -1,6 +1,7 @@
 #include "platform/operator.h"
 
 #include "base/text.h"
+#include "platform/panel.h"
 
 namespace orvane {
 namespace {
@@ -56,9 +57,19 @@ Operator::Outcome Operator::Type(ComboBox& combo, std::string_view text) {
 }
 
 Operator::Outcome Operator::Key(TextBox& box, char32_t key) {
+  return Key(box, key, [&] { return After(box.Text(), key); });
+}
+
+Operator::Outcome Operator::Key(TextBox& box, char32_t key, const std::function<std::string()>& effect) {
   return Act(box, [&] {
-    if (box.onKeyPress) box.onKeyPress(key);
-    box.SetText(After(box.Text(), key));
+    if (key != 0 && box.onKeyPress) box.onKeyPress(key);
+    box.SetText(effect());
+  });
+}
+
+Operator::Outcome Operator::Leave(TextBox& box) {
+  return nest_.Run([&] {
+    if (box.onLostFocus) box.onLostFocus();
   });
 }
 
@@ -76,6 +87,10 @@ Operator::Outcome Operator::Move(UpDown& upDown, Long value) {
 
 Operator::Outcome Operator::Step(UpDown& upDown, int steps) {
   return Act(upDown, [&] { upDown.StepBy(steps); });
+}
+
+Operator::Outcome Operator::Close(Panel& panel) {
+  return nest_.Run([&] { panel.Close(); });
 }
 
 }  // namespace orvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -36,10 +37,17 @@ class Operator {
   Outcome Type(ComboBox& combo, std::string_view text);
   /// One key: a character, 13 for Enter, 8 for backspace.
   Outcome Key(TextBox& box, char32_t key);
+  /// A key whose own effect the window brings about, at any place of the box: `effect` runs behind the key press and
+  /// returns the text that it left. A key without character, 0, raises no key press.
+  Outcome Key(TextBox& box, char32_t key, const std::function<std::string()>& effect);
   Outcome Key(ComboBox& combo, char32_t key);
+  /// The focus leaves the box, which may be disabled by then.
+  Outcome Leave(TextBox& box);
   Outcome Pick(ComboBox& combo, std::size_t index);
   Outcome Move(UpDown& upDown, Long value);
   Outcome Step(UpDown& upDown, int steps);
+  /// The close button of the panel's window.
+  Outcome Close(Panel& panel);
 
  private:
   Outcome Act(const Control& control, const std::function<void()>& act);

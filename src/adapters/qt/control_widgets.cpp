@@ -1,0 +1,133 @@
+#include "adapters/qt/control_widgets.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QSvgWidget>
+
+#include "adapters/qt/choice_widgets.h"
+#include "adapters/qt/entry_line.h"
+#include "adapters/qt/entry_text.h"
+#include "adapters/qt/lamp_widget.h"
+#include "adapters/qt/list_widget.h"
+#include "adapters/qt/up_down_widget.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kDefaultCharacters = 7;
+
+void SetCharacters(QWidget& widget, int characters, int besides) {
+  widget.setFixedWidth(widget.fontMetrics().horizontalAdvance(u'0') * characters + besides);
+}
+
+QWidget* MakeText(TextBox& box, const Layout& place, Hands& hands, QWidget* parent) {
+  if (place.lines == 0) {
+    auto* line = new EntryLine(box, hands, parent);
+    if (place.fixedPitch) line->setFont(FixedPitchFont());
+    if (place.stretch == 0) SetCharacters(*line, place.size == 0 ? kDefaultCharacters : place.size, 14);
+    return line;
+  }
+  auto* text = new EntryText(box, hands, parent);
+  if (place.fixedPitch) text->setFont(FixedPitchFont());
+  text->setMinimumHeight(text->fontMetrics().lineSpacing() * place.lines + 12);
+  if (place.size > 0) text->setMinimumWidth(text->fontMetrics().horizontalAdvance(u'0') * place.size + 30);
+  return text;
+}
+
+QWidget* MakeComboBox(ComboBox& combo, const Layout& place, Hands& hands, QWidget* parent) {
+  auto* widget = MakeCombo(combo, hands, parent);
+  if (place.size > 0) SetCharacters(*widget, place.size, 36);
+  return widget;
+}
+
+QWidget* MakeListBox(ListBox& list, const Layout& place, Hands& hands, QWidget* parent) {
+  auto* widget = MakeList(list, hands, parent);
+  if (place.fixedPitch) widget->setFont(FixedPitchFont());
+  if (place.size > 0) widget->setMinimumWidth(widget->fontMetrics().horizontalAdvance(u'0') * place.size + 30);
+  if (place.lines > 0) widget->setMinimumHeight(widget->fontMetrics().lineSpacing() * place.lines + 8);
+  return widget;
+}
+
+/// A caption as it is read: a doubled "&" is one, and no letter is marked.
+QString ReadCaption(const CaptionedControl& control) { return ToQt(control.Caption()).replace("&&", "&"); }
+
+QWidget* MakeLabel(Label& label, QWidget* parent) {
+  auto* widget = new QLabel(parent);
+  widget->setTextFormat(Qt::PlainText);
+  Follow(label, *widget, [&label, widget] { widget->setText(ReadCaption(label)); });
+  return widget;
+}
+
+QWidget* MakeFrame(Frame& frame, QWidget* parent) {
+  auto* widget = new QGroupBox(parent);
+  Follow(frame, *widget, [&frame, widget] { widget->setTitle(ToQt(frame.Caption())); });
+  return widget;
+}
+
+QWidget* MakeProgress(ProgressBar& progress, QWidget* parent) {
+  auto* widget = new QProgressBar(parent);
+  Follow(progress, *widget, [&progress, widget] {
+    widget->setRange(0, std::max<Long>(progress.Max(), 1));
+    widget->setValue(progress.Value());
+  });
+  return widget;
+}
+
+QWidget* MakeTabs(TabControl& tabs, Hands& hands, QWidget* parent) {
+  auto* widget = new QTabWidget(parent);
+  const auto showPage = [&tabs, widget] {
+    const QSignalBlocker quiet(widget);
+    widget->setCurrentIndex(tabs.Selected());
+  };
+  Follow(tabs, *widget, showPage);
+  QObject::connect(widget, &QTabWidget::currentChanged, widget, [&tabs, &hands, showPage](int page) {
+    hands.Do([&tabs, page](Operator&) { tabs.Select(page); }, showPage);
+  });
+  return widget;
+}
+
+QWidget* MakePicture(Image& image, QWidget* parent) {
+  auto* widget = new QSvgWidget(":/pictures/" + ToQt(image.Picture()) + ".svg", parent);
+  widget->setMinimumSize(320, 320);
+  Follow(image, *widget, {});
+  return widget;
+}
+
+}  // namespace
+
+QWidget* MakeWidget(const Layout& place, WindowContext& context, QWidget* parent) {
+  Control& control = *place.control;
+  Hands& hands = context.hands;
+  switch (control.Kind()) {
+    case ControlKind::Button:
+      return MakeButton(static_cast<Button&>(control), hands, context.letters, parent);
+    case ControlKind::Text:
+      return MakeText(static_cast<TextBox&>(control), place, hands, parent);
+    case ControlKind::Combo:
+      return MakeComboBox(static_cast<ComboBox&>(control), place, hands, parent);
+    case ControlKind::List:
+      return MakeListBox(static_cast<ListBox&>(control), place, hands, parent);
+    case ControlKind::Option:
+      return MakeOption(static_cast<OptionButton&>(control), hands, context.letters, parent);
+    case ControlKind::Check:
+      return MakeCheckBox(static_cast<CheckBox&>(control), hands, context.letters, parent);
+    case ControlKind::Label:
+      return MakeLabel(static_cast<Label&>(control), parent);
+    case ControlKind::Frame:
+      return MakeFrame(static_cast<Frame&>(control), parent);
+    case ControlKind::UpDown:
+      return MakeUpDown(static_cast<UpDown&>(control), hands, nullptr, parent);
+    case ControlKind::Lamp:
+      return MakeLamp(static_cast<Lamp&>(control), parent);
+    case ControlKind::Progress:
+      return MakeProgress(static_cast<ProgressBar&>(control), parent);
+    case ControlKind::Tab:
+      return MakeTabs(static_cast<TabControl&>(control), hands, parent);
+    case ControlKind::Image:
+      return MakePicture(static_cast<Image&>(control), parent);
+  }
+  return nullptr;
+}
+
+}  // namespace orvane

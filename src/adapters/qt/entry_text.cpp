@@ -1,0 +1,106 @@
+#include "adapters/qt/entry_text.h"
+
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <memory>
+
+#include "adapters/qt/appearance.h"
+#include "adapters/qt/entry_line.h"
+#include "base/text.h"
+
+namespace orvane {
+namespace {
+
+QString WithPlainLineEnds(std::string_view text) {
+  QString plain = ToQt(text);
+  plain.remove(u'\r');
+  return plain;
+}
+
+}  // namespace
+
+EntryText::EntryText(TextBox& box, Hands& hands, QWidget* parent) : QPlainTextEdit(parent), box_(box), hands_(hands) {
+  setUndoRedoEnabled(false);
+  setTabChangesFocus(true);
+  Follow(box, *this, [this] { ShowText(); });
+  box.appended.Connect([this](std::string_view text) { ShowAppended(text); });
+}
+
+template <class Change>
+void EntryText::KeepingEnd(Change change) {
+  QScrollBar& bar = *verticalScrollBar();
+  const bool atEnd = bar.value() == bar.maximum();
+  change();
+  if (atEnd) bar.setValue(bar.maximum());
+}
+
+void EntryText::ShowAppended(std::string_view text) {
+  KeepingEnd([&] {
+    QTextCursor end(document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(WithPlainLineEnds(text));
+  });
+  shown_ += text;
+}
+
+bool EntryText::DropShownFront(std::size_t bytes) {
+  const bool splitsLineEnd = bytes > 0 && bytes < shown_.size() && shown_[bytes - 1] == '\r' && shown_[bytes] == '\n';
+  if (splitsLineEnd) return false;
+  KeepingEnd([&] {
+    QTextCursor front(document());
+    const auto length = WithPlainLineEnds(std::string_view(shown_).substr(0, bytes)).size();
+    front.setPosition(static_cast<int>(length), QTextCursor::KeepAnchor);
+    front.removeSelectedText();
+  });
+  shown_.erase(0, bytes);
+  return true;
+}
+
+void EntryText::ShowText() {
+  const std::string& wanted = box_.Text();
+  if (takingEdit_ || wanted == shown_) return;
+  // A console at its limit loses its front.
+  if (!wanted.empty() && shown_.ends_with(wanted) && DropShownFront(shown_.size() - wanted.size())) return;
+  KeepingEnd([&] { setPlainText(WithPlainLineEnds(wanted)); });
+  shown_ = wanted;
+}
+
+std::string EntryText::Edited() const { return WithStandardLineEnds(toPlainText().toStdString()); }
+
+void EntryText::TakeEffect(const std::function<void()>& effect, char32_t key) {
+  hands_.Do(
+      [this, effect, key](Operator& hand) {
+        hand.Key(box_, key, [&] {
+          takingEdit_ = true;
+          const int revision = document()->revision();
+          effect();
+          takingEdit_ = false;
+          if (document()->revision() != revision) shown_ = Edited();
+          return shown_;
+        });
+      },
+      [this] { ShowText(); });
+}
+
+void EntryText::keyPressEvent(QKeyEvent* event) {
+  const std::shared_ptr<QKeyEvent> key(event->clone());
+  TakeEffect([this, key] { QPlainTextEdit::keyPressEvent(key.get()); }, CharacterOf(*event));
+  event->accept();
+}
+
+void EntryText::insertFromMimeData(const QMimeData* source) {
+  if (takingEdit_) {
+    QPlainTextEdit::insertFromMimeData(source);
+  } else {
+    TakeEffect([this, text = source->text()] { insertPlainText(text); }, 0);
+  }
+}
+
+void EntryText::mouseReleaseEvent(QMouseEvent* event) {
+  QPlainTextEdit::mouseReleaseEvent(event);
+  if (box_.onClick) hands_.Do([this](Operator& hand) { hand.Click(box_); });
+}
+
+}  // namespace orvane

@@ -1,0 +1,192 @@
+#include "adapters/qt/layout_builder.h"
+
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+
+#include "adapters/qt/up_down_widget.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kMargin = 8;
+constexpr int kSpacing = 6;
+constexpr int kLargePoints = 28;
+
+template <class BoxLayout>
+BoxLayout* Bare(BoxLayout* layout) {
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(kSpacing);
+  return layout;
+}
+
+class Builder {
+ public:
+  Builder(WindowContext& context, const ViewMaker& views) : context_(context), views_(views) {}
+
+  void Place(const Layout& part, QBoxLayout& into, QWidget* parent);
+  void ChainTabs() const {
+    for (std::size_t i = 1; i < focusable_.size(); ++i) QWidget::setTabOrder(focusable_[i - 1], focusable_[i]);
+  }
+
+ private:
+  QWidget* Single(const Layout& part, QWidget* parent);
+  void PlaceControl(const Layout& place, QBoxLayout& into, QWidget* parent);
+  void PlaceGrid(const Layout& layout, QGridLayout& grid, QWidget* parent);
+  void PlaceView(const Layout& place, QBoxLayout& into, QWidget* parent);
+  template <class Inner>
+  [[nodiscard]] Inner& Nested(const Layout& part, QBoxLayout& into);
+  void PlaceAll(const Layout& layout, QBoxLayout& into, QWidget* parent);
+  void PlaceForm(const Layout& form, QGridLayout& grid, QWidget* parent);
+  void PlaceGroup(const Layout& group, QBoxLayout& into, QWidget* parent);
+  void PlaceTabs(const Layout& tabs, QBoxLayout& into, QWidget* parent);
+  QWidget* Caption(const Layout& field, QWidget* parent);
+
+  WindowContext& context_;
+  const ViewMaker& views_;
+  std::vector<QWidget*> focusable_;
+};
+
+QWidget* Builder::Single(const Layout& part, QWidget* parent) {
+  QWidget* widget = MakeWidget(part, context_, parent);
+  if (part.large || part.main) {
+    QFont font = widget->font();
+    if (part.large) font.setPointSize(kLargePoints);
+    font.setBold(true);
+    widget->setFont(font);
+  }
+  if (widget->focusPolicy() != Qt::NoFocus) focusable_.push_back(widget);
+  return widget;
+}
+
+void Builder::PlaceAll(const Layout& layout, QBoxLayout& into, QWidget* parent) {
+  for (const Layout& part : layout.parts) Place(part, into, parent);
+}
+
+QWidget* Builder::Caption(const Layout& field, QWidget* parent) {
+  if (field.control != nullptr) return Single(Layout{.control = field.control}, parent);
+  return new QLabel(ToQt(field.text), parent);
+}
+
+void Builder::PlaceForm(const Layout& form, QGridLayout& grid, QWidget* parent) {
+  for (int row = 0; const Layout& field : form.parts) {
+    auto* cell = Bare(new QHBoxLayout);
+    if (field.kind == Layout::Kind::Field) {
+      grid.addWidget(Caption(field, parent), row, 0, Qt::AlignRight | Qt::AlignVCenter);
+      PlaceAll(field, *cell, parent);
+    } else {
+      Place(field, *cell, parent);
+    }
+    cell->addStretch();
+    grid.addLayout(cell, row++, 1);
+  }
+  grid.setColumnStretch(1, 1);
+}
+
+void Builder::PlaceGroup(const Layout& group, QBoxLayout& into, QWidget* parent) {
+  QWidget* frame = group.control != nullptr ? MakeWidget(Layout{.control = group.control}, context_, parent)
+                                            : new QGroupBox(ToQt(group.text), parent);
+  auto* column = new QVBoxLayout(frame);
+  column->setContentsMargins(kMargin, kMargin / 2, kMargin, kMargin);
+  column->setSpacing(kSpacing);
+  PlaceAll(group, *column, frame);
+  into.addWidget(frame, group.stretch);
+}
+
+void Builder::PlaceTabs(const Layout& tabs, QBoxLayout& into, QWidget* parent) {
+  auto* widget = static_cast<QTabWidget*>(Single(Layout{.control = tabs.control}, parent));
+  const QSignalBlocker quiet(widget);
+  const auto& control = static_cast<TabControl&>(*tabs.control);
+  for (std::size_t page = 0; page < tabs.parts.size(); ++page) {
+    auto* content = new QWidget(widget);
+    auto* column = new QVBoxLayout(content);
+    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    column->setSpacing(kSpacing);
+    Place(tabs.parts[page], *column, content);
+    widget->addTab(content, ToQt(control.Tabs().at(page)));
+  }
+  widget->setCurrentIndex(control.Selected());
+  into.addWidget(widget, tabs.stretch);
+}
+
+void Builder::PlaceControl(const Layout& place, QBoxLayout& into, QWidget* parent) {
+  QWidget* widget = Single(place, parent);
+  if (place.upDown == nullptr) {
+    into.addWidget(widget, place.stretch);
+    return;
+  }
+  auto* pair = Bare(new QHBoxLayout);
+  pair->setSpacing(0);
+  pair->addWidget(widget);
+  pair->addWidget(MakeUpDown(*place.upDown, context_.hands, widget, parent));
+  into.addLayout(pair, place.stretch);
+}
+
+void Builder::PlaceGrid(const Layout& layout, QGridLayout& grid, QWidget* parent) {
+  for (int index = 0; const Layout& part : layout.parts) {
+    auto* cell = Bare(new QHBoxLayout);
+    grid.addLayout(cell, index / layout.size, index % layout.size);
+    Place(part, *cell, parent);
+    ++index;
+  }
+}
+
+void Builder::PlaceView(const Layout& place, QBoxLayout& into, QWidget* parent) {
+  QWidget* view = views_ ? views_(place.text, parent) : nullptr;
+  if (view == nullptr) return;
+  view->setObjectName(ToQt(place.text));
+  into.addWidget(view, place.stretch);
+}
+
+template <class Inner>
+Inner& Builder::Nested(const Layout& part, QBoxLayout& into) {
+  auto* inner = Bare(new Inner);
+  into.addLayout(inner, part.stretch);
+  return *inner;
+}
+
+void Builder::Place(const Layout& part, QBoxLayout& into, QWidget* parent) {
+  switch (part.kind) {
+    case Layout::Kind::Control:
+      return PlaceControl(part, into, parent);
+    case Layout::Kind::Row:
+      return PlaceAll(part, Nested<QHBoxLayout>(part, into), parent);
+    case Layout::Kind::Column:
+      return PlaceAll(part, Nested<QVBoxLayout>(part, into), parent);
+    case Layout::Kind::Grid:
+      return PlaceGrid(part, Nested<QGridLayout>(part, into), parent);
+    case Layout::Kind::Form:
+      return PlaceForm(part, Nested<QGridLayout>(part, into), parent);
+    case Layout::Kind::Field: {
+      auto& row = Nested<QHBoxLayout>(part, into);
+      row.addWidget(Caption(part, parent));
+      return PlaceAll(part, row, parent);
+    }
+    case Layout::Kind::Group:
+      return PlaceGroup(part, into, parent);
+    case Layout::Kind::Tabs:
+      return PlaceTabs(part, into, parent);
+    case Layout::Kind::Text:
+      return into.addWidget(new QLabel(ToQt(part.text), parent), part.stretch);
+    case Layout::Kind::Space:
+      return into.addStretch(part.stretch);
+    case Layout::Kind::View:
+      return PlaceView(part, into, parent);
+  }
+}
+
+}  // namespace
+
+QWidget* BuildLayout(const Layout& layout, WindowContext& context, const ViewMaker& views, QWidget* parent) {
+  auto* content = new QWidget(parent);
+  auto* column = new QVBoxLayout(content);
+  column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  column->setSpacing(kSpacing);
+  Builder builder(context, views);
+  builder.Place(layout, *column, content);
+  builder.ChainTabs();
+  return content;
+}
+
+}  // namespace orvane

@@ -1,0 +1,115 @@
+#include "adapters/qt/list_widget.h"
+
+#include <QAbstractListModel>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "adapters/qt/appearance.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kTabStop = 8;
+
+/// Tabs as blanks up to the next column, since a row of a list knows no tab stops.
+QString WithColumns(const QString& row) {
+  QString columns;
+  for (const QChar c : row) {
+    if (c == u'\t') {
+      columns.append(QString(kTabStop - columns.size() % kTabStop, u' '));
+    } else {
+      columns.append(c);
+    }
+  }
+  return columns;
+}
+
+class Rows final : public QAbstractListModel {
+ public:
+  Rows(ListBox& list, QObject* parent)
+      : QAbstractListModel(parent), list_(list), count_(static_cast<int>(list.Items().size())) {}
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : count_; }
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+    if (role != Qt::DisplayRole || index.row() >= count_) return {};
+    return WithColumns(ToQt(list_.Items()[static_cast<std::size_t>(index.row())]));
+  }
+  [[nodiscard]] QString Raw(int row) const { return ToQt(list_.Items()[static_cast<std::size_t>(row)]); }
+
+  void TakeRow() {
+    beginInsertRows({}, count_, count_);
+    ++count_;
+    endInsertRows();
+  }
+  /// A list grows row by row or is emptied; nothing else happens to its rows.
+  void TakeAll() {
+    if (count_ == static_cast<int>(list_.Items().size())) return;
+    beginResetModel();
+    count_ = static_cast<int>(list_.Items().size());
+    endResetModel();
+  }
+
+ private:
+  ListBox& list_;
+  int count_;
+};
+
+class RowsView final : public QListView {
+ public:
+  RowsView(ListBox& list, Hands& hands, QWidget* parent)
+      : QListView(parent), list_(list), hands_(hands), rows_(new Rows(list, this)) {
+    setModel(rows_);
+    setUniformItemSizes(true);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    Follow(list, *this, [this] {
+      rows_->TakeAll();
+      ShowSelected();
+    });
+    list.rowAdded.Connect([this](const std::string&) { ShowAdded(); });
+    connect(this, &QListView::clicked, this, [this](const QModelIndex& index) {
+      hands_.Do([this, row = index.row()](Operator&) { list_.Select(row); }, [this] { ShowSelected(); });
+    });
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->matches(QKeySequence::Copy)) {
+      CopyMarked();
+    } else {
+      QListView::keyPressEvent(event);
+    }
+  }
+
+ private:
+  void ShowAdded() {
+    const QScrollBar& bar = *verticalScrollBar();
+    const bool atEnd = bar.value() == bar.maximum();
+    rows_->TakeRow();
+    if (atEnd && isVisible()) scrollToBottom();
+  }
+  void ShowSelected() {
+    const QModelIndex wanted = rows_->index(list_.Selected());
+    if (wanted.isValid() && currentIndex() != wanted) setCurrentIndex(wanted);
+  }
+  void CopyMarked() const {
+    auto marked = selectionModel()->selectedIndexes();
+    std::sort(marked.begin(), marked.end());
+    QStringList texts;
+    for (const QModelIndex& index : marked) texts << rows_->Raw(index.row());
+    QGuiApplication::clipboard()->setText(texts.join(u'\n'));
+  }
+
+  ListBox& list_;
+  Hands& hands_;
+  Rows* rows_;
+};
+
+}  // namespace
+
+QListView* MakeList(ListBox& list, Hands& hands, QWidget* parent) { return new RowsView(list, hands, parent); }
+
+}  // namespace orvane

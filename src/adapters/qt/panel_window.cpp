@@ -1,0 +1,33 @@
+#include "adapters/qt/panel_window.h"
+
+#include <QCloseEvent>
+
+#include "adapters/qt/layout_builder.h"
+
+namespace orvane {
+
+PanelWindow::PanelWindow(Panel& panel, const Layout& layout, Hands& hands, const ViewMaker& views)
+    : panel_(panel), context_{hands} {
+  setObjectName(ToQt(panel.Name()));
+  setCentralWidget(BuildLayout(layout, context_, views, this));
+}
+
+void PanelWindow::FollowPanel() {
+  setWindowTitle(ToQt(panel_.Caption()));
+  if (!panel_.Visible()) {
+    if (isVisible()) place_ = saveGeometry();
+    hide();
+    return;
+  }
+  if (!isVisible() && !place_.isEmpty()) restoreGeometry(place_);
+  show();
+  raise();
+  activateWindow();
+}
+
+void PanelWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  context_.hands.Do([this](Operator& hand) { hand.Close(panel_); });
+}
+
+}  // namespace orvane

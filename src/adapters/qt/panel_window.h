@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <string>
+
+#include "adapters/qt/control_widgets.h"
+#include "platform/layout.h"
+
+namespace orvane {
+
+/// Makes the picture of a layout's View; null for a name that is none of the panel's.
+using ViewMaker = std::function<QWidget*(const std::string& name, QWidget* parent)>;
+
+/// The window of a panel, drawn from its controls and its layout. It is shown and hidden as the panel is; its close
+/// button is the panel's close operation. It lives as long as the station.
+class PanelWindow final : public QMainWindow {
+ public:
+  PanelWindow(Panel& panel, const Layout& layout, Hands& hands, const ViewMaker& views);
+
+  /// Takes up the panel's caption, and whether it is shown. A panel that is shown again comes to the front, in the
+  /// place where its window was.
+  void FollowPanel();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  Panel& panel_;
+  WindowContext context_;
+  QByteArray place_;
+};
+
+}  // namespace orvane

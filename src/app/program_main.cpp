@@ -1,0 +1,59 @@
+#include "app/program_main.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <csignal>
+#include <iostream>
+
+#include "app/command_line.h"
+#include "app/route_text.h"
+
+namespace orvane {
+namespace {
+
+/// A standard stream that the caller left closed would be the next thing opened, a serial line among them, and what
+/// this program prints would go there.
+void OpenClosedStandardStreams() {
+  int descriptor = 0;
+  while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = ::open("/dev/null", O_RDWR);
+  if (descriptor >= 0) ::close(descriptor);
+}
+
+int RunWith(const Options& options, const Screen& screen) {
+  try {
+    Program program(options);
+    const std::shared_ptr<void> windows = options.headless ? nullptr : screen.open(program);
+    return program.Run();
+  } catch (const OptionFault& fault) {
+    std::cerr << "orvane: " << fault.what() << std::endl;
+  } catch (const bench::BenchOptionError& fault) {
+    std::cerr << "orvane: --bench: " << fault.what() << std::endl;
+  }
+  return kBadOptions;
+}
+
+}  // namespace
+
+int RunProgram(int argc, char** argv, const Screen& screen) {
+  OpenClosedStandardStreams();
+  // A peer that has gone and a disk that is full are failures of the write that meets them, not the program's end.
+  (void)std::signal(SIGPIPE, SIG_IGN);
+  (void)std::signal(SIGXFSZ, SIG_IGN);
+
+  const auto parsed = ParseCommandLine(argc, argv);
+  if (const auto* end = std::get_if<EndAtOnce>(&parsed)) {
+    (end->status == 0 ? std::cout : std::cerr) << end->text << (end->status == 0 ? "" : "\n") << std::flush;
+    return end->status;
+  }
+  const auto& options = std::get<Options>(parsed);
+  if (!options.headless && !screen.open) return screen.elsewhere(argv);
+
+  const std::unique_ptr<QCoreApplication> application = screen.application(argc, argv);
+  // The toolkit takes up the user's locale; the station's numbers have a point in every country.
+  (void)std::setlocale(LC_NUMERIC, "C");
+  return RunWith(options, screen);
+}
+
+}  // namespace orvane
