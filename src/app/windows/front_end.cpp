@@ -2,15 +2,18 @@
 
 namespace orvane {
 
-FrontEnd::FrontEnd(Program& program)
-    : program_(program),
-      hands_(program.TheWorld().loop, program.TheStation().Nest(),
-             [&program] { return program.TheWorld().desk.Clear(); }),
-      desk_(program.TheWorld().loop, program.TheWorld().desk),
-      layouts_(LayOutAll(program.TheStation().Panels())) {
+FrontEnd::FrontEnd(EventLoop& loop, Desk& desk, Station& station)
+    : hands_(loop, station.Nest(), [&desk] { return desk.Clear(); }),
+      deskWindows_(loop, desk),
+      layouts_(LayOutAll(station.Panels())) {
   for (PanelLayout& layout : layouts_) {
     layout.panel->changed.Connect([this, &layout] { Follow(layout); });
   }
+}
+
+PanelWindow* FrontEnd::WindowOf(const Panel& panel) const {
+  const auto window = windows_.find(&panel);
+  return window == windows_.end() ? nullptr : window->second.get();
 }
 
 void FrontEnd::Follow(PanelLayout& layout) {

@@ -5,7 +5,7 @@
 
 #include "adapters/qt/hands.h"
 #include "adapters/qt/panel_window.h"
-#include "app/program.h"
+#include "app/station.h"
 #include "app/station_layouts.h"
 #include "app/windows/desk_windows.h"
 
@@ -15,17 +15,19 @@ namespace orvane {
 /// is made before the station starts and goes when it has ended.
 class FrontEnd {
  public:
-  explicit FrontEnd(Program& program);
+  FrontEnd(EventLoop& loop, Desk& desk, Station& station);
   FrontEnd(const FrontEnd&) = delete;
   FrontEnd& operator=(const FrontEnd&) = delete;
+
+  /// The window of a panel; null for one that was never shown.
+  [[nodiscard]] PanelWindow* WindowOf(const Panel& panel) const;
 
  private:
   void Follow(PanelLayout& panel);
   [[nodiscard]] ViewMaker ViewsOf(const Panel& panel);
 
-  Program& program_;
   Hands hands_;
-  DeskWindows desk_;
+  DeskWindows deskWindows_;
   std::vector<PanelLayout> layouts_;
   std::map<const Panel*, std::unique_ptr<PanelWindow>> windows_;
 };

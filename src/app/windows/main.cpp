@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
     return application;
   };
   screen.open = [](orvane::Program& program) -> std::shared_ptr<void> {
-    return std::make_shared<orvane::FrontEnd>(program);
+    return std::make_shared<orvane::FrontEnd>(program.TheWorld().loop, program.TheWorld().desk, program.TheStation());
   };
   return orvane::RunProgram(argc, argv, screen);
 }
