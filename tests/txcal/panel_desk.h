@@ -1,18 +1,14 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include "support/rig.h"
-#include "txcal/cal_panel.h"
+#include "cal_desk.h"
 #include "txcal/cal_panel_inputs.h"
 #include "txcal/side_table_groups.h"
 
 namespace orvane::test {
 
-/// The calibration panel at work on a station's ground floor, not yet touched.
-struct PanelDesk : ::testing::Test, Rig {
+/// The calibration panel with its inputs and side tables at work, not yet touched.
+struct PanelDesk : CalDesk {
   PanelDesk() {
-    calPanel.Connect();
     inputs.Connect();
     groups.Connect();
   }
@@ -29,18 +25,7 @@ struct PanelDesk : ::testing::Test, Rig {
     return texts;
   }
 
-  FrmAutoCal& panel = panels.autoCal;
   OrvaneMain& main = panels.main;
-  CalState& cal = state.cal;
-  CalPanel calPanel{{panels.autoCal, panels.main, panels.downLoad, panels.txResult, panels.rxResult, panels.mpAutoCal,
-                     panels.rampTable},
-                    state.cal,
-                    state.rf,
-                    link,
-                    testSet,
-                    files,
-                    boxes,
-                    dialogs};
   CalPanelInputs inputs{panels.autoCal, boxes};
   SideTableGroups groups{panels.autoCal, panels.main, state.cal, files, boxes, dialogs};
 };

@@ -11,7 +11,6 @@ bool BeginsWith(const std::string& line, const std::string& head) { return line.
 }  // namespace
 
 TxDesk::TxDesk() {
-  calPanel.Connect();
   tx.Connect();
   panel.Touch();
   OpenPort();

@@ -1,20 +1,17 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <map>
 #include <set>
 
 #include "base/decimal4.h"
-#include "support/rig.h"
-#include "txcal/cal_panel.h"
+#include "cal_desk.h"
 #include "txcal/tx_calibration.h"
 
 namespace orvane::test {
 
 /// A transmitter on the fakes: what the Target was told is what the test set measures. The usual unit reaches each
 /// level's target at the level's first DAC value; between those values its power rises evenly.
-struct TxDesk : ::testing::Test, Rig {
+struct TxDesk : CalDesk {
   TxDesk();
 
   void ClickGsm() { outcome = op.Click(panel.cmdGSM); }
@@ -54,18 +51,7 @@ struct TxDesk : ::testing::Test, Rig {
   std::string lastCommand;
   std::optional<std::string> outcome;
 
-  FrmAutoCal& panel = panels.autoCal;
   FrmAutoCalTxResult& results = panels.txResult;
-  CalState& cal = state.cal;
-  CalPanel calPanel{{panels.autoCal, panels.main, panels.downLoad, panels.txResult, panels.rxResult, panels.mpAutoCal,
-                     panels.rampTable},
-                    state.cal,
-                    state.rf,
-                    link,
-                    testSet,
-                    files,
-                    boxes,
-                    dialogs};
   RunButtons buttons{panels.autoCal, panels.mpAutoCal, panels.baseBand};
   TxCalibration tx{
       {link, testSet, console, boxes, panels.autoCal, panels.txResult, state.cal, state.rf, state.ramp, state.report},
