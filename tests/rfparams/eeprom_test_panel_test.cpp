@@ -86,6 +86,19 @@ TEST_F(EepromTestPanelTest, AnAddressWithoutAnXIsDecimalAndABadOneIsPassedOver) 
   EXPECT_THAT(rig_.boxes.shown, IsEmpty());
 }
 
+TEST_F(EepromTestPanelTest, FourHexadecimalDigitsReadAsASignedNumber) {
+  rig_.op.Select(panel_.optEepromWrite);
+  rig_.op.Type(panel_.txtEepromStartAddress, "0x7FFF");
+  TypeEntry("AA");
+  EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), "0x7FFF");
+  rig_.op.Type(panel_.txtEepromStartAddress, "0x8000");
+  TypeEntry("BB");
+  EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), "0xFFFF8001");
+  rig_.op.Type(panel_.txtEepromStartAddress, "0x08000");
+  TypeEntry("CC");
+  EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), "0x8002");
+}
+
 TEST_F(EepromTestPanelTest, InPageModeTheFirstEntryIsTheLast) {
   rig_.op.Select(panel_.optEepromWrite);
   rig_.op.Select(panel_.optEepromPage);

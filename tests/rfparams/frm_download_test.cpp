@@ -34,6 +34,32 @@ TEST(FrmDownLoad, ShowsTheTransferAsItIsShipped) {
   EXPECT_FALSE(panel.prgDownload.Visible());
 }
 
+TEST(FrmDownLoad, ShowsTheEepromTestAsItIsShipped) {
+  const FrmDownLoad panel;
+  ExpectFace(panel, {{"fraEepromTest", Frame, "EEPROM Test"},
+                     {"fraActionMode", Frame, "Read / Write"},
+                     {"optEepromRead", Option, "Read"},
+                     {"optEepromWrite", Option, "Write"},
+                     {"fraBytePageMode", Frame, "Byte / Page"},
+                     {"optEepromByte", Option, "Byte"},
+                     {"optEepromPage", Option, "Page"},
+                     {"fraStratAddresLength", Frame, "Start Address && Length"},
+                     {"lblEepromAddress", Label, "Address"},
+                     {"txtEepromStartAddress", Text, "0"},
+                     {"updEepromStartAddress", UpDown, ""},
+                     {"lblEepromLength", Label, "Length"},
+                     {"txtEepromLength", Text, "1"},
+                     {"updEepromLength", UpDown, ""},
+                     {"fraEepromDataRead", Frame, "Data Read"},
+                     {"fraEepromDataWrite", Frame, "Data Write"},
+                     {"lblDisplayAddress", Label, "Add"},
+                     {"txtEepromDataWriteAddress", Text, ""},
+                     {"lblEepromData", Label, "Data"},
+                     {"txtEepromDataWrite", Text, ""},
+                     {"cmdEepromTest", Button, "Test"},
+                     {"cmdEepromErase", Button, "All Erase"}});
+}
+
 TEST(FrmDownLoad, ItsDialogAsksForParameterFiles) {
   const FrmDownLoad panel;
   EXPECT_EQ(panel.dlgDownload.title, "RF Parameters Download/");

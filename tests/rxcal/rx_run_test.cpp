@@ -298,6 +298,17 @@ TEST(RxRun, TheReferenceIsReadAgainAtTheGain) {
   EXPECT_EQ(rig.state.rf.RFParams.BAND[0].agc_bands[2].upper_bound, 40);
 }
 
+TEST(RxRun, ItsRowsStandOnTheProductionPanelAndNoneInTheReceiveView) {
+  RxRig rig;
+  EXPECT_TRUE(rig.Step().complete);
+  EXPECT_FALSE(rig.face.lstMPRxChannelCalResult.Items().empty());
+  const FrmAutoCalRxResult& view = rig.panels.rxResult;
+  for (const ListBox* list : {&view.lstRawRxResults, &view.lstConvertedRxResults, &view.lstRxChannelCompensation,
+                              &view.lstRxCalChannelBands}) {
+    EXPECT_TRUE(list->Items().empty()) << list->Name();
+  }
+}
+
 TEST(RxRun, NoOtherRunCanBeStartedMeanwhile) {
   RxRig rig;
   rig.serial.answer = [&](const SentCommand& command) {
