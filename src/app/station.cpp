@@ -81,7 +81,8 @@ struct Station::Operations {
   CalPanelInputs calPanelInputs{p.autoCal, ports.boxes};
   SideTableGroups sideTableGroups{p.autoCal, p.main, s.cal, ports.files, ports.boxes, ports.dialogs};
   TxCalibration txCalibration{
-      {link, testSet, console, ports.boxes, p.autoCal, p.txResult, s.cal, s.rf, s.ramp, s.report}, runButtons};
+      {link, testSet, console, ports.boxes, p.autoCal, p.txResult, s.cal, s.rf, s.ramp, s.report, s.searchTrail},
+      runButtons};
   ResultSave resultSave{p.autoCal, p.downLoad, s.cal,       s.rf,          link,
                         transfer,  s.report,   ports.boxes, ports.dialogs, ports.files};
   Sequencer sequencer{{p.autoCal, p.main, p.mpAutoCal, p.txResult, p.baseBand, p.fail, p.pass},
@@ -94,9 +95,9 @@ struct Station::Operations {
                       runButtons,
                       ports.boxes};
 
-  RxRun rxRun{link, s.reply, testSet, p.autoCal, p.mpAutoCal, s.cal, s.rf, ports.boxes, s.report, runButtons, [this] {
-                return calPanel.DownlinkParamSet();
-              }};
+  RxRun rxRun{link, s.reply,     testSet,  p.autoCal, p.mpAutoCal, s.cal,
+              s.rf, ports.boxes, s.report, s.rxTrail, runButtons,  [this] {
+                return calPanel.DownlinkParamSet(); }};
   MpPanel mpPanel{p.mpAutoCal, p.autoCal, s.cal, link, ports.boxes, [this] { calPanel.DownloadSaveFileName(); }};
   PatternEditor patternEditor{p.mpAutoCal, s.pattern, ports.files, ports.boxes, ports.dialogs};
   ResultViews resultViews{p.txResult, p.rxResult, p.fail, p.pass, p.main};

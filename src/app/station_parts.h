@@ -16,9 +16,11 @@
 #include "rxcal/frm_mp_auto_cal.h"
 #include "rxcal/pattern_state.h"
 #include "rxcal/result_panels.h"
+#include "rxcal/rx_trail.h"
 #include "txcal/cal_state.h"
 #include "txcal/frm_auto_cal.h"
 #include "txcal/run_report.h"
+#include "txcal/search_trail.h"
 
 namespace orvane {
 
@@ -34,6 +36,8 @@ struct StationState {
   PatternState pattern;
   ChargerState charger;
   RunReport report;
+  SearchTrail searchTrail;
+  RxTrail rxTrail;
 };
 
 /// Every panel of the station.

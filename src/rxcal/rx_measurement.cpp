@@ -14,8 +14,10 @@ bool BeginsBand(std::size_t i) { return i == kFirstGsm || i == kFirstDcs || i ==
 std::optional<RxLevels> RxMeasurement::Measure(const RxChannels& channels) {
   RxLevels levels{};
   frequency_ = 0;
+  trail_.Begin();
   for (std::size_t i = 0; i < channels.size(); ++i) {
     const Integer channel = channels[i];
+    trail_.Tune(channel);
     if (BeginsBand(i)) SetUpBand(i, channel);
     SetUpChannel(channel);
     const Carrier carrier = CarrierOf(channel);
@@ -26,6 +28,7 @@ std::optional<RxLevels> RxMeasurement::Measure(const RxChannels& channels) {
     const auto level = ReadLevel(channel, carrier.low);
     if (!level) return std::nullopt;
     levels[i] = *level;
+    trail_.Read();
   }
   return levels;
 }

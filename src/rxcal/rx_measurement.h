@@ -7,6 +7,7 @@
 #include "instruments/test_set.h"
 #include "link/target_link.h"
 #include "rxcal/rx_channels.h"
+#include "rxcal/rx_trail.h"
 #include "txcal/cal_state.h"
 #include "txcal/frm_auto_cal.h"
 #include "txcal/run_report.h"
@@ -21,8 +22,15 @@ using RxLevels = std::array<Integer, 12>;
 class RxMeasurement {
  public:
   RxMeasurement(TargetLink& link, ReplyState& reply, TestSet& testSet, PanelRef<FrmAutoCal> autoCal, CalState& cal,
-                Boxes& boxes, RunReport& report)
-      : link_(link), reply_(reply), testSet_(testSet), autoCal_(autoCal), cal_(cal), boxes_(boxes), report_(report) {}
+                Boxes& boxes, RunReport& report, RxTrail& trail)
+      : link_(link),
+        reply_(reply),
+        testSet_(testSet),
+        autoCal_(autoCal),
+        cal_(cal),
+        boxes_(boxes),
+        report_(report),
+        trail_(trail) {}
 
   /// No value: the run leaves, and the report says why. @throws StationFailure for readings and boxes that are no
   /// numbers, and for a test set that fails.
@@ -59,6 +67,7 @@ class RxMeasurement {
   CalState& cal_;
   Boxes& boxes_;
   RunReport& report_;
+  RxTrail& trail_;
   /// Carrier of the channel before, which a channel outside the bands leaves in force.
   Decimal4 frequency_;
 };

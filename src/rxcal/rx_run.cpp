@@ -51,7 +51,7 @@ struct RxRun::Tables {
 
 RxRun::RxRun(TargetLink& link, ReplyState& reply, TestSet& testSet, PanelRef<FrmAutoCal> autoCal,
              PanelRef<FrmMPAutoCal> panel, CalState& cal, RFState& rf, Boxes& boxes, RunReport& report,
-             RunButtons& runButtons, std::function<bool()> downlinkParamSet)
+             RxTrail& trail, RunButtons& runButtons, std::function<bool()> downlinkParamSet)
     : link_(link),
       reply_(reply),
       testSet_(testSet),
@@ -63,7 +63,7 @@ RxRun::RxRun(TargetLink& link, ReplyState& reply, TestSet& testSet, PanelRef<Frm
       report_(report),
       runButtons_(runButtons),
       downlinkParamSet_(std::move(downlinkParamSet)),
-      measurement_(link, reply, testSet, autoCal, cal, boxes, report) {}
+      measurement_(link, reply, testSet, autoCal, cal, boxes, report, trail) {}
 
 void RxRun::Connect() {
   panel_.Untouched().cmdMPRxAllAutoCal.onClick = [this] { Run(); };

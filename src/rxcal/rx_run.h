@@ -10,6 +10,7 @@
 #include "rxcal/rx_channels.h"
 #include "rxcal/rx_measurement.h"
 #include "rxcal/rx_table.h"
+#include "rxcal/rx_trail.h"
 #include "txcal/cal_state.h"
 #include "txcal/frm_auto_cal.h"
 #include "txcal/run_guard.h"
@@ -23,7 +24,7 @@ class RxRun {
  public:
   /// `downlinkParamSet` prepares the Target's measurement reports; it says whether all of it succeeded.
   RxRun(TargetLink& link, ReplyState& reply, TestSet& testSet, PanelRef<FrmAutoCal> autoCal,
-        PanelRef<FrmMPAutoCal> panel, CalState& cal, RFState& rf, Boxes& boxes, RunReport& report,
+        PanelRef<FrmMPAutoCal> panel, CalState& cal, RFState& rf, Boxes& boxes, RunReport& report, RxTrail& trail,
         RunButtons& runButtons, std::function<bool()> downlinkParamSet);
 
   void Connect();

@@ -28,6 +28,7 @@ bool BandRun::Run(const BandRow& band) {
 
   parts_.results->listPowerLevel.AddItem(std::string(band.powerLevelHead));
   parts_.results->listPeakPower.AddItem(std::string(band.peakPowerHead));
+  parts_.trail.BeginBand(band.record);
   PowerSearch search(band.levelSearch.numbers, band.powerAtStart, kToleranceAtStart);
   for (int level = band.weakestLevel; level >= band.strongestLevel; --level) {
     if (!FindLevel(band, level, search)) return false;
@@ -116,7 +117,7 @@ bool BandRun::FindLevel(const BandRow& band, int level, PowerSearch& search) {
   search.Begin(target, parts_.cal.InitValueIndex.at(position));
   steps_.Pace(11);
   if (level == band.weakestLevel) SetUpSamples(band);
-  if (!searchRun_.Run(band.levelSearch, search, name)) return false;
+  if (!searchRun_.Run(band.levelSearch, search, {band.record, SearchSubject::Kind::Level, level, name})) return false;
   parts_.results->listPowerLevel.AddItem(std::to_string(search.Dac()) + "\t" + std::to_string(level) + "\t" +
                                          search.Measured().Text());
   parts_.rf.RFParams.BAND.at(band.record).tx_Level.at(static_cast<std::size_t>(level)).apc = search.Dac();

@@ -94,7 +94,8 @@ std::optional<Integer> ChannelStep::FindDac(const BandRow& band, int channel) {
   steps_.ExpectPower(target);
   search.Begin(target, parts_.cal.InitValueIndex.at(position));
   steps_.Pace(11);
-  if (!searchRun_.Run(band.channelSearch, search, name)) return std::nullopt;
+  const SearchSubject subject{band.record, SearchSubject::Kind::Channel, channel, name};
+  if (!searchRun_.Run(band.channelSearch, search, subject)) return std::nullopt;
   parts_.results->listChanCalPeakPower.AddItem(std::to_string(search.Dac()) + "\t" + std::to_string(level) + "\t" +
                                                search.Measured().Text());
   return search.Dac();

@@ -37,14 +37,17 @@ void RunReport::Begin() {
   underWay_.reset();
   verdict_.reset();
   ++runs_;
+  began.Emit();
 }
 
 void RunReport::End() {
   if (!verdict_) Conclude(Verdict::None);
   underWay_.reset();
-  if (--runs_ == 0) return;
-  steps_.clear();
-  verdict_.reset();
+  if (--runs_ > 0) {
+    steps_.clear();
+    verdict_.reset();
+  }
+  ended.Emit();
 }
 
 StepRecord* RunReport::Current() { return underWay_ && !steps_.empty() ? &steps_.back() : nullptr; }

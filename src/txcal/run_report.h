@@ -58,6 +58,9 @@ class RunReport {
   void Conclude(Verdict verdict);
   [[nodiscard]] std::optional<Verdict> Concluded() const { return verdict_; }
 
+  /// A whole run has begun, and ended.
+  Signal<> began;
+  Signal<> ended;
   Signal<RunStep> entered;
   Signal<const StepRecord&> left;
   Signal<Verdict> concluded;

@@ -14,6 +14,7 @@
 #include "txcal/cal_state.h"
 #include "txcal/frm_auto_cal.h"
 #include "txcal/run_report.h"
+#include "txcal/search_trail.h"
 
 namespace orvane {
 
@@ -29,6 +30,7 @@ struct TxRunParts {
   RFState& rf;
   const RampState& ramp;
   RunReport& report;
+  SearchTrail& trail;
 };
 
 /// Steps that the band run, the channel step and the phase-error check have in common. A step that returns false

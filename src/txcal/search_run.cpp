@@ -14,21 +14,24 @@ constexpr int kMostPasses = 1100;
 
 }  // namespace
 
-bool SearchRun::Run(const SearchRow& row, PowerSearch& search, const std::string& subject) {
+bool SearchRun::Run(const SearchRow& row, PowerSearch& search, const SearchSubject& subject) {
+  const TrailedSearch trailed(parts_.trail, subject, search.Target(), search.Tolerance());
   while (!search.OnTarget() && !search.AtLimit()) {
-    if (steps_.Stopped(11, "at " + subject)) return false;
-    const std::optional<Decimal4> measured = MovedAndMeasured(row, search, subject);
+    if (steps_.Stopped(11, "at " + subject.name)) return false;
+    const std::optional<Decimal4> measured = MovedAndMeasured(row, search, subject.name);
     if (!measured) return false;
     // The row shows the DAC and the power; the tolerance setting is read after it, pass by pass.
     ((*parts_.results).*row.passList).AddItem(std::to_string(search.Dac()) + "\t" + measured->Text());
     search.Learn(*measured, Decimal4::FromText(parts_.panel->txtErrorRate.Text()));
+    parts_.trail.Pass({search.Dac(), *measured, search.Tolerance()});
     if (search.NearEnough()) break;
     if (search.Passes() >= kMostPasses) {
-      throw StationFailure("The power does not settle at " + subject + ": " + std::to_string(kMostPasses) +
+      throw StationFailure("The power does not settle at " + subject.name + ": " + std::to_string(kMostPasses) +
                            " passes have not found it. Check the Target's transmitter, the cable and the test set.");
     }
   }
-  TellFlaws(search, subject);
+  TellFlaws(search, subject.name);
+  parts_.trail.Accept(search.Dac(), search.Measured(), search.OnTarget());
   return true;
 }
 

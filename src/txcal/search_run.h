@@ -13,10 +13,10 @@ class SearchRun {
  public:
   SearchRun(const TxRunParts& parts, RunSteps& steps) : parts_(parts), steps_(steps) {}
 
-  /// Searches until a DAC value is accepted. `subject` names for the report what is searched for, "GSM level 5".
+  /// Searches until a DAC value is accepted. Each pass goes on the trail.
   /// A value that was accepted without reaching its target, or was never measured, is told as a flaw.
   /// @return false when the run ends here.
-  [[nodiscard]] bool Run(const SearchRow& row, PowerSearch& search, const std::string& subject);
+  [[nodiscard]] bool Run(const SearchRow& row, PowerSearch& search, const SearchSubject& subject);
 
   /// Whether the selected test set is one whose readings are read.
   [[nodiscard]] bool TakesReadings() const { return parts_.testSet.Kind() == Dialect::Hp8960; }

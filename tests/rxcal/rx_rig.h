@@ -66,6 +66,7 @@ struct RxRig : Rig {
             state.rf,
             boxes,
             state.report,
+            state.rxTrail,
             runButtons,
             [this] {
               journal.Add("DownlinkParamSet");

@@ -320,5 +320,23 @@ TEST(RxRun, NoOtherRunCanBeStartedMeanwhile) {
   EXPECT_TRUE(rig.face.cmdMPRxAllAutoCal.Enabled());
 }
 
+TEST(RxRun, TellsHowFarItHasComeInItsChannels) {
+  RxRig rig;
+  Lines told;
+  RxTrail& trail = rig.state.rxTrail;
+  trail.changed.Connect([&] {
+    const auto channel = trail.Channel();
+    told.push_back((channel ? std::to_string(*channel) : "none") + " " + std::to_string(trail.ChannelsRead()));
+  });
+  rig.level = 56 * 64;
+  rig.Run();
+  ASSERT_EQ(told.size(), 1 + 2 * std::size(kChannels));
+  EXPECT_EQ(told[0], "none 0");
+  for (std::size_t i = 0; i < std::size(kChannels); ++i) {
+    EXPECT_EQ(told[1 + 2 * i], kChannels[i].arfcn + (" " + std::to_string(i)));
+    EXPECT_EQ(told[2 + 2 * i], kChannels[i].arfcn + (" " + std::to_string(i + 1)));
+  }
+}
+
 }  // namespace
 }  // namespace orvane::test

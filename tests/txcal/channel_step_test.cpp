@@ -291,9 +291,9 @@ TEST_F(ChannelStepRun, AChannelThatMissesItsTargetIsAFlaw) {
 
 TEST_F(ChannelStepRun, ACodeThatWasNotSetLetsTheOperatorEndTheStation) {
   RunSteps steps({link, testSet, console, boxes, panels.autoCal, panels.txResult, state.cal, state.rf, state.ramp,
-                  state.report});
-  const TxRunParts parts{link,      testSet,  console,    boxes,       panels.autoCal, panels.txResult,
-                         state.cal, state.rf, state.ramp, state.report};
+                  state.report, state.searchTrail});
+  const TxRunParts parts{link,      testSet,  console,    boxes,        panels.autoCal,   panels.txResult,
+                         state.cal, state.rf, state.ramp, state.report, state.searchTrail};
   SearchRun searchRun(parts, steps);
   ChannelStep step(parts, steps, searchRun);
   step.LookAfter({128, 124, 132, 128});

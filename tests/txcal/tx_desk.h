@@ -53,9 +53,9 @@ struct TxDesk : CalDesk {
 
   FrmAutoCalTxResult& results = panels.txResult;
   RunButtons buttons{panels.autoCal, panels.mpAutoCal, panels.baseBand};
-  TxCalibration tx{
-      {link, testSet, console, boxes, panels.autoCal, panels.txResult, state.cal, state.rf, state.ramp, state.report},
-      buttons};
+  TxCalibration tx{{link, testSet, console, boxes, panels.autoCal, panels.txResult, state.cal, state.rf, state.ramp,
+                    state.report, state.searchTrail},
+                   buttons};
 
  private:
   void Follow(const std::string& command);
