@@ -41,7 +41,7 @@ void ShowColours(const Control& control, QWidget& widget) {
 void Follow(Control& control, QWidget& widget, std::function<void()> show) {
   widget.setObjectName(ToQt(control.Name()));
   const auto showAll = [&control, &widget, show = std::move(show)] {
-    widget.setEnabled(control.Enabled());
+    widget.setEnabled(control.EnabledForOperator());
     widget.setHidden(!control.Visible());
     ShowColours(control, widget);
     if (show) show();
