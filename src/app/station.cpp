@@ -5,6 +5,8 @@
 #include "charger/charger_manual.h"
 #include "charger/charger_parameters.h"
 #include "charger/charger_run.h"
+#include "console/by_hand/receiver_by_hand.h"
+#include "console/by_hand/transmitter_by_hand.h"
 #include "console/installed_data.h"
 #include "console/main_panel.h"
 #include "console/results/results_console.h"
@@ -113,6 +115,8 @@ struct Station::Operations {
   StartUp startUp{p.main, s.console, s.reply, s.testSet, installedData, testSetSession, testSet, link};
   TargetConnection targetConnection{p.main, p.baseBand, p.autoCal, s.console,  ports.mscomTarget,
                                     link,   testSet,    console,   ports.boxes};
+  ReceiverByHand receiverByHand{p.main, link, ports.boxes};
+  TransmitterByHand transmitterByHand{p.main, link, s.reply, ports.boxes};
   MainPanel mainPanel{p.main, p.autoCal, p.baseBand, p.downLoad, ports.boxes};
 
   /// Who answers which control stands in each class's Connect.
@@ -145,6 +149,8 @@ struct Station::Operations {
     chargerRun.Connect();
     startUp.Connect();
     targetConnection.Connect();
+    receiverByHand.Connect();
+    transmitterByHand.Connect();
     mainPanel.Connect();
   }
 };

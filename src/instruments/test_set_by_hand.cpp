@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "base/numbers.h"
 #include "base/text.h"
 #include "instruments/dialect.h"
 
@@ -25,8 +24,6 @@ void TestSetByHand::Connect() {
   main.cmdAPCLoss.onClick = [this] { SetLoss(); };
   main.RXTargetSet.onClick = [this] { SetRfMode(main_->cboRxTargetRFMode); };
   main.TXTargetSet.onClick = [this] { SetRfMode(main_->cboTxTargetRFMode); };
-  // The up-down counts tenths of a dB. Typing into the box does not move it.
-  main.updAPCLoss.onChange = [this] { main_->txtAPCLoss.SetText(NumberText(main_->updAPCLoss.Value() / 10.0)); };
 }
 
 void TestSetByHand::SetBaseStationLevel() {

@@ -104,24 +104,5 @@ TEST_F(TestSetByHandTest, ALineThatFailsIsNotShown) {
   EXPECT_EQ(Shown(), "");
 }
 
-TEST_F(TestSetByHandTest, MovingTheLossUpDownWritesItsTenths) {
-  op.Move(main.updAPCLoss, -5);
-  EXPECT_EQ(main.txtAPCLoss.Text(), "-0.5");
-  op.Step(main.updAPCLoss, -1);
-  EXPECT_EQ(main.txtAPCLoss.Text(), "-0.6");
-  op.Move(main.updAPCLoss, -200);
-  EXPECT_EQ(main.txtAPCLoss.Text(), "-20");
-  op.Move(main.updAPCLoss, 0);
-  EXPECT_EQ(main.txtAPCLoss.Text(), "0");
-}
-
-TEST_F(TestSetByHandTest, TypingALossDoesNotMoveTheUpDown) {
-  main.updAPCLoss.SetValue(-5);
-  op.Type(main.txtAPCLoss, "-2.5");
-  EXPECT_EQ(main.updAPCLoss.Value(), -5);
-  op.Step(main.updAPCLoss, 1);
-  EXPECT_EQ(main.txtAPCLoss.Text(), "-0.4");
-}
-
 }  // namespace
 }  // namespace orvane::test
