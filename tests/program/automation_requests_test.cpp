@@ -142,9 +142,9 @@ TEST(Requests, ActOnControlsAsAnOperatorDoes) {
   EXPECT_EQ(station.Set("OrvaneMain.updAPCLoss", "value", -25)["result"]["value"], -25);
   EXPECT_EQ(station.Get("OrvaneMain.txtAPCLoss")["text"], "-2.5");
   EXPECT_EQ(station.Set("OrvaneMain.SSTab1", "select", "TX")["result"]["selected"], 2);
-  EXPECT_EQ(station.Set("OrvaneMain.optTxLevelGSM", "checked", false)["error"]["code"], -32003);
-  EXPECT_EQ(station.Set("OrvaneMain.optTxLevelDCS", "checked", true)["result"]["checked"], true);
-  EXPECT_EQ(station.Get("OrvaneMain.optTxLevelGSM")["checked"], false);
+  EXPECT_EQ(station.Set("OrvaneMain.optFile", "checked", false)["error"]["code"], -32003);
+  EXPECT_EQ(station.Set("OrvaneMain.optTarget", "checked", true)["result"]["checked"], true);
+  EXPECT_EQ(station.Get("OrvaneMain.optFile")["checked"], false);
   const Json keys = station.Ask("key", {{"control", "OrvaneMain.txtUserCommand"}, {"text", "rfpwx\b"}});
   EXPECT_EQ(keys["result"]["text"], "rfpw");
   EXPECT_EQ(station.Ask("key", {{"control", "OrvaneMain.txtUserCommand"}, {"text", "\r"}})["result"]["text"], "");
