@@ -43,6 +43,9 @@ class InstrumentLine {
   /// The reply to the last line, with its line feed; no value when there is none. Taking it empties the output.
   [[nodiscard]] std::optional<std::string> TakeReply();
 
+  /// A device clear: what waits to be read is gone.
+  void Clear() { reply_.reset(); }
+
   /// An answer was thrown away because the next line came before it was read.
   virtual void Report(int number, std::string_view text) = 0;
 

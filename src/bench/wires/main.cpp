@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "bench/bench.h"
+#include "bench/wires/adapter_wire.h"
 #include "bench/wires/gateway.h"
 #include "bench/wires/instrument_server.h"
 #include "bench/wires/pseudo_terminal.h"
@@ -19,7 +20,9 @@ struct Places {
   std::string load = "0";
   std::string gateway = "0";
   bool portmapper = false;
-  std::string link;
+  std::string adapter = "0";
+  std::string target;
+  std::string adapterTty;
 };
 
 void ListFaults() {
@@ -49,9 +52,17 @@ class Link {
   std::string name_;
 };
 
-void Tell(const char* link, const LinkCounters& counters) {
+void TellLink(const char* link, const LinkCounters& counters) {
   std::cout << "counters " << link << " commands " << counters.commands << " in " << counters.bytesIn << " out "
-            << counters.bytesOut << "\n";
+            << counters.bytesOut;
+}
+void Tell(const char* link, const LinkCounters& counters) {
+  TellLink(link, counters);
+  std::cout << "\n";
+}
+void TellAdapter(const char* link, const BusController& controller) {
+  TellLink(link, controller.Counters());
+  std::cout << " saved " << controller.Saved() << "\n";
 }
 
 /// As a gateway names them, by board and primary address; the test set also as the one instrument of a LAN.
@@ -71,15 +82,26 @@ void Run(const BenchOptions& options, const Places& places) {
   const Gateway gateway(reactor, DevicesOf(bench, options), places.gateway);
   std::optional<PortmapperEntry> entry;
   if (places.portmapper) entry.emplace(gateway.Port());
+  const std::map<int, InstrumentLine*> bus{{options.testSetAddress, &bench.testSet},
+                                           {options.supplyAddress, &bench.supply},
+                                           {options.loadAddress, &bench.load}};
+  BusController onSocket(bus);
+  BusController onTerminal(bus);
+  const AdapterServer adapter(reactor, onSocket, places.adapter);
+  const AdapterTerminal adapterTty(reactor, onTerminal);
   const PseudoTerminal target(reactor, bench.target);
-  const Link link(places.link, target.Path());
+  const Link targetLink(places.target, target.Path());
+  const Link adapterLink(places.adapterTty, adapterTty.Path());
   std::cout << "target " << target.Path() << "\ntestset " << testSet.Address() << "\nsupply " << supply.Address()
-            << "\nload " << load.Address() << "\nvxi11 " << gateway.Address() << "\nready" << std::endl;
+            << "\nload " << load.Address() << "\nvxi11 " << gateway.Address() << "\nadapter " << adapter.Address()
+            << "\nadapter-tty " << adapterTty.Path() << "\nready" << std::endl;
   reactor.Run();
   Tell("target", bench.target.Counters());
   Tell("testset", bench.testSet.Counters());
   Tell("supply", bench.supply.Counters());
   Tell("load", bench.load.Counters());
+  TellAdapter("adapter", onSocket);
+  TellAdapter("adapter-tty", onTerminal);
 }
 
 }  // namespace
@@ -102,7 +124,9 @@ int main(int argc, char** argv) {
   app.add_option("--load", places.load, "[HOST:]PORT of the load");
   app.add_option("--vxi11", places.gateway, "[HOST:]PORT of the LAN gateway to all three");
   app.add_flag("--portmapper", places.portmapper, "Enter the LAN gateway with this machine's portmapper");
-  app.add_option("--target", places.link, "A name to make for the pseudo-terminal");
+  app.add_option("--adapter", places.adapter, "[HOST:]PORT of the GPIB adapter that speaks the ++ commands");
+  app.add_option("--target", places.target, "A name to make for the Target's pseudo-terminal");
+  app.add_option("--adapter-tty", places.adapterTty, "A name to make for the pseudo-terminal of a GPIB adapter");
   bool list = false;
   app.add_flag("--list-faults", list, "Name the faults and end");
   try {

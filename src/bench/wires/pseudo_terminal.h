@@ -4,6 +4,7 @@
 
 #include "bench/target_line.h"
 #include "bench/wires/reactor.h"
+#include "bench/wires/terminal_pair.h"
 
 namespace orvane::bench {
 
@@ -17,7 +18,7 @@ class PseudoTerminal {
   ~PseudoTerminal();
 
   /// The device that a client opens.
-  [[nodiscard]] const std::string& Path() const { return path_; }
+  [[nodiscard]] const std::string& Path() const { return pair_.Path(); }
 
  private:
   void Arrived();
@@ -28,9 +29,7 @@ class PseudoTerminal {
 
   Reactor& reactor_;
   TargetLine& target_;
-  FileDescriptor master_;
-  FileDescriptor ownEnd_;  ///< kept open, so that the line outlives the clients that come and go
-  std::string path_;
+  TerminalPair pair_;
   Reactor::Time outgoingFree_{0};
   Reactor::Time incomingFree_{0};
 };
