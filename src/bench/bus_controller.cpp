@@ -57,14 +57,13 @@ void BusController::Hear(std::string_view bytes) {
 std::optional<BusController::Done> BusController::Next() {
   for (std::size_t i = 0; i < heard_.size(); ++i) {
     const char c = heard_[i];
-    if (std::exchange(escaped_, false)) {
+    const bool special = c == kEscape || c == '+' || c == '\r' || c == '\n';
+    if (std::exchange(escaped_, false) || !special) {
       line_ += c;
     } else if (c == kEscape) {
       escaped_ = true;
     } else if (c == '+') {
       pluses_ += line_.empty() ? 1 : 0;
-    } else if (c != '\r' && c != '\n') {
-      line_ += c;
     } else if (line_.empty()) {
       pluses_ = 0;
     } else {

@@ -1,5 +1,6 @@
 #include "adapters/gpib/gpib_routes.h"
 
+#include "adapters/gpib/adapter_session.h"
 #include "adapters/gpib/tcp_gpib_session.h"
 #include "adapters/gpib/vxi11_gpib_session.h"
 
@@ -12,23 +13,6 @@ struct Overloaded : Visitors... {
 };
 template <class... Visitors>
 Overloaded(Visitors...) -> Overloaded<Visitors...>;
-
-/// An instrument that no route of this build reaches: it fails as an absent one does.
-class UnreachableSession final : public GpibSession {
- public:
-  explicit UnreachableSession(std::string text) : text_(std::move(text)) {}
-  void Write(std::string_view, TimePoint) override { throw GpibAbsent(text_); }
-  std::string Read(std::size_t, TimePoint) override { throw GpibAbsent(text_); }
-  void Local() override {}
-
- private:
-  std::string text_;
-};
-
-std::unique_ptr<GpibSession> Unreachable(int primary, const std::string& route) {
-  return std::make_unique<UnreachableSession>("Instrument at address " + std::to_string(primary) + ", route " +
-                                              route + ": this route is not available in this build.");
-}
 
 std::string PortText(std::optional<int> port) { return port ? ":" + std::to_string(*port) : std::string(); }
 
@@ -66,19 +50,35 @@ std::string RouteText(const InstrumentRoute& route) {
                     route);
 }
 
+RoutedGpibBus::RoutedGpibBus(GpibRoutes routes) : routes_(std::move(routes)) {
+  static constexpr const char* kPeer = "the adapter";
+  if (const auto* tcp = std::get_if<PrologixTcpRoute>(&routes_.bus)) {
+    adapter_ = std::make_shared<ControllerAdapter>(
+        [route = *tcp](const Deadline& deadline) { return ConnectTcp(route.host, route.port, deadline, kPeer); });
+  } else if (const auto* serial = std::get_if<PrologixSerialRoute>(&routes_.bus)) {
+    adapter_ = std::make_shared<ControllerAdapter>(
+        [route = *serial](const Deadline&) { return OpenSerialDevice(route.device, kPeer); });
+  }
+}
+
 std::unique_ptr<GpibSession> RoutedGpibBus::Open(const GpibAddress& address) {
   const auto own = routes_.instruments.find(address.primary);
-  if (own == routes_.instruments.end()) {
-    if (std::holds_alternative<NativeRoute>(routes_.bus)) return native_.Open(address);
-    if (const auto* gateway = std::get_if<GatewayRoute>(&routes_.bus)) {
-      return Vxi11Session(address.primary, {gateway->host, gateway->port, GatewayDevice(address)}, "the gateway");
-    }
-    return Unreachable(address.primary, RouteText(routes_.bus));
+  return own == routes_.instruments.end() ? OpenOnBus(address) : OpenByItself(address, own->second);
+}
+
+std::unique_ptr<GpibSession> RoutedGpibBus::OpenOnBus(const GpibAddress& address) {
+  if (adapter_) return std::make_unique<AdapterSession>(address, RouteText(routes_.bus), adapter_);
+  if (const auto* gateway = std::get_if<GatewayRoute>(&routes_.bus)) {
+    return Vxi11Session(address.primary, {gateway->host, gateway->port, GatewayDevice(address)}, "the gateway");
   }
-  if (const auto* tcp = std::get_if<TcpRoute>(&own->second)) {
+  return native_.Open(address);
+}
+
+std::unique_ptr<GpibSession> RoutedGpibBus::OpenByItself(const GpibAddress& address, const InstrumentRoute& route) {
+  if (const auto* tcp = std::get_if<TcpRoute>(&route)) {
     return std::make_unique<TcpGpibSession>(address.primary, tcp->host, tcp->port);
   }
-  return Vxi11Session(address.primary, std::get<Vxi11Route>(own->second), "the instrument");
+  return Vxi11Session(address.primary, std::get<Vxi11Route>(route), "the instrument");
 }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <variant>
@@ -9,6 +10,8 @@
 #include "platform/gpib.h"
 
 namespace orvane {
+
+class ControllerAdapter;
 
 /// The system's NI-488.2 style library.
 struct NativeRoute {};
@@ -56,12 +59,18 @@ struct GpibRoutes {
 /// The instruments of this machine, each on its route. No session may outlive it.
 class RoutedGpibBus final : public GpibBus {
  public:
-  explicit RoutedGpibBus(GpibRoutes routes) : routes_(std::move(routes)) {}
+  explicit RoutedGpibBus(GpibRoutes routes);
   [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address) override;
 
  private:
+  [[nodiscard]] std::unique_ptr<GpibSession> OpenOnBus(const GpibAddress& address);
+  [[nodiscard]] static std::unique_ptr<GpibSession> OpenByItself(const GpibAddress& address,
+                                                                 const InstrumentRoute& route);
+
   GpibRoutes routes_;
   NativeGpib native_;
+  /// What the sessions share when the bus is behind a `++` adapter.
+  std::shared_ptr<ControllerAdapter> adapter_;
 };
 
 }  // namespace orvane

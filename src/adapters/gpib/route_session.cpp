@@ -25,7 +25,7 @@ auto RouteSession::Guarded(const Message& message) {
     return message();
   } catch (const RouteFailure& failure) {
     ended_ = failure.what();
-    HangUp();
+    Abandon();
     throw failure.kind == RouteFailure::Kind::kTimeOut ? GpibTimeOut(name_ + ended_) : GpibAbsent(name_ + ended_);
   }
 }

@@ -41,6 +41,8 @@ class RouteSession : public GpibSession {
   virtual void GoLocal(const Deadline& /*deadline*/) {}
   /// Lets go of what the route holds. Never fails; called again, does nothing.
   virtual void HangUp() = 0;
+  /// The same behind a message that failed, whose reply may still come.
+  virtual void Abandon() { HangUp(); }
 
  private:
   template <class Message>
