@@ -1,0 +1,65 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLoggingCategory>
+#include <QTest>
+#include <map>
+#include <memory>
+
+#include "adapters/qt/panel_window.h"
+#include "app/station_layouts.h"
+#include "station/virtual_station.h"
+
+namespace orvane::test {
+
+/// The one application object of the test program, on a screen in memory.
+inline void NeedApplication() {
+  static int argc = 1;
+  static char name[] = "windows_tests";
+  static char* argv[] = {name, nullptr};
+  static const bool offscreen = [] {
+    QLoggingCategory::setFilterRules("qt.qpa.*=false");
+    return qputenv("QT_QPA_PLATFORM", "offscreen");
+  }();
+  static QApplication application(argc, argv);
+  ASSERT_TRUE(offscreen);
+}
+
+/// A station on the virtual bench in virtual time, seen and acted upon through windows. Its boxes answer themselves.
+class WindowedStation {
+ public:
+  WindowedStation() : layouts_(LayOutAll(on.Panels())) {}
+
+  [[nodiscard]] PanelWindow& WindowOf(Panel& panel) {
+    auto& window = windows_[&panel];
+    if (!window) {
+      for (const PanelLayout& layout : layouts_) {
+        if (layout.panel == &panel) window = std::make_unique<PanelWindow>(panel, layout.layout, hands_, ViewMaker());
+      }
+    }
+    window->FollowPanel();
+    return *window;
+  }
+  template <class Widget = QWidget>
+  [[nodiscard]] Widget& Of(Control& control) {
+    auto* widget = WindowOf(control.Owner()).findChild<Widget*>(ToQt(control.Name()));
+    if (widget == nullptr) throw std::runtime_error("No widget stands for " + control.Name());
+    return *widget;
+  }
+  /// Lets the acts that the widgets posted take place.
+  void Settle() {
+    QCoreApplication::processEvents();
+    on.loop.Yield(on.loop.Now());
+  }
+
+  VirtualStation on;
+
+ private:
+  std::vector<PanelLayout> layouts_;
+  Hands hands_{on.loop, on.station.Nest(), [] { return true; }};
+  std::map<Panel*, std::unique_ptr<PanelWindow>> windows_;
+};
+
+}  // namespace orvane::test
