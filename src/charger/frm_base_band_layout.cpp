@@ -9,18 +9,20 @@ using namespace lay;
 namespace {
 
 constexpr int kSessionCharacters = 7;
+constexpr int kCaptionCharacters = 15;
 
 /// One instrument's GPIB session.
 Layout Session(BenchSessionFace& session) {
   return Column({
-      Form({
-          Field(session.boardNumberLabel, {Of(session.boardNumber).Wide(kSessionCharacters)}),
-          Field(session.primAddressLabel, {Of(session.primAddress).Wide(kSessionCharacters)}),
-          Field(session.secAddressLabel, {Of(session.secAddress).Wide(kSessionCharacters)}),
-          Field(session.timeOutLabel, {Of(session.timeOut).Wide(kSessionCharacters)}),
-          Field(session.bufferSizeLabel, {Of(session.bufferSize).Wide(kSessionCharacters)}),
-      }),
-      Row({Of(session.initialize), Of(session.reset), Space()}),
+      Form(kCaptionCharacters,
+           {
+               Field(session.boardNumberLabel, {Of(session.boardNumber).Wide(kSessionCharacters)}),
+               Field(session.primAddressLabel, {Of(session.primAddress).Wide(kSessionCharacters)}),
+               Field(session.secAddressLabel, {Of(session.secAddress).Wide(kSessionCharacters)}),
+               Field(session.timeOutLabel, {Of(session.timeOut).Wide(kSessionCharacters)}),
+               Field(session.bufferSizeLabel, {Of(session.bufferSize).Wide(kSessionCharacters)}),
+               Field("", {Of(session.initialize), Of(session.reset)}),
+           }),
   });
 }
 
@@ -28,11 +30,12 @@ Layout PowerSupply(FrmBaseBand& panel) {
   return Group(panel.fraPowerSupply,
                {
                    Session(panel.supply),
-                   Form({
-                       Field("Voltage (V)", {Of(panel.txtPSVoltage), Of(panel.cmdPSVoltageSet)}),
-                       Field(panel.lblVoltageLoss, {Of(panel.txtVoltageLoss), Text("V")}),
-                       Field("Output", {Of(panel.cmdPSVoltageEnable)}),
-                   }),
+                   Form(kCaptionCharacters,
+                        {
+                            Field("Voltage (V)", {Of(panel.txtPSVoltage), Of(panel.cmdPSVoltageSet)}),
+                            Field(panel.lblVoltageLoss, {Of(panel.txtVoltageLoss), Text("V")}),
+                            Field("Output", {Of(panel.cmdPSVoltageEnable)}),
+                        }),
                    Space(),
                });
 }
@@ -41,11 +44,12 @@ Layout Loader(FrmBaseBand& panel) {
   return Group(panel.fraLoader,
                {
                    Session(panel.load),
-                   Form({
-                       Field("Current (A)", {Of(panel.TxtLoaderCurrent), Of(panel.cmdLoaderCurrentSet)}),
-                       Field("Resistance (ohm)", {Of(panel.txtLoaderResister), Of(panel.cmdLoaderResisterSet)}),
-                   }),
-                   Row({Of(panel.optLoaderUse), Of(panel.optLoaderDisuse), Space()}),
+                   Form(kCaptionCharacters,
+                        {
+                            Field("Current (A)", {Of(panel.TxtLoaderCurrent), Of(panel.cmdLoaderCurrentSet)}),
+                            Field("Resistance (ohm)", {Of(panel.txtLoaderResister), Of(panel.cmdLoaderResisterSet)}),
+                            Field("", {Of(panel.optLoaderUse), Of(panel.optLoaderDisuse)}),
+                        }),
                    Space(),
                });
 }

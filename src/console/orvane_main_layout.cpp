@@ -10,35 +10,40 @@ using namespace lay;
 namespace {
 
 constexpr int kListCharacters = 14;
+/// The groups of the first tab stand one below the other: their captions are of one width.
+constexpr int kCaptionCharacters = 15;
 
 Layout TargetSystem(OrvaneMain& panel) {
   return Group(
       panel.fraTargetSystem,
-      {Form({
-           Field(panel.lblComPort, {Of(panel.cboPort).Wide(kListCharacters)}),
-           Field(panel.lblTarget, {Of(panel.cboTarget).Wide(kListCharacters)}),
-           Field(panel.lblSyncDelay, {Spin(panel.txtSyncDelay, panel.updSyncDelay).Wide(9)}),
-       }),
-       Row({Of(panel.cmdTargetInitialize).Main(), Of(panel.cmdTargetReset), Of(panel.shpTargetOnOff), Space()})});
+      {Form(kCaptionCharacters,
+            {
+                Field(panel.lblComPort, {Of(panel.cboPort).Wide(kListCharacters)}),
+                Field(panel.lblTarget, {Of(panel.cboTarget).Wide(kListCharacters)}),
+                Field(panel.lblSyncDelay, {Spin(panel.txtSyncDelay, panel.updSyncDelay).Wide(9)}),
+                Field("", {Of(panel.cmdTargetInitialize).Main(), Of(panel.cmdTargetReset), Of(panel.shpTargetOnOff)}),
+            })});
 }
 
 Layout Instrument(OrvaneMain& panel) {
   return Group(panel.fraInstrument,
-               {Form({
-                    Field(panel.lblInstrumentList, {Of(panel.cboInstrumentList).Wide(kListCharacters)}),
-                    Field(panel.lblPrimaryAddress, {Of(panel.cboPrimaryAddress).Wide(kListCharacters)}),
-                    Field(panel.lblTimeOut, {Of(panel.cboTimeOut).Wide(kListCharacters)}),
-                }),
-                Row({Of(panel.cmdInstrumentInitialize), Of(panel.cmdInsturmentReset), Of(panel.shpInstrumentOnOff),
-                     Space()})});
+               {Form(kCaptionCharacters,
+                     {
+                         Field(panel.lblInstrumentList, {Of(panel.cboInstrumentList).Wide(kListCharacters)}),
+                         Field(panel.lblPrimaryAddress, {Of(panel.cboPrimaryAddress).Wide(kListCharacters)}),
+                         Field(panel.lblTimeOut, {Of(panel.cboTimeOut).Wide(kListCharacters)}),
+                         Field("", {Of(panel.cmdInstrumentInitialize), Of(panel.cmdInsturmentReset),
+                                    Of(panel.shpInstrumentOnOff)}),
+                     })});
 }
 
 Layout PowerSupply(OrvaneMain& panel) {
-  return Group(panel.Frame5, {Form({
-                                  Field("Voltage (V)", {Of(panel.txtPSVoltage), Of(panel.cmdPSVoltageSet)}),
-                                  Field("Voltage loss (V)", {Of(panel.txtVoltageLoss)}),
-                              }),
-                              Row({Of(panel.cmdPSInitialize), Of(panel.cmdPSReset), Space()})});
+  return Group(panel.Frame5, {Form(kCaptionCharacters,
+                                   {
+                                       Field("Voltage (V)", {Of(panel.txtPSVoltage), Of(panel.cmdPSVoltageSet)}),
+                                       Field("Voltage loss (V)", {Of(panel.txtVoltageLoss)}),
+                                       Field("", {Of(panel.cmdPSInitialize), Of(panel.cmdPSReset)}),
+                                   })});
 }
 
 Layout SystemPage(OrvaneMain& panel) {
@@ -116,7 +121,7 @@ Layout TxPage(OrvaneMain& panel) {
 Layout Console(OrvaneMain& panel) {
   return Column({
       Row({Of(panel.lblResults), Space(), Of(panel.cmdLogOn), Of(panel.cmdResultClear)}),
-      Of(panel.txtResults).Lines(20).FixedPitch().Stretched(),
+      Of(panel.txtResults).Lines(20).Wide(52).FixedPitch().Stretched(),
       Row({Of(panel.lblUserCommand), Of(panel.txtUserCommand).FixedPitch().Stretched()}),
   });
 }

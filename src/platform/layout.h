@@ -16,7 +16,7 @@ struct Layout {
     Control,  ///< `control`, and `upDown` beside it when there is one.
     Row,      ///< `parts` side by side.
     Column,   ///< `parts` one below the other.
-    Grid,     ///< `parts` in rows of `size`, all columns of one width.
+    Grid,     ///< `parts` in rows of `size`; columns share the room evenly.
     Form,     ///< `parts` are Fields, their captions aligned.
     Field,    ///< A caption (`control`, a Label, or else `text`) and `parts` side by side behind it.
     Group,    ///< `parts` one below the other in a frame: that of `control`, or one with the caption `text`.
@@ -32,7 +32,8 @@ struct Layout {
   std::string text{};
   std::vector<Layout> parts{};
 
-  /// Width of a box in characters; columns of a grid. 0: what the kind has by default.
+  /// Width of a box, a list, a button or a text in characters; of the captions of a form, and of the caption of a field that
+  /// stands in none; columns of a grid. 0: what the kind has by default.
   int size = 0;
   /// Lines of a text box of several lines, rows that a list shows at least. 0: one line, or the kind's default.
   int lines = 0;
@@ -74,6 +75,8 @@ using Parts = std::vector<Layout>;
   return {.kind = Layout::Kind::Grid, .parts = std::move(parts), .size = columns};
 }
 [[nodiscard]] inline Layout Form(Parts fields) { return {.kind = Layout::Kind::Form, .parts = std::move(fields)}; }
+/// With captions of that many characters: forms that stand one below the other have their boxes in one line.
+[[nodiscard]] inline Layout Form(int captions, Parts fields) { return Form(std::move(fields)).Wide(captions); }
 [[nodiscard]] inline Layout Field(Label& caption, Parts parts) {
   return {.kind = Layout::Kind::Field, .control = &caption, .parts = std::move(parts)};
 }

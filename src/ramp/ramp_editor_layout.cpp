@@ -12,12 +12,13 @@ constexpr int kBoxesInRow = 8;
 constexpr int kBoxCharacters = 3;
 
 /// One direction of the ramp: its sixteen boxes, each behind its number.
-Layout Shape(Frame& frame, ControlArray<Label>& numbers, ControlArray<TextBox>& boxes, ControlArray<UpDown>& spins) {
+Layout Shape(Frame& frame, const char* direction, ControlArray<Label>& numbers, ControlArray<TextBox>& boxes,
+             ControlArray<UpDown>& spins) {
   Parts fields;
   for (std::size_t i = 0; i < boxes.size(); ++i) {
-    fields.push_back(Field(*numbers[i], {Spin(*boxes[i], *spins[i]).Wide(kBoxCharacters)}));
+    fields.push_back(Field(*numbers[i], {Spin(*boxes[i], *spins[i]).Wide(kBoxCharacters)}).Wide(2));
   }
-  return Group(frame, {Grid(kBoxesInRow, std::move(fields))});
+  return Group(frame, {Row({Text(direction).Wide(5), Grid(kBoxesInRow, std::move(fields)).Stretched()})});
 }
 
 Layout Status(Frame& frame, Label& caption, TextBox& sum) {
@@ -36,8 +37,8 @@ Layout LayOut(RampEditorFace& editor) {
                                                  Of(editor.cmdRampSave), Space()})})
               .Stretched(),
       }),
-      Shape(*editor.fraRampShapeTable[0], editor.lblUP, editor.txtUP, editor.updUP),
-      Shape(*editor.fraRampShapeTable[1], editor.lblDN, editor.txtDN, editor.updDN),
+      Shape(*editor.fraRampShapeTable[0], "Up", editor.lblUP, editor.txtUP, editor.updUP),
+      Shape(*editor.fraRampShapeTable[1], "Down", editor.lblDN, editor.txtDN, editor.updDN),
       Row({
           Status(editor.fraRampUpStatus, editor.lblRampUpStatus, editor.txtRampUpStatus),
           Status(editor.fraRampDownStatus, editor.lblRampDownStatus, editor.txtRampDownStatus),

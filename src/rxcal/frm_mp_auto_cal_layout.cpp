@@ -57,7 +57,7 @@ Layout RxPart(FrmMPAutoCal& panel) {
   return Group(
       panel.frmMPAutoCalRx,
       {Row({
-               Column({Channels(panel), GMagic(panel)}),
+               Column({Channels(panel), GMagic(panel), Space()}),
                Column({
                           Group(panel.fraMPRxResults,
                                 {Of(panel.lstMPRxChannelCalResult).Wide(36).Lines(8).FixedPitch().Stretched()})
@@ -92,10 +92,10 @@ Layout TargetLevels(FrmMPAutoCal& panel) {
 
 Layout DacOrSlope(FrmMPAutoCal& panel) {
   return Group(panel.fraDACUse, {Grid(2, {
-                                             Field(panel.lblDACUseGSM1, {Of(panel.txtDACUseGSM1)}),
-                                             Field(panel.lblDACUseGSM2, {Of(panel.txtDACUseGSM2)}),
-                                             Field(panel.lblDACUseDCS1, {Of(panel.txtDACUseDCS1)}),
-                                             Field(panel.lblDACUseDCS2, {Of(panel.txtDACUseDCS2)}),
+                                             Field(panel.lblDACUseGSM1, {Of(panel.txtDACUseGSM1)}).Wide(5),
+                                             Field(panel.lblDACUseGSM2, {Of(panel.txtDACUseGSM2)}).Wide(5),
+                                             Field(panel.lblDACUseDCS1, {Of(panel.txtDACUseDCS1)}).Wide(5),
+                                             Field(panel.lblDACUseDCS2, {Of(panel.txtDACUseDCS2)}).Wide(5),
                                          })});
 }
 

@@ -8,25 +8,26 @@ using namespace lay;
 
 namespace {
 
+constexpr int kRunCharacters = 14;
+constexpr int kCaptionCharacters = 19;
+
+/// Stop takes the height of all the others: it is to be hit without aiming.
 Layout Runs(FrmAutoCal& panel) {
-  return Row({
-      Group("Run", {Row({
-                       Of(panel.cmdAllCalStart).Main(),
-                       Of(panel.Command1),
-                       Of(panel.cmdTxAllCal),
-                       Of(panel.cmdGSM),
-                       Of(panel.cmdDCS),
-                       Space(),
-                       Of(panel.cmdAutoCalStop).Wide(14),
-                   })})
-          .Stretched(),
-      Group("Show", {Row({
-                        Of(panel.cmdTxResults),
-                        Of(panel.cmdRxAutoCalResults),
-                        Of(panel.cmdMP),
-                        Of(panel.cmdRampShape),
-                    })}),
-  });
+  return Group("Run",
+               {Row({
+                   Column({
+                       Row({Of(panel.cmdAllCalStart).Main().Wide(kRunCharacters),
+                            Of(panel.Command1).Wide(kRunCharacters), Of(panel.cmdTxAllCal).Wide(kRunCharacters)}),
+                       Row({Of(panel.cmdGSM).Wide(kRunCharacters), Of(panel.cmdDCS).Wide(kRunCharacters), Space()}),
+                   }),
+                   Of(panel.cmdAutoCalStop).Large().Stretched(),
+               })});
+}
+
+Layout Shows(FrmAutoCal& panel) {
+  return Group(
+      "Show",
+      {Grid(2, {Of(panel.cmdTxResults), Of(panel.cmdRxAutoCalResults), Of(panel.cmdMP), Of(panel.cmdRampShape)})});
 }
 
 Layout Channels(FrmAutoCal& panel) {
@@ -52,22 +53,24 @@ Layout Channels(FrmAutoCal& panel) {
 
 Layout Measurement(FrmAutoCal& panel) {
   return Group("Measurement",
-               {Form({
-                   Field("Tolerance (dB)", {Of(panel.txtErrorRate)}),
-                   Field("Last power (dBm)", {Of(panel.txtPeakPower).Wide(14)}),
-                   Field("Power status", {Of(panel.txtTXP).Wide(14)}),
-                   Field("AFC", {Spin(panel.txtAutoCalAFC, panel.updAutoCalAFC), Of(panel.cmdAutoCalSet)}),
-               })});
+               {Form(kCaptionCharacters,
+                     {
+                         Field("Tolerance (dB)", {Of(panel.txtErrorRate)}),
+                         Field("Last power (dBm)", {Of(panel.txtPeakPower).Wide(14)}),
+                         Field("Power status", {Of(panel.txtTXP).Wide(14)}),
+                         Field("AFC", {Spin(panel.txtAutoCalAFC, panel.updAutoCalAFC), Of(panel.cmdAutoCalSet)}),
+                     })});
 }
 
 Layout ReceiveRun(FrmAutoCal& panel) {
   return Group("Receive run",
-               {Form({
-                   Field("Function", {Of(panel.ComboFunction)}),
-                   Field("Offset", {Of(panel.comboOffset)}),
-                   Field("Frequency offset (kHz)", {Of(panel.txtfreqOffset)}),
-                   Field("Set point (dBm)", {Spin(panel.txtAutocalSetPointIL, panel.updAutocalSetPointIL)}),
-               })});
+               {Form(kCaptionCharacters,
+                     {
+                         Field("Function", {Of(panel.ComboFunction)}),
+                         Field("Offset", {Of(panel.comboOffset)}),
+                         Field("Frequency offset (kHz)", {Of(panel.txtfreqOffset)}),
+                         Field("Set point (dBm)", {Spin(panel.txtAutocalSetPointIL, panel.updAutocalSetPointIL)}),
+                     })});
 }
 
 Layout Save(FrmAutoCal& panel) {
@@ -108,15 +111,18 @@ Layout CableLoss(FrmAutoCal& panel) {
 
 /// Nothing stands behind these: the receive run lives on frmMPAutoCal.
 Layout WithoutEffect(FrmAutoCal& panel) {
-  return Group("Without effect (the receive run is on MP Auto Cal)",
+  constexpr int kCharacters = 14;
+  return Group("Without effect: the receive run is on MP Auto Cal",
                {
-                   Row({Of(panel.cmdAutoCalAGCStart), Of(panel.cmdAutoCalGMAGICStart), Of(panel.cmdRxAllAutoCal),
-                        Of(panel.cmdChannel), Of(panel.cmdTempCal), Of(panel.cmdCompensationChannel),
-                        Of(panel.cmdCompensationTemperature), Space()}),
-                   Row({Text("AGC ARFCN"), Of(panel.txtAutoCalAGCARFCN), Text("PM"), Of(panel.txtAutoCalPM),
-                        Text("DCS PM"), Of(panel.txtAutoCalDCSPM), Space()}),
-                   Row({Text("G-MAGIC ARFCN"), Of(panel.txtAutoCalGMAGICARFCN), Text("GSM900 F 7.1"),
-                        Of(panel.txtGMAGICGSM900F71), Text("DCS1800 F 7.1"), Of(panel.txtGMAGICDCS1800F71), Space()}),
+                   Grid(4, {Of(panel.cmdAutoCalAGCStart), Of(panel.cmdAutoCalGMAGICStart), Of(panel.cmdRxAllAutoCal),
+                            Text(""), Of(panel.cmdChannel), Of(panel.cmdTempCal), Of(panel.cmdCompensationChannel),
+                            Of(panel.cmdCompensationTemperature)}),
+                   Grid(2, {Field("AGC ARFCN", {Of(panel.txtAutoCalAGCARFCN)}).Wide(kCharacters),
+                            Field("G-MAGIC ARFCN", {Of(panel.txtAutoCalGMAGICARFCN)}).Wide(kCharacters),
+                            Field("GSM PM", {Of(panel.txtAutoCalPM)}).Wide(kCharacters),
+                            Field("GSM900 F 7.1", {Of(panel.txtGMAGICGSM900F71)}).Wide(kCharacters),
+                            Field("DCS PM", {Of(panel.txtAutoCalDCSPM)}).Wide(kCharacters),
+                            Field("DCS1800 F 7.1", {Of(panel.txtGMAGICDCS1800F71)}).Wide(kCharacters)}),
                });
 }
 
@@ -124,10 +130,10 @@ Layout WithoutEffect(FrmAutoCal& panel) {
 
 Layout LayOut(FrmAutoCal& panel) {
   return Column({
-      Runs(panel),
+      Row({Runs(panel).Stretched(), Save(panel), Shows(panel)}),
       Row({
               Column({Channels(panel), Measurement(panel), ReceiveRun(panel), Space()}),
-              Column({Save(panel), PowerIndex(panel), InitialValue(panel), CableLoss(panel), Space()}),
+              Column({PowerIndex(panel), InitialValue(panel), CableLoss(panel), Space()}),
               Column({View("searchConvergence").Stretched(), WithoutEffect(panel)}).Stretched(),
           })
           .Stretched(),

@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QPalette>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -13,8 +14,23 @@ QColor ToQt(Colour colour) {
           static_cast<int>(colour >> 16 & 0xFF)};
 }
 
+bool IsDark(const QColor& colour) { return qGray(colour.rgb()) <= 110; }
+
 /// Black or white, whichever is read better on that ground.
-QColor ReadableOn(const QColor& ground) { return qGray(ground.rgb()) > 110 ? Qt::black : Qt::white; }
+QColor ReadableOn(const QColor& ground) { return IsDark(ground) ? Qt::white : Qt::black; }
+
+/// A colour of text as it is on a light ground, and a pale one of its hue on a dark desktop.
+QColor OnDesktop(const QColor& text) {
+  constexpr int kPale = 185;
+  if (!IsDark(QPalette().color(QPalette::Base)) || !IsDark(text)) return text;
+  return QColor::fromHsl(text.hslHue(), text.hslSaturation(), kPale);
+}
+
+/// What the text of a control is drawn in. The scroll bars of a box keep the desktop's colours.
+std::vector<QPalette::ColorRole> TextRoles(ControlKind kind) {
+  if (kind == ControlKind::Text || kind == ControlKind::List) return {QPalette::Text};
+  return {QPalette::Text, QPalette::ButtonText, QPalette::WindowText};
+}
 
 }  // namespace
 
@@ -25,15 +41,12 @@ void ShowColours(const Control& control, QWidget& widget) {
   if (ownGround) {
     const QColor ground = ToQt(control.BackColor());
     for (const auto role : {QPalette::Base, QPalette::Button, QPalette::Window}) palette.setColor(role, ground);
-    for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
-      palette.setColor(role, ReadableOn(ground));
-    }
+    for (const auto role : TextRoles(control.Kind())) palette.setColor(role, ReadableOn(ground));
     if (control.Kind() == ControlKind::Label) widget.setAutoFillBackground(true);
   }
   if (ownText) {
-    for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
-      palette.setColor(role, ToQt(control.ForeColor()));
-    }
+    const QColor text = ToQt(control.ForeColor());
+    for (const auto role : TextRoles(control.Kind())) palette.setColor(role, ownGround ? text : OnDesktop(text));
   }
   widget.setPalette(ownGround || ownText ? palette : QPalette());
 }

@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QProgressBar>
+#include <QSvgRenderer>
 #include <QSvgWidget>
 
 #include "adapters/qt/choice_widgets.h"
@@ -10,6 +11,7 @@
 #include "adapters/qt/entry_text.h"
 #include "adapters/qt/lamp_widget.h"
 #include "adapters/qt/list_widget.h"
+#include "adapters/qt/pictures.h"
 #include "adapters/qt/up_down_widget.h"
 
 namespace orvane {
@@ -38,6 +40,12 @@ QWidget* MakeText(TextBox& box, const Layout& place, Hands& hands, QWidget* pare
 QWidget* MakeComboBox(ComboBox& combo, const Layout& place, Hands& hands, QWidget* parent) {
   auto* widget = MakeCombo(combo, hands, parent);
   if (place.size > 0) SetCharacters(*widget, place.size, 36);
+  return widget;
+}
+
+QWidget* MakePushButton(Button& button, const Layout& place, WindowContext& context, QWidget* parent) {
+  auto* widget = MakeButton(button, context.hands, context.letters, parent);
+  if (place.size > 0) widget->setMinimumWidth(widget->fontMetrics().horizontalAdvance(u'0') * place.size);
   return widget;
 }
 
@@ -88,8 +96,11 @@ QWidget* MakeTabs(TabControl& tabs, Hands& hands, QWidget* parent) {
 }
 
 QWidget* MakePicture(Image& image, QWidget* parent) {
-  auto* widget = new QSvgWidget(":/pictures/" + ToQt(image.Picture()) + ".svg", parent);
-  widget->setMinimumSize(320, 320);
+  auto* widget = new QSvgWidget(parent);
+  widget->load(PictureNamed(image.Picture()));
+  widget->renderer()->setAspectRatioMode(Qt::KeepAspectRatio);
+  // To be told from three metres.
+  widget->setMinimumSize(widget->renderer()->defaultSize() * 3 / 2);
   Follow(image, *widget, {});
   return widget;
 }
@@ -101,7 +112,7 @@ QWidget* MakeWidget(const Layout& place, WindowContext& context, QWidget* parent
   Hands& hands = context.hands;
   switch (control.Kind()) {
     case ControlKind::Button:
-      return MakeButton(static_cast<Button&>(control), hands, context.letters, parent);
+      return MakePushButton(static_cast<Button&>(control), place, context, parent);
     case ControlKind::Text:
       return MakeText(static_cast<TextBox&>(control), place, hands, parent);
     case ControlKind::Combo:

@@ -21,6 +21,22 @@ BoxLayout* Bare(BoxLayout* layout) {
   return layout;
 }
 
+void SetWeight(QWidget& widget, QFont::Weight weight) {
+  QFont font = widget.font();
+  font.setWeight(weight);
+  widget.setFont(font);
+}
+
+void SetCharacters(QLabel& label, int characters) {
+  label.setMinimumWidth(label.fontMetrics().horizontalAdvance(u'0') * characters);
+}
+
+QLabel* PlainText(const std::string& text, int characters, QWidget* parent) {
+  auto* label = new QLabel(ToQt(text), parent);
+  SetCharacters(*label, characters);
+  return label;
+}
+
 class Builder {
  public:
   Builder(WindowContext& context, const ViewMaker& views) : context_(context), views_(views) {}
@@ -41,7 +57,7 @@ class Builder {
   void PlaceForm(const Layout& form, QGridLayout& grid, QWidget* parent);
   void PlaceGroup(const Layout& group, QBoxLayout& into, QWidget* parent);
   void PlaceTabs(const Layout& tabs, QBoxLayout& into, QWidget* parent);
-  QWidget* Caption(const Layout& field, QWidget* parent);
+  QWidget* Caption(const Layout& field, int characters, QWidget* parent);
 
   WindowContext& context_;
   const ViewMaker& views_;
@@ -64,16 +80,19 @@ void Builder::PlaceAll(const Layout& layout, QBoxLayout& into, QWidget* parent) 
   for (const Layout& part : layout.parts) Place(part, into, parent);
 }
 
-QWidget* Builder::Caption(const Layout& field, QWidget* parent) {
-  if (field.control != nullptr) return Single(Layout{.control = field.control}, parent);
-  return new QLabel(ToQt(field.text), parent);
+QWidget* Builder::Caption(const Layout& field, int characters, QWidget* parent) {
+  auto* caption = field.control != nullptr ? static_cast<QLabel*>(Single(Layout{.control = field.control}, parent))
+                                           : PlainText(field.text, 0, parent);
+  caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  SetCharacters(*caption, characters);
+  return caption;
 }
 
 void Builder::PlaceForm(const Layout& form, QGridLayout& grid, QWidget* parent) {
   for (int row = 0; const Layout& field : form.parts) {
     auto* cell = Bare(new QHBoxLayout);
     if (field.kind == Layout::Kind::Field) {
-      grid.addWidget(Caption(field, parent), row, 0, Qt::AlignRight | Qt::AlignVCenter);
+      grid.addWidget(Caption(field, form.size, parent), row, 0);
       PlaceAll(field, *cell, parent);
     } else {
       Place(field, *cell, parent);
@@ -87,10 +106,14 @@ void Builder::PlaceForm(const Layout& form, QGridLayout& grid, QWidget* parent) 
 void Builder::PlaceGroup(const Layout& group, QBoxLayout& into, QWidget* parent) {
   QWidget* frame = group.control != nullptr ? MakeWidget(Layout{.control = group.control}, context_, parent)
                                             : new QGroupBox(ToQt(group.text), parent);
-  auto* column = new QVBoxLayout(frame);
+  SetWeight(*frame, QFont::DemiBold);
+  auto* content = new QWidget(frame);
+  SetWeight(*content, QFont::Normal);
+  Bare(new QVBoxLayout(frame))->addWidget(content);
+  auto* column = new QVBoxLayout(content);
   column->setContentsMargins(kMargin, kMargin / 2, kMargin, kMargin);
   column->setSpacing(kSpacing);
-  PlaceAll(group, *column, frame);
+  PlaceAll(group, *column, content);
   into.addWidget(frame, group.stretch);
 }
 
@@ -123,11 +146,19 @@ void Builder::PlaceControl(const Layout& place, QBoxLayout& into, QWidget* paren
   into.addLayout(pair, place.stretch);
 }
 
+/// Texts and boxes stand at the left of their cells, all else fills them.
+bool KeepsItsWidth(const Layout& cell) {
+  if (cell.kind == Layout::Kind::Text || cell.kind == Layout::Kind::Field) return true;
+  return cell.kind == Layout::Kind::Control && cell.control->Kind() != ControlKind::Button && cell.stretch == 0;
+}
+
 void Builder::PlaceGrid(const Layout& layout, QGridLayout& grid, QWidget* parent) {
   for (int index = 0; const Layout& part : layout.parts) {
     auto* cell = Bare(new QHBoxLayout);
     grid.addLayout(cell, index / layout.size, index % layout.size);
+    grid.setColumnStretch(index % layout.size, 1);
     Place(part, *cell, parent);
+    if (KeepsItsWidth(part)) cell->addStretch();
     ++index;
   }
 }
@@ -160,7 +191,7 @@ void Builder::Place(const Layout& part, QBoxLayout& into, QWidget* parent) {
       return PlaceForm(part, Nested<QGridLayout>(part, into), parent);
     case Layout::Kind::Field: {
       auto& row = Nested<QHBoxLayout>(part, into);
-      row.addWidget(Caption(part, parent));
+      row.addWidget(Caption(part, part.size, parent));
       return PlaceAll(part, row, parent);
     }
     case Layout::Kind::Group:
@@ -168,7 +199,7 @@ void Builder::Place(const Layout& part, QBoxLayout& into, QWidget* parent) {
     case Layout::Kind::Tabs:
       return PlaceTabs(part, into, parent);
     case Layout::Kind::Text:
-      return into.addWidget(new QLabel(ToQt(part.text), parent), part.stretch);
+      return into.addWidget(PlainText(part.text, part.size, parent), part.stretch);
     case Layout::Kind::Space:
       return into.addStretch(part.stretch);
     case Layout::Kind::View:

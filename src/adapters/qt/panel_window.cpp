@@ -10,6 +10,7 @@ PanelWindow::PanelWindow(Panel& panel, const Layout& layout, Hands& hands, const
     : panel_(panel), context_{hands} {
   setObjectName(ToQt(panel.Name()));
   setCentralWidget(BuildLayout(layout, context_, views, this));
+  resize(sizeHint());
 }
 
 void PanelWindow::FollowPanel() {
