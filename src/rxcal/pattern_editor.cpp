@@ -86,7 +86,7 @@ void PatternEditor::Load() {
   if (!opened) return;
   PassOver([&] { TakePatterns(TextOfBytes(ReadWhole(*file)), state_); });
   file.reset();
-  PassOver([&] { ShowCell(); });
+  ShowCell();
 }
 
 }  // namespace orvane

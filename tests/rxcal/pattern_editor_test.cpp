@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "rxcal/mp_panel.h"
 #include "support/rig.h"
 
 namespace orvane::test {
@@ -226,6 +227,26 @@ TEST_F(PatternEditorTest, AFileReplacesOnlyTheLevelsThatItHas) {
   EXPECT_EQ(face.txtMPDAC.Text(), "444") << "the cell is shown anew";
   Load("");
   EXPECT_EQ(Cell(0, 0), "1");
+}
+
+TEST_F(PatternEditorTest, ALoadShowsNoCellForALevelLeftByTheOtherBand) {
+  op.Select(face.optDCSPattern);
+  op.Type(face.txtMPLevel, "4");
+  op.Type(face.txtMPDAC, "123");
+  op.Select(face.optGSMPattern);
+  Load("1 2 3\n");
+  EXPECT_EQ(Cell(0, 0), "1");
+  EXPECT_EQ(face.txtMPDAC.Text(), "123");
+  EXPECT_THAT(boxes.shown, IsEmpty());
+}
+
+TEST_F(PatternEditorTest, AValueFromAFileIsJudgedWhenItIsShown) {
+  MpPanel panel{panels.mpAutoCal, panels.autoCal, state.cal, link, boxes, [] {}};
+  panel.Connect();
+  Load("7x 2 3\n");
+  EXPECT_EQ(Cell(0, 0), "7x") << "taken as it stands";
+  EXPECT_THAT(Warnings(), ElementsAre("Input the number without blank."));
+  EXPECT_EQ(face.txtMPDAC.Text(), "750");
 }
 
 TEST_F(PatternEditorTest, ACancelledLoadChangesNothing) {
