@@ -27,6 +27,7 @@ TEST(OrvaneMain, ShowsItsConsoleItsCommandLineAndThreeTabs) {
                      {"cmdExit", Button, "Exit"}});
   EXPECT_THAT(panel.SSTab1.Tabs(), ElementsAre("SYSTEM", "RX", "TX"));
   EXPECT_EQ(panel.SSTab1.Selected(), 0);
+  ExpectDialog(panel.dlgOpenLog, "Results Log On", "로그파일(*.log)|*.log|All Files (*.*)|*.*", "LOG");
 }
 
 TEST(OrvaneMain, ConnectsTargetAndInstrumentsOnTheSystemTab) {

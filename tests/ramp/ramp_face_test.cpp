@@ -25,6 +25,11 @@ TEST(RampEditorFace, StandsOnBothPanelsUnderTheSameNames) {
                         {"lblRampIndex", Label, "GSM"},
                         {"cmdRampIndexset", Button, "Set"},
                         {"fraRampShapeTable(0)", Frame, "Ramp Shape Table"},
+                        {"fraRampShapeTable(1)", Frame, "Ramp Shape Table"},
+                        {"lblUP(0)", Label, "0"},
+                        {"lblUP(15)", Label, "15"},
+                        {"lblDN(0)", Label, "0"},
+                        {"lblDN(15)", Label, "15"},
                         {"txtUP(0)", Text, ""},
                         {"txtUP(15)", Text, ""},
                         {"txtDN(0)", Text, ""},
@@ -50,13 +55,12 @@ TEST(RampEditorFace, StandsOnBothPanelsUnderTheSameNames) {
 TEST(RampEditorFace, ItsSpinsCoverTheTablesAndTheValues) {
   const FrmRampTable dialog;
   const RampEditorFace& face = dialog.editor;
-  EXPECT_EQ(face.updRampTableIndex.Min(), 0);
-  EXPECT_EQ(face.updRampTableIndex.Max(), 30);
-  for (const orvane::UpDown* spin :
-       {face.updUP[0].get(), face.updUP[15].get(), face.updDN[0].get(), face.updDN[15].get()}) {
-    EXPECT_EQ(spin->Min(), 0) << spin->Name();
-    EXPECT_EQ(spin->Max(), 31) << spin->Name();
+  ExpectSpin(face.updRampTableIndex, &face.txtRampTableIndex, 0, 30);
+  for (std::size_t i = 0; i < face.updUP.size(); ++i) {
+    ExpectSpin(*face.updUP[i], face.txtUP[i].get(), 0, 31);
+    ExpectSpin(*face.updDN[i], face.txtDN[i].get(), 0, 31);
   }
+  ExpectDialog(face.dlgRampSave, "", "(*.dat)|*.dat|All Files (*.*)|*.*;", "DAT");
 }
 
 }  // namespace

@@ -28,10 +28,9 @@ TEST(FrmDownLoad, ShowsTheTransferAsItIsShipped) {
                      {"fraFlashTest", Frame, "Flash Test"},
                      {"cmdse", Button, "SE3"},
                      {"lstDataReadWindow", List, ""},
-                     {"prgDownload", Progress, ""}});
+                     {"prgDownload", Progress, "", false}});
   EXPECT_TRUE(panel.optFullDownload.Selected());
   EXPECT_TRUE(panel.optDownloadFlash.Selected());
-  EXPECT_FALSE(panel.prgDownload.Visible());
 }
 
 TEST(FrmDownLoad, ShowsTheEepromTestAsItIsShipped) {
@@ -58,13 +57,14 @@ TEST(FrmDownLoad, ShowsTheEepromTestAsItIsShipped) {
                      {"txtEepromDataWrite", Text, ""},
                      {"cmdEepromTest", Button, "Test"},
                      {"cmdEepromErase", Button, "All Erase"}});
+  ExpectSpin(panel.updEepromStartAddress, &panel.txtEepromStartAddress, 0, 65536);
+  ExpectSpin(panel.updEepromLength, &panel.txtEepromLength, 0, 65536);
 }
 
 TEST(FrmDownLoad, ItsDialogAsksForParameterFiles) {
   const FrmDownLoad panel;
-  EXPECT_EQ(panel.dlgDownload.title, "RF Parameters Download/");
-  EXPECT_EQ(panel.dlgDownload.defaultExtension, "epm");
-  EXPECT_EQ(panel.dlgDownload.filter, "(*.epm)|*.epm|(*.txt)|*.txt|All Files(*.*)|*.*;");
+  ExpectDialog(panel.dlgDownload, "RF Parameters Download/", "(*.epm)|*.epm|(*.txt)|*.txt|All Files(*.*)|*.*;",
+               "epm");
 }
 
 }  // namespace

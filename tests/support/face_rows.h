@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/controls.h"
+#include "platform/file_dialogs.h"
 #include "platform/panel.h"
 
 namespace orvane::test {
@@ -15,6 +16,7 @@ struct FaceRow {
   const char* name;
   ControlKind kind;
   std::string shown;
+  bool visible = true;
 };
 
 /// What a control shows: its caption or its text; empty where it has neither.
@@ -32,6 +34,7 @@ inline void ExpectFace(const Panel& panel, const std::vector<FaceRow>& rows) {
     EXPECT_EQ(control->Kind(), row.kind) << row.name;
     EXPECT_EQ(ShownIn(*control), row.shown) << row.name;
     EXPECT_TRUE(control->Enabled()) << row.name;
+    EXPECT_EQ(control->Visible(), row.visible) << row.name;
   }
 }
 
@@ -41,6 +44,13 @@ inline void ExpectSpin(const UpDown& spin, const TextBox* box, Long min, Long ma
   EXPECT_EQ(spin.Min(), min) << spin.Name();
   EXPECT_EQ(spin.Max(), max) << spin.Name();
   EXPECT_EQ(spin.Step(), 1) << spin.Name();
+}
+
+inline void ExpectDialog(const FileDialog& dialog, const std::string& title, const std::string& filter,
+                         const std::string& defaultExtension) {
+  EXPECT_EQ(dialog.title, title);
+  EXPECT_EQ(dialog.filter, filter);
+  EXPECT_EQ(dialog.defaultExtension, defaultExtension);
 }
 
 }  // namespace orvane::test

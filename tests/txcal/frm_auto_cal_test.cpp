@@ -82,27 +82,38 @@ TEST(FrmAutoCal, ShowsItsButtonsAsTheyAreShipped) {
   }
 }
 
+TEST(FrmAutoCal, HasThreeGroupsOfSideTables) {
+  const FrmAutoCal panel;
+  ExpectFace(panel, {{"fraPowerIndex", Frame, "Power Index"},
+                     {"optPowerIndexGSM", Option, "GSM"},
+                     {"optPowerIndexDCS", Option, "DCS"},
+                     {"fraInitialValue", Frame, "Initial Value"},
+                     {"optinitialGSM", Option, "GSM"},
+                     {"optinitialDCS", Option, "DCS"},
+                     {"fraCableLoss", Frame, "Cable Loss"}});
+  // Each use says its title; the panel's load selects the options.
+  ExpectDialog(panel.dlgInitial, "", "(*.init)|*.init|All Files (*.*)|*.*;", "");
+  ExpectDialog(panel.dlgPowerIndex, "", "(*.pwr)|*.pwr|All Files (*.*)|*.*;", "");
+  ExpectDialog(panel.dlgLoss, "", "(*.loss)|*.loss|All Files (*.*)|*.*;", "");
+}
+
 TEST(FrmAutoCal, ItsSpinsHaveTheirRanges) {
-  struct Row {
-    orvane::UpDown FrmAutoCal::*spin;
-    const char* name;
-    Long min;
-    Long max;
-  };
-  FrmAutoCal panel;
-  for (const Row& row :
-       {Row{&FrmAutoCal::UpDownARFCN, "UpDownARFCN", 0, 1023}, Row{&FrmAutoCal::UpDowndcs, "UpDowndcs", 0, 1023},
-        Row{&FrmAutoCal::updLoss, "updLoss", -200, 0}, Row{&FrmAutoCal::updDCSLoss, "updDCSLoss", -200, 0},
-        Row{&FrmAutoCal::updRxCableLossGSM, "updRxCableLossGSM", -200, 0},
-        Row{&FrmAutoCal::updRxCableLossDCS, "updRxCableLossDCS", -200, 0},
-        Row{&FrmAutoCal::updAutoCalAFC, "updAutoCalAFC", -4096, 4095},
-        Row{&FrmAutoCal::updAutocalSetPointIL, "updAutocalSetPointIL", -120, 0}}) {
-    const orvane::UpDown& spin = panel.*row.spin;
-    EXPECT_EQ(spin.Name(), row.name);
-    EXPECT_EQ(spin.Min(), row.min) << row.name;
-    EXPECT_EQ(spin.Max(), row.max) << row.name;
-    EXPECT_EQ(spin.Step(), 1) << row.name;
-  }
+  const FrmAutoCal panel;
+  ExpectSpin(panel.UpDownARFCN, &panel.txtARFCN, 0, 1023);
+  ExpectSpin(panel.UpDowndcs, &panel.txtdcsarfcn, 0, 1023);
+  ExpectSpin(panel.updLoss, &panel.txtLoss, -200, 0);
+  ExpectSpin(panel.updDCSLoss, &panel.txtDCSLoss, -200, 0);
+  ExpectSpin(panel.updAutoCalAFC, &panel.txtAutoCalAFC, -4096, 4095);
+  ExpectSpin(panel.updAutocalSetPointIL, &panel.txtAutocalSetPointIL, -120, 0);
+  ExpectSpin(panel.updPowerIndex, &panel.txtPowerIndex, 0, 19);
+  ExpectSpin(panel.updPowerIndexLevel, &panel.txtPowerIndexLevel, 0, 33);
+  ExpectSpin(panel.updinitialLevel, &panel.txtinitialLevel, 0, 19);
+  ExpectSpin(panel.updinitialDAC, &panel.txtinitialDAC, 0, 1023);
+  // These two count tenths in a value of their own.
+  ExpectSpin(panel.updRxCableLossGSM, nullptr, -200, 0);
+  ExpectSpin(panel.updRxCableLossDCS, nullptr, -200, 0);
+  EXPECT_EQ(panel.updRxCableLossGSM.Value(), -5);
+  EXPECT_EQ(panel.updRxCableLossDCS.Value(), -5);
 }
 
 }  // namespace
