@@ -27,6 +27,7 @@ class Pty {
   ~Pty() { HangUp(); }
 
   [[nodiscard]] const std::string& Device() const { return device_; }
+  [[nodiscard]] int Master() const { return master_; }
   [[nodiscard]] bool Send(std::string_view bytes) const {
     return ::write(master_, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
   }

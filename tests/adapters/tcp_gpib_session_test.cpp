@@ -7,6 +7,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <optional>
 #include <thread>
@@ -43,6 +44,9 @@ class Instrument {
   ~Instrument() {
     HangUp();
     Leave();
+    for (const int waiting : waiting_) {
+      if (waiting >= 0) ::close(waiting);
+    }
   }
 
   [[nodiscard]] int Port() const { return port_; }
@@ -63,6 +67,17 @@ class Instrument {
     if (peer_ >= 0) ::close(peer_);
     peer_ = -1;
   }
+  /// As a host behind a wall: nobody accepts, and the queue of those who wait is full.
+  void TakeNoMore() {
+    ::listen(listener_, 0);
+    sockaddr_in own{};
+    socklen_t size = sizeof own;
+    ::getsockname(listener_, reinterpret_cast<sockaddr*>(&own), &size);
+    for (int& waiting : waiting_) {
+      waiting = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
+      ::connect(waiting, reinterpret_cast<const sockaddr*>(&own), sizeof own);
+    }
+  }
   void Leave() {
     if (listener_ >= 0) ::close(listener_);
     listener_ = -1;
@@ -71,6 +86,7 @@ class Instrument {
  private:
   int listener_;
   int peer_ = -1;
+  std::array<int, 4> waiting_{-1, -1, -1, -1};
   int port_ = 0;
 };
 
@@ -122,6 +138,25 @@ TEST_F(TcpRouteTest, ReadsNoMoreThanTheReadSizeAndTheRestWithTheNextRead) {
   instrument_.Reply("abcdefgh\n");
   EXPECT_EQ(session->Read(5, 1s), "abcde");
   EXPECT_EQ(session->Read(5, 1s), "fgh\n");
+}
+
+TEST_F(TcpRouteTest, WhatIsLeftOfAReplyThatWasTooLongIsNotTheNextOnes) {
+  const auto session = Open();
+  session->Write("FIRST?", 1s);
+  instrument_.Accept();
+  instrument_.Reply("abcde");
+  EXPECT_EQ(session->Read(5, 1s), "abcde");
+  session->Write("SECOND?", 1s);
+  instrument_.Reply("fgh\nsecond\n");
+  EXPECT_EQ(session->Read(1000, 1s), "second\n");
+}
+
+TEST_F(TcpRouteTest, AHostThatDoesNotTakeTheConnectionUpIsAbsentWithinTheTimeOut) {
+  instrument_.TakeNoMore();
+  const auto session = Open();
+  const auto start = std::chrono::steady_clock::now();
+  ExpectError(ErrorOf([&] { session->Write("*IDN?", 100ms); }), kErr, kEnol, "no connection within 100 ms.");
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 1s) << "the system itself tries for two minutes";
 }
 
 TEST_F(TcpRouteTest, ReadsOneOfTwoMessagesThatCameTogether) {
