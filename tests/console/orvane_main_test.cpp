@@ -24,7 +24,8 @@ TEST(OrvaneMain, ShowsItsConsoleItsCommandLineAndThreeTabs) {
                      {"cmdAutoCal", Button, "AUTO CAL"},
                      {"Command1", Button, "BASE BAND"},
                      {"Command2", Button, "DOWN LOAD"},
-                     {"cmdExit", Button, "Exit"}});
+                     {"cmdExit", Button, "Exit"},
+                     {"SSTab1", Tab, ""}});
   EXPECT_THAT(panel.SSTab1.Tabs(), ElementsAre("SYSTEM", "RX", "TX"));
   EXPECT_EQ(panel.SSTab1.Selected(), 0);
   ExpectDialog(panel.dlgOpenLog, "Results Log On", "로그파일(*.log)|*.log|All Files (*.*)|*.*", "LOG");
@@ -118,9 +119,11 @@ TEST(OrvaneMain, HoldsTheTransmitterTestsOnTheTxTab) {
                      {"optTxLevelDCS", Option, "DCS"},
                      {"lblTxLevelIndex", Label, "Index"},
                      {"txtTxLevelIndex", Text, "5"},
+                     {"updTxLevelIndex", UpDown, ""},
                      {"Command4", Button, "Set"},
                      {"lblPowerLevel", Label, "DAC"},
                      {"txtPowerLevel", Text, "450"},
+                     {"updPowerLevel", UpDown, ""},
                      {"cmdPowerlevelSet", Button, "Set"},
                      {"fraULTest", Frame, "Uplink Normal Burst test"},
                      {"lblULPattern", Label, "Pattern"},
@@ -133,6 +136,7 @@ TEST(OrvaneMain, HoldsTheTransmitterTestsOnTheTxTab) {
                      {"TXTargetSet", Button, "Set"},
                      {"fraAPCLoss", Frame, "Instrument Loss"},
                      {"txtAPCLoss", Text, "-0.5"},
+                     {"updAPCLoss", UpDown, ""},
                      {"cmdAPCLoss", Button, "Set"},
                      {"cboDELU", Combo, "0"},
                      {"cboDELD", Combo, "0"},

@@ -96,6 +96,25 @@ TEST(AutomatedRun, AStopClickEndsItWithoutAVerdictPanel) {
   EXPECT_EQ(station.Get("frmAutoCal.cmdAutoCalStop")["backColor"], kButtonFace) << "a second click withdraws it";
 }
 
+TEST(AutomatedRun, AStoppedOneLeavesTheTargetToTheTabsRxAndTx) {
+  Station station;
+  const int run = StartRun(station);
+  station.Click("frmAutoCal.cmdAutoCalStop");
+  station.AnswerTo(run);
+
+  station.Set("OrvaneMain.txtAGCPM", "text", "");
+  EXPECT_EQ(station.Click("OrvaneMain.cmdPMStart")["result"], Json::object());
+  EXPECT_NE(station.Get("OrvaneMain.txtAGCPM")["text"], "");
+  EXPECT_EQ(station.Set("OrvaneMain.txtTxLevelIndex", "text", "7")["result"]["text"], "7");
+  EXPECT_EQ(station.Set("OrvaneMain.optTxLevelDCS", "checked", true)["result"]["checked"], true);
+  for (const char* caption : {"Stop", "Test"}) {
+    station.Click("OrvaneMain.cmdULTest");
+    EXPECT_EQ(station.Get("OrvaneMain.cmdULTest")["caption"], caption);
+    EXPECT_EQ(station.State("TMStatus"), "&H00");
+  }
+  EXPECT_TRUE(station.Heard("box").empty());
+}
+
 TEST(AutomatedRun, ASecondOneIsRefusedWhileItRunsAndAcceptedAfterwards) {
   Station station;
   const int run = StartRun(station);

@@ -99,6 +99,11 @@ TEST(FrmAutoCal, HasThreeGroupsOfSideTables) {
 
 TEST(FrmAutoCal, ItsSpinsHaveTheirRanges) {
   const FrmAutoCal panel;
+  for (const char* name : {"UpDownARFCN", "UpDowndcs", "updLoss", "updDCSLoss", "updRxCableLossGSM",
+                           "updRxCableLossDCS", "updAutoCalAFC", "updAutocalSetPointIL", "updPowerIndex",
+                           "updPowerIndexLevel", "updinitialLevel", "updinitialDAC"}) {
+    ExpectFace(panel, {{name, UpDown, ""}});
+  }
   ExpectSpin(panel.UpDownARFCN, &panel.txtARFCN, 0, 1023);
   ExpectSpin(panel.UpDowndcs, &panel.txtdcsarfcn, 0, 1023);
   ExpectSpin(panel.updLoss, &panel.txtLoss, -200, 0);
