@@ -235,7 +235,8 @@ TEST(Requests, EveryStateOfTheGuideHasItsForm) {
                   "RampStorageMode", "CalMode",         "SaveMode",      "CalSaveFileName",
                   "CC2CVADCSaved",   "ShutDownADCSaved"}},
       {"array",
-       {"ReplyBytes", "RFParamText", "EepromImage", "RampTable", "PowerIndex", "InitValueIndex", "LossTable"}},
+       {"ReplyBytes", "RFParamText", "EepromImage", "RampTable", "PowerIndex", "InitValueIndex", "LossTable",
+        "APCDACPatternTable"}},
       {"object", {"RFParams"}},
   };
   Station station;
