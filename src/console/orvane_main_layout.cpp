@@ -50,28 +50,29 @@ Layout SystemPage(OrvaneMain& panel) {
   return Column({TargetSystem(panel), Instrument(panel), PowerSupply(panel), Space()});
 }
 
-/// A group of one line.
-Layout Line(Frame& frame, Parts parts) {
+/// A group of one line. In groups one below the other the boxes stand in one line.
+Layout Line(Frame& frame, const char* caption, Parts parts) {
+  constexpr int kCharacters = 7;
   parts.push_back(Space());
-  return Group(frame, {Row(std::move(parts))});
+  return Group(frame, {Field(caption, std::move(parts)).Wide(kCharacters)});
 }
 
 Layout RxPage(OrvaneMain& panel) {
   return Column({
       Grid(2,
            {
-               Line(panel.fraBeacon, {Text("ARFCN"), Of(panel.txtBeacon), Of(panel.cmdBeaconSet)}),
-               Line(panel.fraServing, {Text("ARFCN"), Of(panel.txtServing), Of(panel.cmdServingSet)}),
-               Line(panel.fraAGCValue, {Of(panel.txtAGCValue), Of(panel.cmdAGCValue), Of(panel.chkLNAOnOff)}),
-               Line(panel.fraAFCValue, {Of(panel.txtAFCValue), Of(panel.cmdAFCValueSet)}),
-               Line(panel.fraRxTargetRFMode, {Of(panel.cboRxTargetRFMode), Of(panel.RXTargetSet)}),
-               Line(panel.fraAGCPowerLevel, {Text("dBm"), Spin(panel.txtAGCPowerLevel, panel.updAGCPowerLevel),
-                                             Of(panel.cmdAGCPowerLevelSet)}),
-               Line(panel.fraFBTest, {Text("Frames"), Of(panel.txtFBFrame).Wide(5), Text("Mode"), Of(panel.cboFBMode),
-                                      Of(panel.cmdFBTest)}),
-               Line(panel.fraPMStart, {Text("Frames"), Of(panel.txtPMFrame).Wide(5), Of(panel.cmdPMStart)}),
-               Line(panel.fraAGCPM,
-                    {Text("PM"), Of(panel.txtAGCPM), Text("Deviation"), Of(panel.txtAGCPMStandardDeviation)}),
+               Line(panel.fraBeacon, "ARFCN", {Of(panel.txtBeacon), Of(panel.cmdBeaconSet)}),
+               Line(panel.fraServing, "ARFCN", {Of(panel.txtServing), Of(panel.cmdServingSet)}),
+               Line(panel.fraAGCValue, "AGC", {Of(panel.txtAGCValue), Of(panel.cmdAGCValue), Of(panel.chkLNAOnOff)}),
+               Line(panel.fraAFCValue, "AFC", {Of(panel.txtAFCValue), Of(panel.cmdAFCValueSet)}),
+               Line(panel.fraRxTargetRFMode, "Band", {Of(panel.cboRxTargetRFMode), Of(panel.RXTargetSet)}),
+               Line(panel.fraAGCPowerLevel, "dBm",
+                    {Spin(panel.txtAGCPowerLevel, panel.updAGCPowerLevel), Of(panel.cmdAGCPowerLevelSet)}),
+               Line(panel.fraFBTest, "Frames",
+                    {Of(panel.txtFBFrame), Text("Mode"), Of(panel.cboFBMode), Of(panel.cmdFBTest)}),
+               Line(panel.fraPMStart, "Frames", {Of(panel.txtPMFrame), Of(panel.cmdPMStart)}),
+               Line(panel.fraAGCPM, "PM",
+                    {Of(panel.txtAGCPM), Text("Deviation"), Of(panel.txtAGCPMStandardDeviation)}),
            }),
       Space(),
   });
@@ -106,9 +107,8 @@ Layout TxPage(OrvaneMain& panel) {
           TargetPowerLevel(panel),
           UplinkBurst(panel),
           Column({
-                     Line(panel.fraTxTargetRFMode, {Of(panel.cboTxTargetRFMode), Of(panel.TXTargetSet)}),
-                     Line(panel.fraAPCLoss,
-                          {Text("dB"), Spin(panel.txtAPCLoss, panel.updAPCLoss), Of(panel.cmdAPCLoss)}),
+                     Line(panel.fraTxTargetRFMode, "Band", {Of(panel.cboTxTargetRFMode), Of(panel.TXTargetSet)}),
+                     Line(panel.fraAPCLoss, "dB", {Spin(panel.txtAPCLoss, panel.updAPCLoss), Of(panel.cmdAPCLoss)}),
                  })
               .Stretched(),
       }),

@@ -39,7 +39,12 @@ QWidget* MakeText(TextBox& box, const Layout& place, Hands& hands, QWidget* pare
 
 QWidget* MakeComboBox(ComboBox& combo, const Layout& place, Hands& hands, QWidget* parent) {
   auto* widget = MakeCombo(combo, hands, parent);
-  if (place.size > 0) SetCharacters(*widget, place.size, 36);
+  constexpr int kRoom = 8;
+  if (place.size > 0) {
+    SetCharacters(*widget, place.size, 36);
+  } else {
+    widget->setFixedWidth(widget->sizeHint().width() + kRoom);
+  }
   return widget;
 }
 

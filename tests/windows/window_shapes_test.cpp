@@ -1,0 +1,93 @@
+#include <gmock/gmock.h>
+
+#include <QAbstractButton>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSvgWidget>
+#include <set>
+
+#include "windows/windows_test.h"
+
+namespace orvane::test {
+namespace {
+
+class WindowShapes : public testing::Test {
+ protected:
+  void SetUp() override {
+    NeedApplication();
+    windowed_.emplace();
+    windowed_->on.station.Start();
+  }
+  PanelWindow& Shown(Panel& panel) {
+    windowed_->on.station.Nest().Run([&] { panel.Show(); });
+    PanelWindow& window = windowed_->WindowOf(panel);
+    windowed_->Settle();
+    return window;
+  }
+
+  std::optional<WindowedStation> windowed_;
+};
+
+TEST_F(WindowShapes, EveryWindowFitsOnASmallScreen) {
+  for (Panel* panel : windowed_->on.Panels().All()) {
+    const PanelWindow& window = Shown(*panel);
+    EXPECT_LE(window.width(), 1270) << panel->Name();
+    EXPECT_LE(window.height(), 680) << panel->Name();
+    EXPECT_GE(window.width(), window.minimumSizeHint().width()) << panel->Name();
+    EXPECT_GE(window.height(), window.minimumSizeHint().height()) << panel->Name();
+  }
+}
+
+/// Widgets of a kind that have less room than what is written on them takes.
+template <class Widget>
+std::vector<std::string> Clipped(PanelWindow& window) {
+  std::vector<std::string> clipped;
+  for (const Widget* widget : window.findChildren<Widget*>()) {
+    if (!widget->isVisible() || widget->text().isEmpty()) continue;
+    if (widget->width() < widget->sizeHint().width() || widget->height() < widget->sizeHint().height()) {
+      clipped.push_back(widget->text().toStdString());
+    }
+  }
+  return clipped;
+}
+
+TEST_F(WindowShapes, NoCaptionIsClipped) {
+  for (Panel* panel : windowed_->on.Panels().All()) {
+    PanelWindow& window = Shown(*panel);
+    EXPECT_THAT(Clipped<QAbstractButton>(window), testing::IsEmpty()) << panel->Name();
+    EXPECT_THAT(Clipped<QLabel>(window), testing::IsEmpty()) << panel->Name();
+    for (const QGroupBox* group : window.findChildren<QGroupBox*>()) {
+      if (!group->isVisible()) continue;
+      EXPECT_GE(group->width(), group->fontMetrics().horizontalAdvance(group->title()))
+          << group->title().toStdString();
+    }
+  }
+}
+
+TEST_F(WindowShapes, WhatStandsInABoxIsReadWhole) {
+  for (Panel* panel : windowed_->on.Panels().All()) {
+    PanelWindow& window = Shown(*panel);
+    for (const QLineEdit* box : window.findChildren<QLineEdit*>()) {
+      if (!box->isVisible()) continue;
+      constexpr int kFrame = 8;
+      EXPECT_GE(box->width() - kFrame, box->fontMetrics().horizontalAdvance(box->text()))
+          << panel->Name() << "." << box->objectName().toStdString() << ": " << box->text().toStdString();
+    }
+  }
+}
+
+TEST_F(WindowShapes, AVerdictIsAPictureToBeToldFromFarAway) {
+  for (Panel* panel : std::vector<Panel*>{&windowed_->on.Panels().pass, &windowed_->on.Panels().fail}) {
+    const auto* picture = Shown(*panel).findChild<QSvgWidget*>("Image1");
+    ASSERT_NE(picture, nullptr);
+    EXPECT_GE(picture->width(), 500) << panel->Name();
+    const QImage drawn = const_cast<QSvgWidget*>(picture)->grab().toImage();
+    std::set<QRgb> colours;
+    for (int x = 0; x < drawn.width(); x += 3) colours.insert(drawn.pixel(x, drawn.height() / 2));
+    EXPECT_GT(colours.size(), 2U) << panel->Name() << ": a plain field of one colour";
+  }
+}
+
+}  // namespace
+}  // namespace orvane::test
