@@ -78,6 +78,11 @@ void Define(CLI::App& app, Options& options) {
   app.add_flag("--initialize", options.initialize,
                "Initialize the instruments and the Target once; headless, then exit: 0 PASS, 1 FAIL, 2 neither")
       ->check(NoValue);
+  auto* list = app.add_flag("--list", options.list, "List serial devices and the instruments that answer, then exit");
+  list->check(NoValue);
+  for (const char* runs : {"--bench", "--system-dir", "--temp-dir", "--automation", "--initialize"}) {
+    list->excludes(app.get_option(runs));
+  }
 }
 
 }  // namespace

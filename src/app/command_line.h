@@ -29,6 +29,8 @@ struct Options {
   std::variant<NoAutomation, StdioAutomation, UnixAutomation> automation;
   bool headless = false;
   bool initialize = false;
+  /// Tell what is there, and end.
+  bool list = false;
 };
 
 /// The program is to end at once: `--help`, `--version`, or a fault of the options.

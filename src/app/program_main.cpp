@@ -8,6 +8,7 @@
 #include <iostream>
 
 #include "app/command_line.h"
+#include "app/device_list.h"
 #include "app/route_text.h"
 
 namespace orvane {
@@ -48,6 +49,10 @@ int RunProgram(int argc, char** argv, const Screen& screen) {
     return end->status;
   }
   const auto& options = std::get<Options>(parsed);
+  if (options.list) {
+    std::cout << DeviceList(options) << std::flush;
+    return 0;
+  }
   if (!options.headless && !screen.open) return screen.elsewhere(argv);
 
   const std::unique_ptr<QCoreApplication> application = screen.application(argc, argv);

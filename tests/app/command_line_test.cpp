@@ -45,6 +45,14 @@ TEST(CommandLine, TakesDevicesFoldersAndFlags) {
   EXPECT_TRUE(options.headless && options.initialize);
 }
 
+TEST(CommandLine, ListsWhatTheRoutesOfTheSameLineLeadTo) {
+  const Options options = Accepted({"--list", "--com1", "/dev/ttyUSB0", "--gpib", "vxi11:gateway", "--instrument",
+                                    "2=tcp:bench7:5025", "--headless"});
+  EXPECT_TRUE(options.list);
+  EXPECT_EQ(options.com[0], "/dev/ttyUSB0");
+  EXPECT_FALSE(Accepted({}).list);
+}
+
 TEST(CommandLine, TakesABenchWithItsKeys) {
   EXPECT_EQ(Accepted({"--bench", "virtual"}).bench->seed, 1U);
   const Options options = Accepted({"--bench", "virtual:seed=7,fault=pa-dead"});
@@ -122,6 +130,12 @@ TEST(CommandLine, ABadOptionIsOneLineThatNamesItAndItsFault) {
       {{"--instrument", "1=vxi11:h,"}, "--instrument", "device"},
       {{"--instrument", "1=tcp:h:1", "--instrument", "1=tcp:h:2"}, "--instrument", "already"},
       {{"--automation", "tcp"}, "--automation", "tcp"},
+      {{"--list=no"}, "--list", "no value"},
+      {{"--list", "--bench", "virtual"}, "--list", "--bench"},
+      {{"--list", "--initialize"}, "--list", "--initialize"},
+      {{"--list", "--automation", "stdio"}, "--list", "--automation"},
+      {{"--list", "--system-dir", "/srv/data"}, "--list", "--system-dir"},
+      {{"--list", "--temp-dir", "/srv/tmp"}, "--list", "--temp-dir"},
       {{"--automation", "unix:"}, "--automation", "unix:"},
       {{"--automation", "stdio", "--nothing"}, "--nothing", "not expected"},
   };
@@ -142,7 +156,7 @@ TEST(CommandLine, HelpNamesEveryOption) {
   const EndAtOnce& end = std::get<EndAtOnce>(result);
   EXPECT_EQ(end.status, 0);
   for (const char* option : {"--bench", "--com1", "--com4", "--gpib", "--instrument", "--system-dir", "--temp-dir",
-                             "--headless", "--automation", "--initialize", "--help", "--version"}) {
+                             "--headless", "--automation", "--initialize", "--list", "--help", "--version"}) {
     EXPECT_THAT(end.text, HasSubstr(option));
   }
 }

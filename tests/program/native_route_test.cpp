@@ -2,26 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "program/programs.h"
 
 namespace orvane::test {
 namespace {
 
 using testing::HasSubstr;
-
-/// What the programs started meanwhile find in their environment.
-class Variable {
- public:
-  Variable(const char* name, const std::string& value) : name_(name) { ::setenv(name, value.c_str(), 1); }
-  Variable(const Variable&) = delete;
-  Variable& operator=(const Variable&) = delete;
-  ~Variable() { ::unsetenv(name_); }
-
- private:
-  const char* name_;
-};
 
 /// The folder in which the system's library is found first.
 Variable LibraryIn(const std::string& folder) { return {"LD_LIBRARY_PATH", folder}; }

@@ -45,6 +45,8 @@ TEST(Options, ABadOneIsOneLineThatNamesItAndStatus64) {
       {{"--instrument", "1=tcp:localhost:65536"}, "--instrument"},
       {{"--instrument", "1=udp:localhost:1"}, "--instrument"},
       {{"--instrument", "1=tcp:a:1", "--instrument", "1=tcp:b:1"}, "--instrument"},
+      {{"--list", "--bench", "virtual"}, "--list"},
+      {{"--list", "--initialize"}, "--list"},
       {{"--system-dir"}, "--system-dir"},
       {{"--temp-dir", ""}, "--temp-dir"},
       {{"--automation", "tcp:7"}, "--automation"},
@@ -78,7 +80,7 @@ TEST(Options, HelpAndVersionGoToStandardOutputAndEndWithSuccess) {
   EXPECT_EQ(help.errors, "");
   for (const char* option :
        {"--bench", "--com1", "--com2", "--com3", "--com4", "--gpib", "--instrument", "--system-dir", "--temp-dir",
-        "--headless", "--automation", "--initialize", "--help", "--version"}) {
+        "--headless", "--automation", "--initialize", "--list", "--help", "--version"}) {
     EXPECT_THAT(help.output, testing::HasSubstr(option));
   }
   const auto version = RunOrvane({"--version"});

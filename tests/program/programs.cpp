@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -51,6 +52,10 @@ Arguments WiredBench::Options() {
           "--instrument", "2=tcp:" + Place("supply"),
           "--instrument", "5=tcp:" + Place("load")};
 }
+
+Variable::Variable(const char* name, const std::string& value) : name_(name) { ::setenv(name, value.c_str(), 1); }
+
+Variable::~Variable() { ::unsetenv(name_); }
 
 TempFolder::TempFolder() {
   std::string name = (std::filesystem::temp_directory_path() / "orvane-test-XXXXXX").string();

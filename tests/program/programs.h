@@ -47,6 +47,18 @@ class WiredBench {
   std::map<std::string, std::string> places_;
 };
 
+/// What the programs started meanwhile find in their environment.
+class Variable {
+ public:
+  Variable(const char* name, const std::string& value);
+  Variable(const Variable&) = delete;
+  Variable& operator=(const Variable&) = delete;
+  ~Variable();
+
+ private:
+  const char* name_;
+};
+
 /// A folder of the test's own, gone with it.
 class TempFolder {
  public:
