@@ -346,6 +346,19 @@ TEST(AdapterFault, OfOneInstrumentIsNoneOfAnother) {
   EXPECT_EQ(Ask(*other, "C?"), "reply of 2\n");
 }
 
+TEST(AdapterRoute, AnAdapterThatIsSlowToStartIsGreetedAgainAndNothingIsLeftOfThat) {
+  ScriptedAdapter adapter([pause = 1300ms](ScriptedAdapter& self, const std::string& line) mutable {
+    if (line == "++savecfg 0") std::this_thread::sleep_for(std::exchange(pause, 50ms));
+    if (line == "++read eoi") self.Send("reply\n");
+    return false;
+  });
+  auto bus = BusOn(RouteTo(adapter));
+  const auto session = bus.Open({0, 5, 0});
+  EXPECT_EQ(Ask(*session, "A?"), "reply\n");
+  const Lines lines = adapter.Lines();
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "++savecfg 0"), 2);
+}
+
 class LateReply : public testing::TestWithParam<Wire> {};
 INSTANTIATE_TEST_SUITE_P(Wires, LateReply, testing::Values(Wire::kTcp, Wire::kTerminal));
 
@@ -394,7 +407,7 @@ TEST_P(LateReply, IsClearedOutOfItsInstrumentAheadOfTheNextMessage) {
   EXPECT_EQ(Ask(*session, "SECOND?"), "reply\n");
   EXPECT_EQ(Ask(*session, "THIRD?"), "reply\n");
   const Lines lines = adapter.Lines();
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), "++clr"), 1);
+  ASSERT_EQ(std::count(lines.begin(), lines.end(), "++clr"), 1);
   const auto clear = std::find(lines.begin(), lines.end(), "++clr");
   EXPECT_EQ(*(clear - 1), "++addr 5");
   EXPECT_EQ(*(clear + 1), "SECOND?");
