@@ -11,6 +11,7 @@
 #include <csignal>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <sstream>
 
 #include "bench/bytes_of.h"
@@ -170,6 +171,31 @@ TEST(OnWires, EachInstrumentAnswersOnItsSocketAndEndsWithALineFeed) {
   const FileDescriptor load(Connect(places["load"]), "connect");
   EXPECT_EQ(Ask(load.Get(), "*ID", 0), "");
   EXPECT_EQ(Ask(load.Get(), "N?\n", 25), "ORVANE,VIRTUAL LOAD,0,1.0") << "a line may come in pieces";
+}
+
+TEST(OnWires, TheAdaptersReachTheSameInstruments) {
+  Program program({});
+  auto places = program.Greeting();
+  const FileDescriptor socket(Connect(places["adapter"]), "connect");
+  EXPECT_EQ(Ask(socket.Get(), "++addr 2\nVOLT 4.21;OUTPUT ON;OUTP?\n++read eoi\n", 2), "1\n");
+  const FileDescriptor terminal = OpenDevice(places["adapter-tty"]);
+  EXPECT_EQ(Ask(terminal.Get(), "++addr 2\nVOLT?\n++read eoi\n", 14), "+4.21000E+000\n");
+  const FileDescriptor supply(Connect(places["supply"]), "connect");
+  EXPECT_EQ(Ask(supply.Get(), "VOLT?\n", 14), "+4.21000E+000\n");
+}
+
+TEST(OnWires, AnAdapterHearsNothingWhileItReadsAndServesOneClientAtATime) {
+  Program program({});
+  auto places = program.Greeting();
+  auto first = std::make_optional<FileDescriptor>(Connect(places["adapter"]), "connect");
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(Ask(first->Get(), "++addr 9\n++read_tmo_ms 300\n++read eoi\n++addr\n", 3), "9\r\n");
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(300));
+  const FileDescriptor second(Connect(places["adapter"]), "connect");
+  EXPECT_EQ(write(second.Get(), "++addr\n", 7), 7);
+  EXPECT_EQ(Ask(first->Get(), "++addr 4\n++addr\n", 3), "4\r\n");
+  first.reset();
+  EXPECT_EQ(ReadUpTo(second.Get(), 3), "4\r\n");
 }
 
 TEST(OnWires, TheSupplyFeedsTheTarget) {
