@@ -27,6 +27,12 @@ inline void NeedApplication() {
   ASSERT_TRUE(offscreen);
 }
 
+class WindowsTest : public testing::Test {
+ protected:
+  /// Ahead of what a test holds: no widget and no event loop is there before it.
+  WindowsTest() { NeedApplication(); }
+};
+
 /// A station on the virtual bench in virtual time, seen and acted upon through windows. Its boxes answer themselves.
 class WindowedStation {
  public:

@@ -4,6 +4,7 @@
 #include <QMimeData>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <algorithm>
 #include <memory>
 
 #include "adapters/qt/appearance.h"
@@ -12,6 +13,9 @@
 
 namespace orvane {
 namespace {
+
+/// As long as a text of one line: what is pasted beyond it is cut off.
+constexpr qsizetype kLongestEdit = 32767;
 
 QString WithPlainLineEnds(std::string_view text) {
   QString plain = ToQt(text);
@@ -91,10 +95,11 @@ void EntryText::keyPressEvent(QKeyEvent* event) {
 }
 
 void EntryText::insertFromMimeData(const QMimeData* source) {
+  const QString text = source->text().left(std::max<qsizetype>(kLongestEdit - document()->characterCount(), 0));
   if (takingEdit_) {
-    QPlainTextEdit::insertFromMimeData(source);
+    insertPlainText(text);
   } else {
-    TakeEffect([this, text = source->text()] { insertPlainText(text); }, 0);
+    TakeEffect([this, text] { insertPlainText(text); }, 0);
   }
 }
 

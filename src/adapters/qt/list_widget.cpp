@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <QTimer>
 #include <algorithm>
 
 #include "adapters/qt/appearance.h"
@@ -87,9 +88,15 @@ class RowsView final : public QListView {
  private:
   void ShowAdded() {
     const QScrollBar& bar = *verticalScrollBar();
-    const bool atEnd = bar.value() == bar.maximum();
+    const bool atEnd = followsEnd_ || bar.value() == bar.maximum();
     rows_->TakeRow();
-    if (atEnd && isVisible()) scrollToBottom();
+    if (!atEnd || followsEnd_) return;
+    // Once for all rows that come in one turn: the view lays out all its rows for it.
+    followsEnd_ = true;
+    QTimer::singleShot(0, this, [this] {
+      followsEnd_ = false;
+      scrollToBottom();
+    });
   }
   void ShowSelected() {
     const QModelIndex wanted = rows_->index(list_.Selected());
@@ -106,6 +113,7 @@ class RowsView final : public QListView {
   ListBox& list_;
   Hands& hands_;
   Rows* rows_;
+  bool followsEnd_ = false;
 };
 
 }  // namespace

@@ -1,0 +1,139 @@
+#include "app/windows/desk_windows.h"
+
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "adapters/qt_event_loop.h"
+#include "windows/windows_test.h"
+
+namespace orvane::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Boxes and dialogs in real time, with somebody who acts while they lie open.
+class DeskWindowsTest : public WindowsTest {
+ protected:
+  /// `act` is done to the topmost dialog of that kind; a second act comes only when the first one left it open.
+  template <class Dialog>
+  void WhileOpen(std::function<void(Dialog&)> act) {
+    loop_.PostAt(loop_.Now() + 5ms, [this, act = std::move(act)] {
+      auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      act(*dialog);
+    });
+    // A box that nobody answers would hang the test.
+    loop_.PostAt(loop_.Now() + 3s, [this] {
+      if (!desk_.OpenBoxes().empty()) desk_.Press(desk_.OpenBoxes().back().id, "Cancel");
+      if (!desk_.OpenDialogs().empty()) desk_.Choose(desk_.OpenDialogs().back().id, std::nullopt);
+    });
+  }
+  static QPushButton& ButtonOf(QMessageBox& box, const QString& caption) {
+    for (auto* button : box.findChildren<QPushButton*>()) {
+      if (button->text().remove(u'&') == caption) return *button;
+    }
+    throw std::runtime_error("no button " + caption.toStdString());
+  }
+
+  QtEventLoop loop_;
+  Desk desk_{loop_, "/tmp"};
+  DeskWindows windows_{loop_, desk_};
+};
+
+const Box kQuestion{
+    "Overwrite?\r\nIt exists.", "ORVANE", BoxIcon::Question, {BoxButton::Yes, BoxButton::No, BoxButton::Cancel}};
+
+TEST_F(DeskWindowsTest, ABoxShowsItsTextTitleIconAndButtons) {
+  WhileOpen<QMessageBox>([](QMessageBox& box) {
+    EXPECT_EQ(box.text(), "Overwrite?\nIt exists.");
+    EXPECT_EQ(box.windowTitle(), "ORVANE");
+    EXPECT_EQ(box.icon(), QMessageBox::Question);
+    EXPECT_EQ(box.buttons().size(), 3);
+    EXPECT_EQ(box.windowModality(), Qt::ApplicationModal);
+    QTest::mouseClick(&ButtonOf(box, "No"), Qt::LeftButton);
+  });
+  EXPECT_EQ(desk_.Show(kQuestion), BoxButton::No);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(DeskWindowsTest, EnterPressesTheFirstButton) {
+  WhileOpen<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+  EXPECT_EQ(desk_.Show(kQuestion), BoxButton::Yes);
+}
+
+TEST_F(DeskWindowsTest, EscapePressesCancel) {
+  WhileOpen<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+  EXPECT_EQ(desk_.Show(kQuestion), BoxButton::Cancel);
+}
+
+TEST_F(DeskWindowsTest, EscapePressesTheOnlyButton) {
+  WhileOpen<QMessageBox>([](QMessageBox& box) {
+    EXPECT_EQ(box.icon(), QMessageBox::Critical);
+    QTest::keyClick(&box, Qt::Key_Escape);
+  });
+  EXPECT_EQ(desk_.Show({"Target No Response !!", "Warning", BoxIcon::Stop}), BoxButton::Ok);
+}
+
+TEST_F(DeskWindowsTest, EscapeLeavesAQuestionWithoutCancelOpen) {
+  WhileOpen<QMessageBox>([this](QMessageBox& box) {
+    QTest::keyClick(&box, Qt::Key_Escape);
+    loop_.PostAt(loop_.Now() + 20ms, [&box] {
+      EXPECT_TRUE(box.isVisible());
+      QTest::mouseClick(&ButtonOf(box, "No"), Qt::LeftButton);
+    });
+  });
+  EXPECT_EQ(desk_.Show({"Sure?", "ORVANE", BoxIcon::Question, {BoxButton::Yes, BoxButton::No}}), BoxButton::No);
+}
+
+TEST_F(DeskWindowsTest, ABoxAnsweredByAnotherFrontEndGoes) {
+  loop_.PostAt(loop_.Now() + 5ms, [this] { desk_.Press(desk_.OpenBoxes().back().id, "OK"); });
+  EXPECT_EQ(desk_.Show({"Done"}), BoxButton::Ok);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(DeskWindowsTest, BoxesNest) {
+  WhileOpen<QMessageBox>([this](QMessageBox& lower) {
+    WhileOpen<QMessageBox>([](QMessageBox& upper) { QTest::keyClick(&upper, Qt::Key_Return); });
+    EXPECT_EQ(desk_.Show({"upper"}), BoxButton::Ok);
+    EXPECT_TRUE(lower.isVisible());
+    QTest::mouseClick(&ButtonOf(lower, "No"), Qt::LeftButton);
+  });
+  EXPECT_EQ(desk_.Show(kQuestion), BoxButton::No);
+}
+
+TEST_F(DeskWindowsTest, AFileDialogGivesThePathWithTheDialogsExtension) {
+  const QTemporaryDir folder;
+  FileDialog dialog{"Save", "(*.dat)|*.dat|All Files (*.*)|*.*;", "DAT", "", folder.path().toStdString()};
+  WhileOpen<QFileDialog>([](QFileDialog& chooser) {
+    EXPECT_EQ(chooser.windowTitle(), "Save");
+    EXPECT_EQ(chooser.acceptMode(), QFileDialog::AcceptSave);
+    EXPECT_EQ(chooser.nameFilters(), QStringList({"(*.dat) (*.dat)", "All Files (*.*) (*)"}));
+    auto* name = chooser.findChild<QLineEdit*>();
+    name->setText("unit7");
+    QTest::keyClick(name, Qt::Key_Return);
+  });
+  EXPECT_EQ(desk_.ShowSave(dialog), folder.path().toStdString() + "/unit7.DAT");
+}
+
+TEST_F(DeskWindowsTest, ACancelledFileDialogGivesNoPath) {
+  FileDialog dialog{"Open", "(*.dat)|*.dat", "DAT", "", ""};
+  WhileOpen<QFileDialog>([](QFileDialog& chooser) {
+    EXPECT_EQ(chooser.acceptMode(), QFileDialog::AcceptOpen);
+    QTest::keyClick(&chooser, Qt::Key_Escape);
+  });
+  EXPECT_EQ(desk_.ShowOpen(dialog), std::nullopt);
+}
+
+TEST_F(DeskWindowsTest, FiltersWithAnOddEndAreTakenAsFarAsTheyGo) {
+  EXPECT_EQ(NameFilters(""), QStringList());
+  EXPECT_EQ(NameFilters("(*.xls)|*.xls|All File"), QStringList({"(*.xls) (*.xls)"}));
+  EXPECT_EQ(NameFilters("(*.epm)|*.epm|(*.txt)|*.txt|All Files(*.*)|*.*;"),
+            QStringList({"(*.epm) (*.epm)", "(*.txt) (*.txt)", "All Files(*.*) (*)"}));
+}
+
+}  // namespace
+}  // namespace orvane::test
