@@ -43,13 +43,15 @@ TEST(DeviceList, TellsWhoAnswersOnTheNativeRouteAndAsksOnlyWhomTheStationWouldSp
   EXPECT_THAT(calls, Not(HasSubstr("ibwrt 9")));
 }
 
-TEST(DeviceList, AsksTheUsualAddressesBehindAGateway) {
+TEST(DeviceList, AsksTheUsualAddressesBehindAGatewayAndBehindAnAdapter) {
   const WiredBench bench;
-  const std::string gateway = "vxi11:" + bench.Place("vxi11");
-  const std::string list = ListOf({"--gpib", gateway});
-  for (const char* address : {"1", "2", "5"}) {
-    EXPECT_THAT(list, ContainsRegex(std::string("  Instrument at address ") + address + ", route " + gateway +
-                                    "[^:]*: [A-Z].*,.*,.*,.*\n"));
+  for (const std::string& bus : {"vxi11:" + bench.Place("vxi11"), "prologix:" + bench.Place("adapter"),
+                                 "prologix:" + bench.Place("adapter-tty")}) {
+    const std::string list = ListOf({"--gpib", bus});
+    for (const char* address : {"1", "2", "5"}) {
+      EXPECT_THAT(list, ContainsRegex(std::string("  Instrument at address ") + address + ", route " + bus +
+                                      ": [A-Z].*,.*,.*,.*\n"));
+    }
   }
 }
 
