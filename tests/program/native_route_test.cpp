@@ -66,6 +66,46 @@ TEST(NativeRoute, WithoutAUsableLibraryEachInitializeSaysSoAndTheRunEndsWithoutI
   }
 }
 
+TEST(NativeRoute, WhatThePanelOfTheSupplySaysGoesToTheLibraryAsItIs) {
+  const TempFolder folder;
+  const auto library = LibraryIn(GPIB_STAND_IN_FOLDER);
+  const Variable instruments("GPIB_STAND_IN", "9=echo");
+  const Variable journal("GPIB_STAND_IN_JOURNAL", folder / "calls");
+  Station station(Arguments{});
+  station.Set("frmBaseBand.cboPSPrimAddress", "select", "9");
+  station.Set("frmBaseBand.cboPSSecAddress", "select", "97");
+  station.Set("frmBaseBand.cboPSTimeOut", "select", "None");
+  station.Set("frmBaseBand.TxtPSBufferSize", "text", "17");
+  station.Click("frmBaseBand.cmdPSInitialize");
+  station.Click("frmBaseBand.cmdPSReset");
+  EXPECT_THAT(ContentOf(folder / "calls"),
+              testing::EndsWith("ibdev 0 9 97 0 1 0\nibwrt 9 *IDN?\nibrd 9 17\nibwrt 9 VOLT 4.21\nibwrt 9 OUTPUT ON\n"
+                                "ibwrt 9 *RST\nibloc 9\nibonl 9 0\n"));
+  EXPECT_TRUE(station.Heard("box").empty());
+
+  station.Set("frmBaseBand.txtPSBoardNumber", "text", "1");
+  station.Click("frmBaseBand.cmdPSInitialize");
+  EXPECT_EQ(station.Await("box")["text"], "Unable to open device\ribsta = &H8000\riberr = 2");
+  EXPECT_EQ(station.State("PSReady"), false);
+  EXPECT_THAT(
+      std::string(station.Get("OrvaneMain.txtResults")["text"]),
+      HasSubstr("Instrument at address 9, secondary 97, board 1, route native: the GPIB library opens no device "
+                "(ibdev: ibsta &H8100, iberr 7 (there is no such board)).\r\n"));
+}
+
+TEST(NativeRoute, ALoadThatDoesNotAnswerIsTheErrorEventWithTheNumbersOfATimeOut) {
+  const auto library = LibraryIn(GPIB_STAND_IN_FOLDER);
+  const WiredBench bench({"--fault", "load-silent"});
+  const auto instruments = Instruments(bench);
+  Station station(Arguments{});
+  station.Set("frmBaseBand.cboLoaderTimeOut", "select", "100ms");
+  station.Click("frmBaseBand.cmdLoaderInitialize");
+  EXPECT_EQ(station.Await("box")["text"], "Unable to open device\ribsta = &HC000\riberr = 6");
+  EXPECT_THAT(
+      std::string(station.Get("OrvaneMain.txtResults")["text"]),
+      HasSubstr("Instrument at address 5, route native: no reply within 100 ms (ibrd: ibsta &HC100, iberr 6"));
+}
+
 TEST(NativeRoute, AnInstrumentThatIsSwitchedOnLaterIsFoundByTheNextInitialize) {
   const std::string place = OwnLoopbackAddress() + ":5025";
   const auto library = LibraryIn(GPIB_STAND_IN_FOLDER);
