@@ -7,13 +7,6 @@
 
 namespace orvane {
 
-namespace {
-
-/// Half dB on either side that a sound receiver stays within. The run accepts more; its report tells of it.
-constexpr int kSoundCompensation = 5;
-
-}  // namespace
-
 /// What a band with a reference channel has of its own.
 struct RxRun::Band {
   std::size_t index;

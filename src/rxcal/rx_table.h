@@ -54,6 +54,10 @@ inline constexpr int kGeneratorLevelDbm = -74;
 /// Twice the gain, which is what the record holds, must lie within 171..191 half dB.
 [[nodiscard]] constexpr bool IsGoodGMagic(Integer halfDb) { return halfDb >= 171 && halfDb <= 191; }
 
+/// Half dB on either side that a sound receiver's compensations stay within. The run accepts more; its report tells
+/// of it.
+inline constexpr int kSoundCompensation = 5;
+
 /// Difference from the reference channel's level in half dB.
 [[nodiscard]] Integer CompensationOf(Integer reference, Integer level);
 

@@ -46,6 +46,8 @@ struct TestSetLine {
 
 /// Code of a channel segment: neutral, or one of the codes of the measured channels.
 inline constexpr Integer kNeutralCode = 128;
+/// Table of channel segments that holds the codes.
+inline constexpr int kCodeTable = 3;
 struct SegmentRow {
   Integer arfcnLimit;
   std::optional<std::size_t> code = std::nullopt;

@@ -9,9 +9,8 @@ namespace orvane {
 namespace {
 
 constexpr Decimal4 kToleranceAtStart = "0.1"_d4;
-/// Tables of channel segments that hold this step's limits; the second one holds the codes.
+/// Beside the table of the codes, the one that gets this step's limits too.
 constexpr int kCorrectionTable = 2;
-constexpr int kCodeTable = 3;
 
 /// Differences from which a code is one further away from the neutral one.
 constexpr std::array kCodeBounds{10, 19, 29, 39};

@@ -1,10 +1,13 @@
 #include "app/windows/front_end.h"
 
+#include "app/windows/panel_views.h"
+
 namespace orvane {
 
 FrontEnd::FrontEnd(EventLoop& loop, Desk& desk, Station& station)
     : hands_(loop, station.Nest(), [&desk] { return desk.Clear(); }),
       deskWindows_(loop, desk),
+      state_(station.State()),
       layouts_(LayOutAll(station.Panels())) {
   for (PanelLayout& layout : layouts_) {
     layout.panel->changed.Connect([this, &layout] { Follow(layout); });
@@ -25,8 +28,9 @@ void FrontEnd::Follow(PanelLayout& layout) {
   window->FollowPanel();
 }
 
-ViewMaker FrontEnd::ViewsOf(const Panel& /*panel*/) {
-  return [](const std::string& /*name*/, QWidget* /*parent*/) -> QWidget* { return nullptr; };
+ViewMaker FrontEnd::ViewsOf(Panel& panel) {
+  return
+      [this, &panel](const std::string& name, QWidget* parent) { return MakePanelView(panel, name, state_, parent); };
 }
 
 }  // namespace orvane

@@ -24,10 +24,11 @@ class FrontEnd {
 
  private:
   void Follow(PanelLayout& panel);
-  [[nodiscard]] ViewMaker ViewsOf(const Panel& panel);
+  [[nodiscard]] ViewMaker ViewsOf(Panel& panel);
 
   Hands hands_;
   DeskWindows deskWindows_;
+  StationState& state_;
   std::vector<PanelLayout> layouts_;
   std::map<const Panel*, std::unique_ptr<PanelWindow>> windows_;
 };

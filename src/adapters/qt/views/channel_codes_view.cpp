@@ -1,0 +1,99 @@
+#include "adapters/qt/views/channel_codes_view.h"
+
+#include <QLineSeries>
+#include <QValueAxis>
+#include <algorithm>
+
+#include "adapters/qt/views/channel_axis.h"
+#include "adapters/qt/views/chart_view.h"
+#include "txcal/band_table.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kSegments = 8;
+/// The four steps on either side of the neutral code that a channel step can give.
+constexpr int kFurthestStep = 4;
+
+class ChannelCodesView final : public ChartView {
+ public:
+  ChannelCodesView(const RFParameter& record, QWidget* parent) : ChartView(parent), record_(record) {
+    setAccessibleName(tr("Channel codes"));
+    channels_ = MakeChannelAxis();
+    chart()->addAxis(channels_, Qt::AlignBottom);
+    codes_ = AddAxis(Qt::AlignLeft, tr("Code"));
+    codes_->setLabelFormat("%d");
+    neutral_ = Add(new QLineSeries, tr("Neutral %1").arg(kNeutralCode), {channels_, codes_});
+    for (std::size_t i = 0; i < bands_.size(); ++i) {
+      bands_[i] = Add(new QLineSeries, kChannelSpans[i].name, {channels_, codes_});
+    }
+    Watch([this] { return Looked(); });
+  }
+
+ private:
+  /// Of the record, the second band serves the second span, the first one the other two.
+  [[nodiscard]] const RFParameter::Band& BandOf(std::size_t span) const { return record_.BAND[span == 1 ? 1 : 0]; }
+
+  [[nodiscard]] std::vector<int> Looked() const {
+    std::vector<int> seen;
+    for (const RFParameter::Band& band : record_.BAND) {
+      for (int segment = 0; segment < kSegments; ++segment) {
+        seen.push_back(band.chan_cal(kCodeTable, segment).arfcn_limit);
+        seen.push_back(band.chan_cal(kCodeTable, segment).chan_cal);
+      }
+    }
+    return seen;
+  }
+
+  /// A step for each segment that reaches into the span; a segment ends with its limit.
+  QList<QPointF> StepsOf(const ChannelSpan& span, const RFParameter::Band& band) {
+    QList<QPointF> steps;
+    int next = span.first;
+    for (int segment = 0; segment < kSegments && next <= span.last; ++segment) {
+      const auto [limit, code] = band.chan_cal(kCodeTable, segment);
+      if (limit < next) continue;
+      const int end = std::min<int>(limit, span.last);
+      steps.append({*PlaceOf(span, next), static_cast<double>(code)});
+      // The step lies half-way between two channels; at the end of the span there is no next one.
+      steps.append({*PlaceOf(span, end), static_cast<double>(code)});
+      lowest_ = std::min<int>(lowest_, code);
+      highest_ = std::max<int>(highest_, code);
+      next = end + 1;
+    }
+    return steps;
+  }
+
+  void Draw() override {
+    lowest_ = kNeutralCode - kFurthestStep;
+    highest_ = kNeutralCode + kFurthestStep;
+    for (std::size_t i = 0; i < bands_.size(); ++i) bands_[i]->replace(StepsOf(kChannelSpans[i], BandOf(i)));
+    neutral_->replace({{channels_->min(), kNeutralCode}, {channels_->max(), kNeutralCode}});
+    codes_->setRange(lowest_ - 1, highest_ + 1);
+    codes_->setTickType(QValueAxis::TicksDynamic);
+    codes_->setTickAnchor(kNeutralCode);
+    codes_->setTickInterval(highest_ - lowest_ <= 2 * kFurthestStep ? 2 : (highest_ - lowest_ + 3) / 4);
+  }
+
+  void Dress(const ChartColours& colours) override {
+    neutral_->setPen(QPen(colours.text, 1, Qt::DashLine));
+    bands_[0]->setPen(QPen(colours.first, 3, Qt::SolidLine, Qt::FlatCap));
+    bands_[1]->setPen(QPen(colours.second, 3, Qt::SolidLine, Qt::FlatCap));
+    bands_[2]->setPen(QPen(colours.third, 3, Qt::SolidLine, Qt::FlatCap));
+  }
+
+  const RFParameter& record_;
+  QCategoryAxis* channels_ = nullptr;
+  QValueAxis* codes_ = nullptr;
+  QLineSeries* neutral_ = nullptr;
+  std::array<QLineSeries*, kChannelSpans.size()> bands_{};
+  int lowest_ = 0;
+  int highest_ = 0;
+};
+
+}  // namespace
+
+QWidget* MakeChannelCodesView(const RFParameter& record, QWidget* parent) {
+  return new ChannelCodesView(record, parent);
+}
+
+}  // namespace orvane

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QWidget>
+
+#include "rfparams/rf_parameter.h"
+
+namespace orvane {
+
+/// The correction codes of the channel segments over the channels, as they stand in the record.
+[[nodiscard]] QWidget* MakeChannelCodesView(const RFParameter& record, QWidget* parent);
+
+}  // namespace orvane

@@ -1,0 +1,21 @@
+#include "app/windows/panel_views.h"
+
+#include "adapters/qt/views/channel_codes_view.h"
+#include "adapters/qt/views/compensation_view.h"
+#include "adapters/qt/views/ramp_shape_view.h"
+#include "adapters/qt/views/search_view.h"
+
+namespace orvane {
+
+QWidget* MakePanelView(Panel& panel, std::string_view name, StationState& state, QWidget* parent) {
+  if (name == "rampShape") {
+    if (auto* main = dynamic_cast<OrvaneMain*>(&panel)) return MakeRampShapeView(main->ramp, parent);
+    if (auto* dialog = dynamic_cast<FrmRampTable*>(&panel)) return MakeRampShapeView(dialog->editor, parent);
+  }
+  if (name == "searchConvergence") return MakeSearchView(state.searchTrail, parent);
+  if (name == "channelCodes") return MakeChannelCodesView(state.rf.RFParams, parent);
+  if (name == "receiveCompensation") return MakeCompensationView(state.rf.RFParams, parent);
+  return nullptr;
+}
+
+}  // namespace orvane

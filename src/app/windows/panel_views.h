@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QWidget>
+#include <string_view>
+
+#include "app/station_parts.h"
+
+namespace orvane {
+
+/// The picture of that name on a panel; null for a name that the panel has not.
+[[nodiscard]] QWidget* MakePanelView(Panel& panel, std::string_view name, StationState& state, QWidget* parent);
+
+}  // namespace orvane
