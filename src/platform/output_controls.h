@@ -63,10 +63,11 @@ class TabControl final : public Control {
 
 class Image final : public Control {
  public:
-  /// `picture` names what is shown: "fail" or "pass".
+  /// `picture` names what is shown: "fail", "pass", or "incomplete" for a pass that is none yet.
   Image(Panel& panel, std::string name, std::string picture)
       : Control(panel, ControlKind::Image, std::move(name)), picture_(std::move(picture)) {}
   [[nodiscard]] const std::string& Picture() const { return picture_; }
+  void SetPicture(const std::string& picture) { Assign(picture_, picture); }
 
  private:
   std::string picture_;

@@ -48,8 +48,8 @@ struct FrmFail : Panel {
   Button Command1{*this, "Command1", "FAIL"};
 };
 
-/// The verdict of a unit that passed. The list stands there, in amber, only when not every step was completed:
-/// nobody may take such a verdict for a calibrated unit.
+/// The verdict of a unit that passed. Only when not every step was completed the list stands there, in amber as the
+/// picture is then: nobody may take such a verdict for a calibrated unit.
 struct FrmFailPass : Panel {
   FrmFailPass() : Panel("frmFailPass", "PASS") {
     lblIncomplete.SetVisible(false);

@@ -48,7 +48,7 @@ Layout LayOut(FrmAutoCalRxResult& panel) {
 Layout LayOut(FrmFail& panel) {
   return Column({
       Of(panel.Image1).Large().Stretched(),
-      Row({Space(), Of(panel.Command1).Large().Main(), Space()}),
+      Row({Space(), Of(panel.Command1).Large().Main().Wide(26), Space()}),
   });
 }
 
@@ -56,8 +56,8 @@ Layout LayOut(FrmFailPass& panel) {
   return Column({
       Of(panel.Image1).Large().Stretched(),
       Of(panel.lblIncomplete).Large(),
-      Of(panel.lstIncomplete),
-      Row({Space(), Of(panel.Command1).Large().Main(), Space()}),
+      Of(panel.lstIncomplete).Wide(72).Lines(5),
+      Row({Space(), Of(panel.Command1).Large().Main().Wide(26), Space()}),
   });
 }
 

@@ -17,6 +17,7 @@ void ShowIncompleteSteps(FrmFailPass& pass, const RunReport& report) {
     pass.lstIncomplete.AddItem(std::string(StepName(step)) + ": " +
                                (record != steps.end() ? record->reason : std::string("The step did not run.")));
   }
+  pass.Image1.SetPicture(report.AllComplete() ? "pass" : "incomplete");
   pass.lblIncomplete.SetVisible(!report.AllComplete());
   pass.lstIncomplete.SetVisible(!report.AllComplete());
 }

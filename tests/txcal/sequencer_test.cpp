@@ -192,6 +192,7 @@ TEST_F(AllCal, RunsEverythingInItsOrder) {
   EXPECT_THAT(StepLines(), ElementsAre("receive", "transmitDCS", "transmitGSM", "save", "charger"));
   EXPECT_TRUE(state.report.AllComplete());
   EXPECT_FALSE(panels.pass.lblIncomplete.Visible());
+  EXPECT_EQ(panels.pass.Image1.Picture(), "pass");
   EXPECT_FALSE(panels.pass.lstIncomplete.Visible());
 }
 
@@ -264,6 +265,7 @@ TEST_F(AllCal, ARunAroundAnotherOneIsNotCompleteByTheOthersSteps) {
   EXPECT_THAT(verdicts, ElementsAre("PASS", "PASS"));
   EXPECT_THAT(complete, ElementsAre(true, false));
   EXPECT_TRUE(panels.pass.lblIncomplete.Visible());
+  EXPECT_EQ(panels.pass.Image1.Picture(), "incomplete");
 
   Click(panel.cmdAllCalStart);
   EXPECT_THAT(complete, ElementsAre(true, false, true)) << "the next unit's run has its own notes";
@@ -311,6 +313,7 @@ TEST_F(AllCal, ASilentTargetLeadsToAPassThatShowsItsGaps) {
   EXPECT_FALSE(cal.CalFailed);
   EXPECT_FALSE(state.report.AllComplete());
   EXPECT_TRUE(panels.pass.lblIncomplete.Visible());
+  EXPECT_EQ(panels.pass.Image1.Picture(), "incomplete");
   EXPECT_TRUE(panels.pass.lstIncomplete.Visible());
   EXPECT_THAT(panels.pass.lstIncomplete.Items(),
               ElementsAre("transmitDCS: \"txpw 8 0\" brought no reply. Exchanges with the Target: 3 without a reply.",
@@ -337,6 +340,7 @@ TEST_F(AllCal, TheNextPassTakesTheGapsAway) {
   silent.clear();
   Click(panel.cmdAllCalStart);
   EXPECT_FALSE(panels.pass.lblIncomplete.Visible());
+  EXPECT_EQ(panels.pass.Image1.Picture(), "pass");
   EXPECT_FALSE(panels.pass.lstIncomplete.Visible());
   EXPECT_THAT(panels.pass.lstIncomplete.Items(), IsEmpty());
 }

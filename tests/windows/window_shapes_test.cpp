@@ -77,16 +77,30 @@ TEST_F(WindowShapes, WhatStandsInABoxIsReadWhole) {
   }
 }
 
+/// The colours in the middle line of a picture.
+std::set<QRgb> ColoursOf(QWidget& picture) {
+  const QImage drawn = picture.grab().toImage();
+  std::set<QRgb> colours;
+  for (int x = 0; x < drawn.width(); x += 3) colours.insert(drawn.pixel(x, drawn.height() / 2));
+  return colours;
+}
+
 TEST_F(WindowShapes, AVerdictIsAPictureToBeToldFromFarAway) {
-  for (Panel* panel : std::vector<Panel*>{&windowed_->on.Panels().pass, &windowed_->on.Panels().fail}) {
-    const auto* picture = Shown(*panel).findChild<QSvgWidget*>("Image1");
-    ASSERT_NE(picture, nullptr);
-    EXPECT_GE(picture->width(), 500) << panel->Name();
-    const QImage drawn = const_cast<QSvgWidget*>(picture)->grab().toImage();
-    std::set<QRgb> colours;
-    for (int x = 0; x < drawn.width(); x += 3) colours.insert(drawn.pixel(x, drawn.height() / 2));
-    EXPECT_GT(colours.size(), 2U) << panel->Name() << ": a plain field of one colour";
-  }
+  constexpr QRgb kGreenGround = 0xFF1B7F3A;
+  constexpr QRgb kRedGround = 0xFFC62828;
+  constexpr QRgb kAmberGround = 0xFFFFBF00;
+  FrmFailPass& pass = windowed_->on.Panels().pass;
+  auto* passed = Shown(pass).findChild<QSvgWidget*>("Image1");
+  auto* failed = Shown(windowed_->on.Panels().fail).findChild<QSvgWidget*>("Image1");
+  ASSERT_NE(passed, nullptr);
+  ASSERT_NE(failed, nullptr);
+  EXPECT_GE(passed->width(), 500);
+  EXPECT_GE(failed->width(), 500);
+
+  EXPECT_THAT(ColoursOf(*passed), testing::IsSupersetOf({kGreenGround, 0xFFFFFFFFU}));
+  EXPECT_THAT(ColoursOf(*failed), testing::IsSupersetOf({kRedGround, 0xFFFFFFFFU}));
+  pass.Image1.SetPicture("incomplete");
+  EXPECT_THAT(ColoursOf(*passed), testing::IsSupersetOf({kAmberGround, 0xFF000000U}));
 }
 
 }  // namespace

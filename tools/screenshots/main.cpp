@@ -1,4 +1,5 @@
-// Draws every window of the station after one run on a virtual bench. No screen is needed.
+// Draws every window of the station after a run on a virtual bench, the verdicts and boxes each after a run that
+// brings them up. No screen is needed.
 //
 //   screenshots FOLDER [light|dark]
 //
@@ -10,6 +11,7 @@
 #include <clocale>
 #include <filesystem>
 #include <iostream>
+#include <stdexcept>
 #include <utility>
 
 #include "app/program.h"
@@ -38,63 +40,104 @@ QPalette DarkPalette() {
   return palette;
 }
 
-/// Works the station as an operator does, and keeps what the screen shows.
+/// Works one station on one bench as an operator does, and keeps what the screen shows.
 class Photographer {
  public:
-  Photographer(Program& program, const FrontEnd& frontEnd, std::filesystem::path folder)
-      : program_(program), frontEnd_(frontEnd), folder_(std::move(folder)), hand_(program.TheStation().Nest()) {
+  Photographer(const orvane::bench::BenchOptions& bench, std::filesystem::path folder)
+      : program_(OptionsOf(bench)),
+        frontEnd_(program_.TheWorld().loop, program_.TheWorld().desk, program_.TheStation()),
+        folder_(std::move(folder)),
+        hand_(program_.TheStation().Nest()) {
     program_.TheWorld().desk.boxOpened.Connect([this](const Desk::OpenBox& open) {
       program_.TheWorld().loop.Post([this, id = open.id, box = open.box] { AnswerBox(id, box); });
     });
+    program_.TheStation().Start();
   }
 
-  void RunOneTarget() {
-    StationPanels& panels = program_.TheStation().Panels();
-    hand_.Click(panels.main.cmdInstrumentInitialize);
-    hand_.Click(panels.main.cmdPSInitialize);
-    program_.TheStation().Nest().Run([&] { panels.baseBand.Touch(); });
-    hand_.Click(panels.baseBand.load.initialize);
-    hand_.Click(panels.main.cmdTargetInitialize);
+  [[nodiscard]] StationPanels& Panels() { return program_.TheStation().Panels(); }
+  void InitializeInstruments() {
+    hand_.Click(Panels().main.cmdInstrumentInitialize);
+    hand_.Click(Panels().main.cmdPSInitialize);
+    program_.TheStation().Nest().Run([&] { Panels().baseBand.Touch(); });
+    hand_.Click(Panels().baseBand.load.initialize);
   }
-  void TakeAll() {
-    StationPanels& panels = program_.TheStation().Panels();
-    TabControl(panels.main);
-    for (Panel* panel : panels.All()) {
-      if (panel != &panels.main) Take(*panel, panel->Name());
-    }
-  }
+  void RunTarget() { hand_.Click(Panels().main.cmdTargetInitialize); }
 
- private:
-  void TabControl(orvane::OrvaneMain& main) {
-    for (const std::string& tab : main.SSTab1.Tabs()) {
-      main.SSTab1.Select(static_cast<int>(&tab - main.SSTab1.Tabs().data()));
-      Take(main, main.Name() + "-" + tab);
-    }
-  }
+  /// The window of a panel as it stands, or shown for the picture.
   void Take(Panel& panel, const std::string& name) {
-    program_.TheStation().Nest().Run([&] { panel.Show(); });
+    if (!panel.Visible()) program_.TheStation().Nest().Run([&] { panel.Show(); });
     Save(*frontEnd_.WindowOf(panel), name);
   }
+  void TakeTabs(orvane::OrvaneMain& main) {
+    const auto& tabs = main.SSTab1.Tabs();
+    for (std::size_t i = 0; i < tabs.size(); ++i) {
+      main.SSTab1.Select(static_cast<int>(i));
+      Take(main, main.Name() + "-" + tabs[i]);
+    }
+    main.SSTab1.Select(0);
+  }
+
+  /// From now on each box is kept under that name and a number.
+  void NameBoxes(std::string name) { boxName_ = std::move(name); }
+
+ private:
+  static orvane::Options OptionsOf(const orvane::bench::BenchOptions& bench) {
+    orvane::Options options;
+    options.bench = bench;
+    return options;
+  }
   void AnswerBox(Desk::Id id, const orvane::Box& box) {
-    ++boxes_;
     for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (qobject_cast<QMessageBox*>(window) != nullptr) Save(*window, "box-" + std::to_string(boxes_));
+      const bool isBox = qobject_cast<QMessageBox*>(window) != nullptr;
+      if (isBox && !boxName_.empty()) Save(*window, boxName_ + "-" + std::to_string(++boxes_));
     }
     program_.TheWorld().desk.Press(id, orvane::ButtonText(box.buttons.front()));
   }
   void Save(QWidget& window, const std::string& name) {
     QApplication::processEvents();
     const std::string file = (folder_ / (name + ".png")).string();
-    window.grab().save(QString::fromStdString(file));
+    if (!window.grab().save(QString::fromStdString(file))) throw std::runtime_error("Cannot write " + file);
     std::cout << file << ": " << window.width() << " x " << window.height() << std::endl;
   }
 
-  Program& program_;
-  const FrontEnd& frontEnd_;
+  Program program_;
+  FrontEnd frontEnd_;
   std::filesystem::path folder_;
   Operator hand_;
+  std::string boxName_;
   int boxes_ = 0;
 };
+
+void TakeAll(const std::filesystem::path& folder) {
+  Photographer good({}, folder);
+  good.InitializeInstruments();
+  good.RunTarget();
+  good.TakeTabs(good.Panels().main);
+  for (Panel* panel : good.Panels().All()) {
+    const bool onceMore = panel == &good.Panels().main || panel == &good.Panels().fail;
+    if (!onceMore) good.Take(*panel, panel->Name());
+  }
+
+  Photographer withoutInstruments({}, folder);
+  withoutInstruments.NameBoxes("box-no-instruments");
+  withoutInstruments.RunTarget();
+  withoutInstruments.Take(withoutInstruments.Panels().pass, "frmFailPass-incomplete");
+
+  orvane::bench::BenchOptions broken;
+  orvane::bench::SetBenchOption(broken, "fault=battery");
+  Photographer failing(broken, folder);
+  failing.NameBoxes("box-battery");
+  failing.InitializeInstruments();
+  failing.RunTarget();
+  failing.Take(failing.Panels().fail, "frmFail");
+
+  orvane::bench::BenchOptions dead;
+  orvane::bench::SetBenchOption(dead, "fault=silent");
+  Photographer silent(dead, folder);
+  silent.NameBoxes("box-no-target");
+  silent.InitializeInstruments();
+  silent.RunTarget();
+}
 
 }  // namespace
 
@@ -110,12 +153,5 @@ int main(int argc, char** argv) {
   if (argc > 2 && std::string_view(argv[2]) == "dark") QApplication::setPalette(DarkPalette());
 
   std::filesystem::create_directories(argv[1]);
-  orvane::Options options;
-  options.bench.emplace();
-  Program program(options);
-  const FrontEnd frontEnd(program.TheWorld().loop, program.TheWorld().desk, program.TheStation());
-  Photographer photographer(program, frontEnd, argv[1]);
-  program.TheStation().Start();
-  photographer.RunOneTarget();
-  photographer.TakeAll();
+  TakeAll(argv[1]);
 }

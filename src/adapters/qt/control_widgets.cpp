@@ -102,11 +102,12 @@ QWidget* MakeTabs(TabControl& tabs, Hands& hands, QWidget* parent) {
 
 QWidget* MakePicture(Image& image, QWidget* parent) {
   auto* widget = new QSvgWidget(parent);
-  widget->load(PictureNamed(image.Picture()));
-  widget->renderer()->setAspectRatioMode(Qt::KeepAspectRatio);
+  Follow(image, *widget, [&image, widget] {
+    widget->load(PictureNamed(image.Picture()));
+    widget->renderer()->setAspectRatioMode(Qt::KeepAspectRatio);
+  });
   // To be told from three metres.
   widget->setMinimumSize(widget->renderer()->defaultSize() * 3 / 2);
-  Follow(image, *widget, {});
   return widget;
 }
 
