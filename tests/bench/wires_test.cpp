@@ -198,6 +198,70 @@ TEST(OnWires, AnAdapterHearsNothingWhileItReadsAndServesOneClientAtATime) {
   EXPECT_EQ(ReadUpTo(second.Get(), 3), "4\r\n");
 }
 
+/// A call of the gateway's programs by its words, marked as one record.
+std::string CallBytes(std::initializer_list<std::uint32_t> words, std::uint32_t lastFragment = 0x80000000U) {
+  std::string bytes;
+  const auto put = [&](std::uint32_t word) {
+    for (const unsigned shift : {24U, 16U, 8U, 0U}) bytes += static_cast<char>(word >> shift & 0xFFU);
+  };
+  put(static_cast<std::uint32_t>(words.size() * 4) | lastFragment);
+  for (const std::uint32_t word : words) put(word);
+  return bytes;
+}
+
+std::string HexOfText(const std::string& text) { return HexOf(Bytes(text.begin(), text.end())); }
+
+// destroy_link of a link that is none, as call 9, and the answer to it: error 4.
+const std::string kDestroyNothing = CallBytes({9, 0, 2, 0x0607AF, 1, 23, 0, 0, 0, 0, 77});
+constexpr auto kInvalidLink =
+    "80 00 00 1C 00 00 00 09 00 00 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 04";
+
+TEST(OnWires, TheGatewayAnswersCallsHoweverTheyCome) {
+  Program program({});
+  auto places = program.Greeting();
+  const FileDescriptor gateway(Connect(places["vxi11"]), "connect");
+  const std::size_t size = 32;
+  EXPECT_EQ(HexOfText(Ask(gateway.Get(), kDestroyNothing, size)), kInvalidLink);
+  EXPECT_EQ(HexOfText(Ask(gateway.Get(), kDestroyNothing + kDestroyNothing, 2 * size)),
+            kInvalidLink + std::string(" ") + kInvalidLink);
+  const std::string fragments = CallBytes({9, 0, 2}, 0) + CallBytes({0x0607AF, 1, 23, 0, 0, 0, 0, 77});
+  for (const char byte : fragments) Ask(gateway.Get(), std::string(1, byte), 0);
+  EXPECT_EQ(HexOfText(ReadUpTo(gateway.Get(), size)), kInvalidLink);
+}
+
+TEST(OnWires, TheGatewayTellsWhatItDoesNotServe) {
+  Program program({});
+  auto places = program.Greeting();
+  const std::pair<std::string, const char*> rows[] = {
+      {CallBytes({9, 0, 2, 0x0607AF, 1, 0, 0, 0, 0, 0}), "00 00 00 00"},   // nothing, carried out
+      {CallBytes({9, 0, 2, 100000, 2, 3, 0, 0, 0, 0}), "00 00 00 01"},     // another program
+      {CallBytes({9, 0, 2, 0x0607AF, 1, 99, 0, 0, 0, 0}), "00 00 00 03"},  // no such procedure
+      {CallBytes({9, 0, 2, 0x0607AF, 1, 23, 0, 0, 0, 0}), "00 00 00 04"},  // no arguments
+  };
+  for (const auto& [call, status] : rows) {
+    const FileDescriptor gateway(Connect(places["vxi11"]), "connect");
+    EXPECT_EQ(HexOfText(Ask(gateway.Get(), call, 28)),
+              std::string("80 00 00 18 00 00 00 09 00 00 00 01 00 00 00 00 00 00 00 00 00 00 00 00 ") + status);
+  }
+  const FileDescriptor gateway(Connect(places["vxi11"]), "connect");
+  // Another version: both bounds of those that are served follow.
+  EXPECT_EQ(
+      HexOfText(Ask(gateway.Get(), CallBytes({9, 0, 2, 0x0607AF, 7, 23, 0, 0, 0, 0}), 36)),
+      "80 00 00 20 00 00 00 09 00 00 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 02 00 00 00 01 00 00 00 01");
+}
+
+TEST(OnWires, WhoeverSendsTheGatewayNoCallsIsDroppedAndNobodyElse) {
+  Program program({});
+  auto places = program.Greeting();
+  const FileDescriptor good(Connect(places["vxi11"]), "connect");
+  for (const std::string& bytes :
+       {std::string("GET / HTTP/1.1\r\n\r\n"), CallBytes({9, 1, 2, 3}), CallBytes({}), std::string(4, '\xFF')}) {
+    const FileDescriptor bad(Connect(places["vxi11"]), "connect");
+    EXPECT_EQ(Ask(bad.Get(), bytes, 1), "");
+  }
+  EXPECT_EQ(HexOfText(Ask(good.Get(), kDestroyNothing, 32)), kInvalidLink);
+}
+
 TEST(OnWires, TheSupplyFeedsTheTarget) {
   Program program({});
   auto places = program.Greeting();
