@@ -36,7 +36,7 @@ constexpr std::array kErrorTexts{
 };
 
 /// By when the server has said that its own time-out, of the same span, is over.
-Deadline BoundOf(const Deadline& deadline) { return deadline.LaterBy(deadline.Span() / 10); }
+Deadline BoundOf(const Deadline& deadline) { return deadline.LaterBy(deadline.Span() / 20); }
 
 u_int TimeOutMs(const Deadline& deadline) { return static_cast<u_int>(std::max(deadline.LeftMs(), 1)); }
 

@@ -22,8 +22,8 @@ struct Vxi11Place {
 /// VXI-11: END ends each message in both directions. A session has a connection and a link of its own, so that a
 /// failure of one instrument lets go of nothing that another one's session holds.
 ///
-/// The server is told the message's time-out and keeps it; the station waits a tenth longer for it to say so. A new
-/// link begins with a device clear: nothing that an earlier session left unread is ever taken for an answer.
+/// The server is told the message's time-out and keeps it; the station waits a twentieth longer for it to say so. A
+/// new link begins with a device clear: nothing that an earlier session left unread is ever taken for an answer.
 class Vxi11GpibSession final : public RouteSession {
  public:
   /// @param route in the words of the command line
