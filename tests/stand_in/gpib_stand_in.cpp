@@ -18,32 +18,25 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <map>
 #include <sstream>
 #include <string>
-#include <vector>
+
+#include "stand_in/script.h"
 
 namespace {
+
+using stand_in::Fault;
+using stand_in::Journal;
+using stand_in::Script;
+using stand_in::WordsOf;
 
 constexpr int kErr = 0x8000;
 constexpr int kTimo = 0x4000;
 constexpr int kEnd = 0x2000;
 constexpr int kCmpl = 0x0100;
 enum Iberr { kEdvr = 0, kEnol = 2, kEarg = 4, kEabo = 6, kEneb = 7 };
-
-struct Fault {
-  std::string call;
-  int address = -1;  ///< -1: any.
-  int at = 1;
-  bool andOn = false;
-  int ibsta = 0;
-  int iberr = 0;
-  int cut = -1;
-  int met = 0;
-};
 
 struct Instrument {
   std::string place;
@@ -59,7 +52,7 @@ struct Device {
 
 struct StandIn {
   std::map<int, Instrument> instruments;
-  std::vector<Fault> faults;
+  Script script;
   std::map<int, Device> devices;
   int lastDevice = 0;
 };
@@ -71,33 +64,6 @@ struct Status {
 };
 thread_local Status last;
 
-std::istringstream WordsOf(const char* variable) {
-  const char* const text = std::getenv(variable);
-  return std::istringstream(text == nullptr ? "" : text);
-}
-
-Fault FaultOf(const std::string& word) {
-  Fault fault;
-  const auto at = word.find('@');
-  const auto equals = word.find('=');
-  const auto colon = word.find(':');
-  const std::string whose = word.substr(0, at);
-  const auto slash = whose.find('/');
-  fault.call = whose.substr(0, slash);
-  if (slash != std::string::npos) fault.address = std::stoi(whose.substr(slash + 1));
-  fault.at = std::stoi(word.substr(at + 1));
-  fault.andOn = word[equals - 1] == '+';
-  const std::string what = word.substr(equals + 1, colon - equals - 1);
-  const int number = std::stoi(word.substr(colon + 1));
-  if (what == "cut") {
-    fault.cut = number;
-  } else {
-    fault.ibsta = std::stoi(what, nullptr, 16);
-    fault.iberr = number;
-  }
-  return fault;
-}
-
 StandIn FromEnvironment() {
   StandIn standIn;
   auto places = WordsOf("GPIB_STAND_IN");
@@ -105,8 +71,6 @@ StandIn FromEnvironment() {
     const auto equals = word.find('=');
     standIn.instruments[std::stoi(word)].place = word.substr(equals + 1);
   }
-  auto faults = WordsOf("GPIB_STAND_IN_FAULTS");
-  for (std::string word; faults >> word;) standIn.faults.push_back(FaultOf(word));
   return standIn;
 }
 
@@ -120,22 +84,6 @@ int Told(int ibsta, int iberr = 0, long ibcntl = 0) {
   return last.ibsta;
 }
 
-void Journal(const std::string& line) {
-  if (const char* const path = std::getenv("GPIB_STAND_IN_JOURNAL"))
-    std::ofstream(path, std::ios::app) << line << "\n";
-}
-
-/// The fault that strikes this call, if one does.
-const Fault* Struck(const std::string& call, int address) {
-  const Fault* struck = nullptr;
-  for (Fault& fault : TheStandIn().faults) {
-    if (fault.call != call || (fault.address >= 0 && fault.address != address)) continue;
-    ++fault.met;
-    if (fault.met == fault.at || (fault.andOn && fault.met > fault.at)) struck = &fault;
-  }
-  return struck;
-}
-
 /// The device of that number when its call is not struck; else what to return is told already. `cut` gets what a cut
 /// read may give.
 Device* Begin(const std::string& call, int number, const std::string& argument = "", std::size_t* cut = nullptr) {
@@ -146,7 +94,7 @@ Device* Begin(const std::string& call, int number, const std::string& argument =
     return nullptr;
   }
   Journal(call + " " + std::to_string(device->second.primary) + (argument.empty() ? "" : " " + argument));
-  const Fault* const fault = Struck(call, device->second.primary);
+  const Fault* const fault = TheStandIn().script.Struck(call, device->second.primary);
   if (fault != nullptr && fault->cut >= 0 && cut != nullptr) *cut = static_cast<std::size_t>(fault->cut);
   if (fault == nullptr || fault->cut >= 0) return &device->second;
   Told(fault->ibsta, fault->iberr);
@@ -222,7 +170,7 @@ int ibdev(int board, int primary, int secondary, int timeOutCode, int endWithLas
   line << "ibdev " << board << " " << primary << " " << secondary << " " << timeOutCode << " " << endWithLastByte
        << " " << endOfString;
   Journal(line.str());
-  if (const Fault* const fault = Struck("ibdev", primary)) {
+  if (const Fault* const fault = TheStandIn().script.Struck("ibdev", primary)) {
     Told(fault->ibsta, fault->iberr);
     return -1;
   }
