@@ -17,6 +17,8 @@ using std::chrono::nanoseconds;
 constexpr milliseconds kShortestRest{34};
 /// Of the time between two drawings, one part in so many goes to the drawing.
 constexpr int kShare = 40;
+/// However dear a drawing was, it may have been the first one, or the machine busy.
+constexpr milliseconds kLongestRest{500};
 constexpr milliseconds kLook{250};
 
 }  // namespace
@@ -71,7 +73,7 @@ void ChartView::DrawDue() {
 }
 
 void ChartView::Rest() {
-  rest_.start(std::max(kShortestRest, std::chrono::duration_cast<milliseconds>(cost_ * kShare)));
+  rest_.start(std::clamp(std::chrono::duration_cast<milliseconds>(cost_ * kShare), kShortestRest, kLongestRest));
 }
 
 void ChartView::paintEvent(QPaintEvent* event) {

@@ -35,6 +35,8 @@ class ChartView : public QChartView {
 
   /// What the chart shows has changed.
   void Touch();
+  /// A change waits for being drawn.
+  [[nodiscard]] bool Due() const { return due_; }
   /// How often the chart was drawn anew.
   [[nodiscard]] int Drawings() const { return drawings_; }
 
