@@ -19,6 +19,9 @@ constexpr char kEscape = 27;
 
 /// An adapter that starts afresh when its device is opened misses what it was told before.
 constexpr auto kGreetAgain = 1s;
+/// A sound adapter answers by then whatever it was in the middle of, a read for another program included. Without
+/// this limit the time-out "None" would wait for a dead one.
+constexpr auto kAnswerLimit = 4s;
 /// `++read_tmo_ms` goes up to 3000.
 constexpr long kLongestReadMs = 3000;
 /// On the way to the adapter and back.
@@ -60,10 +63,6 @@ std::string WithoutReturns(std::string text) {
 
 bool IsWhole(const std::string& reply) { return reply.ends_with('\n') || reply.ends_with(kEndOfReply); }
 
-void RefuseNoise(const std::string& heard) {
-  if (heard.size() > kMostNoise) FailAbsent("what answers there is no ++ adapter.");
-}
-
 }  // namespace
 
 void ControllerAdapter::Detach() {
@@ -102,6 +101,11 @@ void ControllerAdapter::Open(const Deadline& deadline) {
   stream_ = open_(deadline);
   address_.clear();
   readTimeOutMs_ = 0;
+  Greet(deadline.Within(kAnswerLimit));
+}
+
+/// Sets the adapter up, and hears everything that was still on its way from it.
+void ControllerAdapter::Greet(const Deadline& deadline) {
   std::string heard;
   while (!deadline.Passed()) {
     const std::string greeting = NextGreeting();
@@ -117,7 +121,7 @@ void ControllerAdapter::Open(const Deadline& deadline) {
         version_ = version.substr(0, version.size() - 1);
         return;
       }
-      RefuseNoise(heard);
+      if (heard.size() > kMostNoise) FailAbsent("what answers there is no ++ adapter.");
     }
   }
   FailTimeOut("the adapter did not answer its ++ commands" +
@@ -141,6 +145,7 @@ void ControllerAdapter::SetReadTimeOut(const Deadline& deadline) {
 }
 
 void ControllerAdapter::AwaitAnswer(std::string& heard, Ahead ahead, const Deadline& deadline) {
+  const Deadline limit = deadline.Within(kAnswerLimit);
   while (true) {
     const auto found = heard.find(version_);
     const auto lineEnd = found == std::string::npos ? found : heard.find('\n', found + version_.size());
@@ -149,8 +154,8 @@ void ControllerAdapter::AwaitAnswer(std::string& heard, Ahead ahead, const Deadl
       heard.erase(from, lineEnd + 1 - from);
       return;
     }
-    RefuseNoise(heard);
-    if (!stream_.Receive(heard, deadline)) FailTimeOut("the adapter did not answer within " + deadline.Text() + ".");
+    if (heard.size() > kLongestReply) FailAbsent("the adapter sends without an end.");
+    if (!stream_.Receive(heard, limit)) FailTimeOut("the adapter did not answer within " + limit.Text() + ".");
   }
 }
 

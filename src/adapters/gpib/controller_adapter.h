@@ -39,6 +39,7 @@ class ControllerAdapter {
  private:
   [[nodiscard]] bool StillOpen();
   void Open(const Deadline& deadline);
+  void Greet(const Deadline& deadline);
   [[nodiscard]] std::string NextGreeting();
   void Address(const GpibAddress& address, const Deadline& deadline);
   void SetReadTimeOut(const Deadline& deadline);
