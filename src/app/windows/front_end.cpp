@@ -1,5 +1,7 @@
 #include "app/windows/front_end.h"
 
+#include <QScreen>
+
 #include "app/windows/panel_views.h"
 
 namespace orvane {
@@ -8,7 +10,8 @@ FrontEnd::FrontEnd(EventLoop& loop, Desk& desk, Station& station)
     : hands_(loop, station.Nest(), [&desk] { return desk.Clear(); }),
       deskWindows_(loop, desk),
       state_(station.State()),
-      layouts_(LayOutAll(station.Panels())) {
+      panels_(station.Panels()),
+      layouts_(LayOutAll(panels_)) {
   for (PanelLayout& layout : layouts_) {
     layout.panel->changed.Connect([this, &layout] { Follow(layout); });
   }
@@ -24,8 +27,22 @@ void FrontEnd::Follow(PanelLayout& layout) {
   if (!window) {
     if (!layout.panel->Visible()) return;
     window = std::make_unique<PanelWindow>(*layout.panel, layout.layout, hands_, ViewsOf(*layout.panel));
+    Place(*window, *layout.panel);
   }
   window->FollowPanel();
+}
+
+void FrontEnd::Place(PanelWindow& window, const Panel& panel) {
+  constexpr int kStep = 36;
+  const QRect room = window.screen()->availableGeometry();
+  QRect place(QPoint(), window.size().boundedTo(room.size()));
+  if (&panel == &panels_.fail || &panel == &panels_.pass) {
+    place.moveCenter(room.center());
+  } else {
+    place.moveTopLeft(room.topLeft() + QPoint(kStep, kStep) * static_cast<int>(windows_.size() - 1));
+    if (!room.contains(place)) place.moveBottomRight(room.bottomRight());
+  }
+  window.setGeometry(place);
 }
 
 ViewMaker FrontEnd::ViewsOf(Panel& panel) {

@@ -24,11 +24,15 @@ class FrontEnd {
 
  private:
   void Follow(PanelLayout& panel);
+  /// Where a window comes up for the first time: a verdict in the middle of the screen, every other one a step off
+  /// the one before.
+  void Place(PanelWindow& window, const Panel& panel);
   [[nodiscard]] ViewMaker ViewsOf(Panel& panel);
 
   Hands hands_;
   DeskWindows deskWindows_;
   StationState& state_;
+  StationPanels& panels_;
   std::vector<PanelLayout> layouts_;
   std::map<const Panel*, std::unique_ptr<PanelWindow>> windows_;
 };

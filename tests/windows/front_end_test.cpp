@@ -1,0 +1,66 @@
+#include "app/windows/front_end.h"
+
+#include <QScreen>
+
+#include "windows/windows_test.h"
+
+namespace orvane::test {
+namespace {
+
+/// The windows of a whole station as the program has them.
+class FrontEndTest : public WindowsTest {
+ protected:
+  QRect Shown(Panel& panel) {
+    on_.station.Nest().Run([&] { panel.Show(); });
+    return windows_.WindowOf(panel)->frameGeometry();
+  }
+
+  VirtualStation on_;
+  Desk desk_{on_.loop, "/tmp"};
+  FrontEnd windows_{on_.loop, desk_, on_.station};
+};
+
+TEST_F(FrontEndTest, APanelHasNoWindowBeforeItIsShown) {
+  on_.station.Nest().Run([&] { on_.Panels().baseBand.Touch(); });
+  EXPECT_EQ(windows_.WindowOf(on_.Panels().baseBand), nullptr);
+  Shown(on_.Panels().baseBand);
+  EXPECT_TRUE(windows_.WindowOf(on_.Panels().baseBand)->isVisible());
+}
+
+TEST_F(FrontEndTest, NoWindowComesUpRightOverAnotherOneOrOffTheScreen) {
+  const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+  std::vector<QRect> places;
+  for (Panel* panel : {static_cast<Panel*>(&on_.Panels().main), static_cast<Panel*>(&on_.Panels().autoCal),
+                       static_cast<Panel*>(&on_.Panels().baseBand)}) {
+    const QRect place = Shown(*panel);
+    EXPECT_TRUE(room.intersects(place)) << panel->Name();
+    for (const QRect& other : places) EXPECT_NE(place.topLeft(), other.topLeft()) << panel->Name();
+    places.push_back(place);
+  }
+}
+
+TEST_F(FrontEndTest, AVerdictComesUpInTheMiddleOfTheScreen) {
+  const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+  for (Panel* panel : {static_cast<Panel*>(&on_.Panels().pass), static_cast<Panel*>(&on_.Panels().fail)}) {
+    const QPoint off = Shown(*panel).center() - room.center();
+    EXPECT_LE(off.manhattanLength(), 4) << panel->Name();
+  }
+}
+
+TEST_F(FrontEndTest, NoWindowTakesActsWhileABoxLiesOpen) {
+  Shown(on_.Panels().autoCal);
+  auto* line = windows_.WindowOf(on_.Panels().autoCal)->findChild<QWidget*>("txtARFCN");
+  ASSERT_NE(line, nullptr);
+  on_.loop.PostAt(on_.loop.Now() + TimePoint{1},
+                  [&] { QTest::sendKeyEvent(QTest::Click, line, Qt::Key_7, "7", Qt::NoModifier); });
+  on_.loop.PostAt(on_.loop.Now() + TimePoint{1000}, [&] { desk_.Press(desk_.OpenBoxes().back().id, "OK"); });
+  desk_.Show({"A box."});
+  EXPECT_EQ(on_.Panels().autoCal.txtARFCN.Text(), "62");
+
+  QTest::sendKeyEvent(QTest::Click, line, Qt::Key_7, "7", Qt::NoModifier);
+  on_.loop.Yield(on_.loop.Now());
+  EXPECT_EQ(on_.Panels().autoCal.txtARFCN.Text(), "627");
+}
+
+}  // namespace
+}  // namespace orvane::test
