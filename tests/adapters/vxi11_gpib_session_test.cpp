@@ -396,6 +396,44 @@ TEST_F(Vxi11, FewerBytesTakenThanSentAreAFault) {
   ExpectAbsent([&] { session->Write("*RST", 1s); }, "the gateway did not take all bytes.");
 }
 
+/// Whether a bit of the answer to a read, counted from the first one of its mark, says nothing that the station
+/// needs.
+bool SaysNothing(std::size_t bit) {
+  const std::size_t word = bit / 32;
+  const std::size_t inWord = 31 - bit % 32;
+  return word == 4                      // the kind of the server's credentials
+         || (word == 8 && inWord != 2)  // other reasons than an end
+         // A length within the same word: nobody can tell the fill from data.
+         || (word == 9 && inWord < 2);
+}
+
+TEST_F(Vxi11, NoBrokenBitAroundAReplyMakesAnotherReplyOfIt) {
+  constexpr std::size_t kBitsAhead = std::size_t{10} * 32;
+  std::size_t broken = 0;
+  const auto breakBit = [&](GatewayConnection& client) {
+    MakeLink(client);
+    TakeMessage(client);
+    if (!client.NextCall()) return;
+    std::string reply = client.Reply({0, 4}, "+3.19850E+001\n");
+    reply[broken / 8] = static_cast<char>(static_cast<unsigned char>(reply[broken / 8]) ^ (0x80U >> broken % 8));
+    client.Send(reply);
+    // What is missing now never comes.
+  };
+  for (; broken < kBitsAhead; ++broken) {
+    Play({breakBit});
+    const auto session = Open();
+    session->Write("READ?", 2s);
+    std::string reply;
+    const auto error = ErrorOf([&] { reply = session->Read(1000, 2s); });
+    if (!SaysNothing(broken)) {
+      EXPECT_TRUE(error.has_value()) << "bit " << broken << ": " << reply;
+    } else if (broken / 32 != 9) {
+      EXPECT_EQ(reply, "+3.19850E+001\n") << "bit " << broken;
+    }
+    gateway_->Join();
+  }
+}
+
 /// Takes the time that a message needs to fail.
 std::chrono::milliseconds TimeOf(const std::function<void()>& message) {
   const auto start = std::chrono::steady_clock::now();

@@ -31,8 +31,9 @@ class RpcClient {
                                       const std::type_identity_t<Arguments>& arguments, XdrRoutine<Result> take,
                                       std::size_t longestResult, const Deadline& deadline) {
     const std::string bytes = Exchange(procedure, XdrWriter().Put(put, arguments).Bytes(), longestResult, deadline);
-    auto result = XdrReader(bytes).Take(take);
-    if (!result) FailMeaningless();
+    XdrReader reader(bytes);
+    auto result = reader.Take(take);
+    if (!result || !reader.Rest().empty()) FailMeaningless();
     return std::move(*result);
   }
 
