@@ -1,0 +1,97 @@
+#include "screen/screen_station.h"
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <cstring>
+#include <sstream>
+#include <stdexcept>
+#include <thread>
+
+namespace orvane::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kLimit = 30s;
+/// Somebody who looks at the screen again and again.
+constexpr auto kGlance = 5ms;
+
+Arguments WithPort(const Arguments& arguments) {
+  Arguments all{ORVANE_WINDOWS_PROGRAM, "--automation", "stdio"};
+  all.insert(all.end(), arguments.begin(), arguments.end());
+  return all;
+}
+
+/// The whereabouts plugin's answer; empty when it does not answer.
+std::string AnswerOf(const std::string& path, const std::string& question) {
+  const int socket = ::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
+  std::array<char, 256> text{};
+  ssize_t count = 0;
+  if (::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+      ::send(socket, question.data(), question.size(), MSG_NOSIGNAL) > 0) {
+    pollfd ready{socket, POLLIN, 0};
+    if (::poll(&ready, 1, static_cast<int>(std::chrono::milliseconds(kLimit).count())) > 0) {
+      count = ::recv(socket, text.data(), text.size(), 0);
+    }
+  }
+  ::close(socket);
+  return {text.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0))};
+}
+
+void LookUntil(const std::function<bool()>& isSo, const std::string& orElse) {
+  for (const auto deadline = std::chrono::steady_clock::now() + kLimit; !isSo();) {
+    if (std::chrono::steady_clock::now() > deadline) throw std::runtime_error(orElse);
+    std::this_thread::sleep_for(kGlance);
+  }
+}
+
+}  // namespace
+
+ScreenStation::ScreenStation(XDisplay& display, const Arguments& arguments)
+    : display_(display),
+      displayName_("DISPLAY", display.Name()),
+      runtimeFolder_("XDG_RUNTIME_DIR", folder_.Path().string()),
+      platform_("QT_QPA_PLATFORM", "xcb"),
+      plugins_("QT_PLUGIN_PATH", WHEREABOUTS_FOLDER),
+      whereabouts_("QT_QPA_GENERIC_PLUGINS", "whereabouts:" + (folder_ / "where")),
+      process_(WithPort(arguments)) {
+  port_.answersBoxes = false;
+  (void)Await("OrvaneMain");
+}
+
+std::optional<ScreenStation::Place> ScreenStation::Find(const std::string& widget) const {
+  std::istringstream answer(AnswerOf(folder_ / "where", widget));
+  int x = 0;
+  int y = 0;
+  int width = 0;
+  int height = 0;
+  bool enabled = false;
+  if (!(answer >> x >> y >> width >> height >> enabled)) return std::nullopt;
+  return Place{QRect(x, y, width, height), enabled};
+}
+
+ScreenStation::Place ScreenStation::Await(const std::string& widget) const {
+  std::optional<Place> place;
+  LookUntil([&] { return (place = Find(widget)).has_value(); }, widget + " is never seen");
+  return *place;
+}
+
+void ScreenStation::AwaitGone(const std::string& widget) const {
+  LookUntil([&] { return !Find(widget); }, widget + " never goes");
+}
+
+void ScreenStation::Click(const std::string& widget) {
+  std::optional<Place> place;
+  LookUntil([&] { return (place = Find(widget)) && place->enabled; }, widget + " takes no click");
+  display_.Click(place->area.center());
+}
+
+}  // namespace orvane::test

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QImage>
+#include <optional>
+#include <string>
+
+#include "program/programs.h"
+#include "screen/x_display.h"
+
+namespace orvane::test {
+
+/// The program with windows on a display, with an operator at mouse and screen. Boxes are his to answer; the
+/// automation port only listens, unless a test lets it speak.
+class ScreenStation {
+ public:
+  /// @throws std::runtime_error when its windows do not come.
+  ScreenStation(XDisplay& display, const Arguments& arguments);
+
+  struct Place {
+    QRect area;
+    bool enabled = false;
+  };
+  /// Where a widget can be seen and reached now; "OrvaneMain/cmdExit", "box/OK", "OrvaneMain/SSTab1:2".
+  [[nodiscard]] std::optional<Place> Find(const std::string& widget) const;
+  /// Waits until it can be.
+  [[nodiscard]] Place Await(const std::string& widget) const;
+  void AwaitGone(const std::string& widget) const;
+  /// Waits until it can be and takes clicks; then clicks on it.
+  void Click(const std::string& widget);
+
+  [[nodiscard]] QImage Shown(const Place& place) const { return display_.Shown(place.area); }
+  [[nodiscard]] Client& Port() { return port_; }
+  [[nodiscard]] Child& Process() { return process_; }
+
+ private:
+  XDisplay& display_;
+  TempFolder folder_;
+  Variable displayName_;
+  Variable runtimeFolder_;
+  Variable platform_;
+  Variable plugins_;
+  Variable whereabouts_;
+  Child process_;
+  Client port_{process_};
+};
+
+}  // namespace orvane::test

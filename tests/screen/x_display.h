@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QImage>
+#include <memory>
+#include <string>
+
+#include "program/child.h"
+
+struct xcb_connection_t;
+
+namespace orvane::test {
+
+/// A display of the test's own: an X server that draws into memory, with a mouse and keys that the test moves.
+class XDisplay {
+ public:
+  /// @throws std::runtime_error when the server does not start.
+  XDisplay();
+  XDisplay(const XDisplay&) = delete;
+  XDisplay& operator=(const XDisplay&) = delete;
+  ~XDisplay();
+
+  /// Whether this machine has such a server.
+  [[nodiscard]] static bool Installed();
+  /// ":7", as the variable DISPLAY has it.
+  [[nodiscard]] const std::string& Name() const { return name_; }
+
+  void MoveMouse(QPoint to);
+  void Click(QPoint at);
+  /// What stands on the display within that rectangle.
+  [[nodiscard]] QImage Shown(QRect area) const;
+
+  /// The server dies, and everybody's connection to it breaks.
+  void Kill();
+
+ private:
+  void Fake(int event, int detail, QPoint at);
+
+  Child server_;
+  std::string name_;
+  xcb_connection_t* connection_;
+  std::uint32_t root_ = 0;
+};
+
+}  // namespace orvane::test
