@@ -20,7 +20,7 @@ Layout TargetSystem(OrvaneMain& panel) {
             {
                 Field(panel.lblComPort, {Of(panel.cboPort).Wide(kListCharacters)}),
                 Field(panel.lblTarget, {Of(panel.cboTarget).Wide(kListCharacters)}),
-                Field(panel.lblSyncDelay, {Spin(panel.txtSyncDelay, panel.updSyncDelay).Wide(9)}),
+                Field(panel.lblSyncDelay, {Spin(panel.txtSyncDelay, panel.updSyncDelay).Wide(9), View("paceTime")}),
                 Field("", {Of(panel.cmdTargetInitialize).Main(), Of(panel.cmdTargetReset), Of(panel.shpTargetOnOff)}),
             })});
 }
@@ -101,6 +101,12 @@ Layout UplinkBurst(OrvaneMain& panel) {
                                 });
 }
 
+Layout RampDelay(OrvaneMain& panel) {
+  return Group("Ramp delay", {Row({Text("Up"), Of(panel.cboDELU).Wide(4), Text("Down"), Of(panel.cboDELD).Wide(4),
+                                   Of(panel.cmdRampDelaySet), Space()})})
+      .Stretched();
+}
+
 Layout TxPage(OrvaneMain& panel) {
   return Column({
       Row({
@@ -112,9 +118,7 @@ Layout TxPage(OrvaneMain& panel) {
                  })
               .Stretched(),
       }),
-      LayOut(panel.ramp).Stretched(),
-      Group("Ramp delay", {Row({Text("Up"), Of(panel.cboDELU), Text("Down"), Of(panel.cboDELD),
-                                Of(panel.cmdRampDelaySet), Space()})}),
+      LayOut(panel.ramp, RampDelay(panel)).Stretched(),
   });
 }
 

@@ -9,7 +9,7 @@ using namespace lay;
 
 Layout LayOut(FrmRampTable& panel) {
   return Column({
-      LayOut(panel.editor).Stretched(),
+      LayOut(panel.editor, Space()).Stretched(),
       Row({Space(), Of(panel.cmdRampTableClose)}),
   });
 }

@@ -27,22 +27,22 @@ Layout Status(Frame& frame, Label& caption, TextBox& sum) {
 
 }  // namespace
 
-Layout LayOut(RampEditorFace& editor) {
+Layout LayOut(RampEditorFace& editor, Layout beside) {
   return Column({
       Row({
           Group(editor.fraRampTableIndex, {Row({Spin(editor.txtRampTableIndex, editor.updRampTableIndex).Wide(3),
                                                 Of(editor.lblRampIndex), Of(editor.cmdRampIndexset), Space()})})
               .Stretched(),
           Group(editor.fraRampStorageMode, {Row({Of(editor.optFile), Of(editor.optTarget), Of(editor.cmdRampLoad),
-                                                 Of(editor.cmdRampSave), Space()})})
-              .Stretched(),
+                                                 Of(editor.cmdRampSave), Space()})}),
+          Group("Ramp to Target", {Of(editor.setToTarget)}),
       }),
       Shape(*editor.fraRampShapeTable[0], "Up", editor.lblUP, editor.txtUP, editor.updUP),
       Shape(*editor.fraRampShapeTable[1], "Down", editor.lblDN, editor.txtDN, editor.updDN),
       Row({
           Status(editor.fraRampUpStatus, editor.lblRampUpStatus, editor.txtRampUpStatus),
           Status(editor.fraRampDownStatus, editor.lblRampDownStatus, editor.txtRampDownStatus),
-          Group("Ramp to Target", {Row({Of(editor.setToTarget), Space()})}).Stretched(),
+          std::move(beside),
       }),
       View("rampShape").Stretched(),
   });

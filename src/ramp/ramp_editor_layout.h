@@ -6,7 +6,7 @@ namespace orvane {
 
 struct RampEditorFace;
 
-/// The ramp editor, the same on the main panel and on `frmRampTable`.
-[[nodiscard]] Layout LayOut(RampEditorFace& editor);
+/// The ramp editor, the same on the main panel and on `frmRampTable`; `beside` stands at the end of its last line.
+[[nodiscard]] Layout LayOut(RampEditorFace& editor, Layout beside);
 
 }  // namespace orvane

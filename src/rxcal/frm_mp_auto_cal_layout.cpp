@@ -62,7 +62,7 @@ Layout RxPart(FrmMPAutoCal& panel) {
                           Group(panel.fraMPRxResults,
                                 {Of(panel.lstMPRxChannelCalResult).Wide(36).Lines(8).FixedPitch().Stretched()})
                               .Stretched(),
-                          View("receiveCompensation").Stretched(),
+                          View("receiveCompensation").Wide(56).Stretched(),
                       })
                    .Stretched(),
            })

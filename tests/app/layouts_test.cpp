@@ -59,7 +59,7 @@ TEST_F(Layouts, FormsHoldFieldsAndFramesAreGroups) {
 
 TEST_F(Layouts, TheViewsOfEachPanel) {
   const std::map<std::string, std::vector<std::string>> expected{
-      {"OrvaneMain", {"rampShape"}},
+      {"OrvaneMain", {"paceTime", "rampShape"}},
       {"frmRampTable", {"rampShape"}},
       {"frmAutoCal", {"searchConvergence"}},
       {"frmAutoCalTxResult", {"channelCodes"}},

@@ -77,6 +77,34 @@ TEST_F(WindowShapes, WhatStandsInABoxIsReadWhole) {
   }
 }
 
+void CollectViews(const Layout& layout, std::vector<std::string>& views) {
+  if (layout.kind == Layout::Kind::View) views.push_back(layout.text);
+  for (const Layout& part : layout.parts) CollectViews(part, views);
+}
+
+TEST_F(WindowShapes, EveryViewOfALayoutIsThere) {
+  for (const auto& [panel, layout] : LayOutAll(windowed_->on.Panels())) {
+    std::vector<std::string> views;
+    CollectViews(layout, views);
+    PanelWindow& window = Shown(*panel);
+    for (const std::string& view : views) {
+      EXPECT_NE(window.findChild<QWidget*>(QString::fromStdString(view)), nullptr) << panel->Name() << ": " << view;
+    }
+  }
+}
+
+TEST_F(WindowShapes, ThePaceIsTimedBesideItsTurns) {
+  OrvaneMain& main = windowed_->on.Panels().main;
+  auto* time = Shown(main).findChild<QLabel*>("paceTime");
+  ASSERT_NE(time, nullptr);
+  // Two nanoseconds a turn on virtual time.
+  EXPECT_EQ(time->text(), "a pace: 0.04 ms");
+  main.txtSyncDelay.SetText("500000");
+  EXPECT_EQ(time->text(), "a pace: 1 ms");
+  main.txtSyncDelay.SetText("many");
+  EXPECT_EQ(time->text(), "");
+}
+
 /// The colours in the middle line of a picture.
 std::set<QRgb> ColoursOf(QWidget& picture) {
   const QImage drawn = picture.grab().toImage();

@@ -10,6 +10,7 @@
 
 #include "adapters/qt/panel_window.h"
 #include "app/station_layouts.h"
+#include "app/windows/panel_views.h"
 #include "station/virtual_station.h"
 
 namespace orvane::test {
@@ -42,7 +43,8 @@ class WindowedStation {
     auto& window = windows_[&panel];
     if (!window) {
       for (const PanelLayout& layout : layouts_) {
-        if (layout.panel == &panel) window = std::make_unique<PanelWindow>(panel, layout.layout, hands_, ViewMaker());
+        if (layout.panel == &panel)
+          window = std::make_unique<PanelWindow>(panel, layout.layout, hands_, ViewsOf(panel));
       }
     }
     window->FollowPanel();
@@ -63,6 +65,12 @@ class WindowedStation {
   VirtualStation on;
 
  private:
+  ViewMaker ViewsOf(Panel& panel) {
+    return [this, &panel](const std::string& name, QWidget* parent) {
+      return MakePanelView(panel, name, on.station.State(), on.loop, parent);
+    };
+  }
+
   std::vector<PanelLayout> layouts_;
   Hands hands_{on.loop, on.station.Nest(), [] { return true; }};
   std::map<Panel*, std::unique_ptr<PanelWindow>> windows_;

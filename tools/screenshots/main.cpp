@@ -66,7 +66,10 @@ class Photographer {
   /// The window of a panel as it stands, or shown for the picture.
   void Take(Panel& panel, const std::string& name) {
     if (!panel.Visible()) program_.TheStation().Nest().Run([&] { panel.Show(); });
-    Save(*frontEnd_.WindowOf(panel), name);
+    orvane::PanelWindow& window = *frontEnd_.WindowOf(panel);
+    // The screen in memory may be a smaller one.
+    window.TakeItsSize();
+    Save(window, name);
   }
   void TakeTabs(orvane::OrvaneMain& main) {
     const auto& tabs = main.SSTab1.Tabs();

@@ -167,6 +167,7 @@ void Builder::PlaceView(const Layout& place, QBoxLayout& into, QWidget* parent) 
   QWidget* view = views_ ? views_(place.text, parent) : nullptr;
   if (view == nullptr) return;
   view->setObjectName(ToQt(place.text));
+  if (place.size > 0) view->setMinimumWidth(view->fontMetrics().horizontalAdvance(u'0') * place.size);
   into.addWidget(view, place.stretch);
 }
 

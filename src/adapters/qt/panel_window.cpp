@@ -10,7 +10,13 @@ PanelWindow::PanelWindow(Panel& panel, const Layout& layout, Hands& hands, const
     : panel_(panel), context_{hands} {
   setObjectName(ToQt(panel.Name()));
   setCentralWidget(BuildLayout(layout, context_, views, this));
-  resize(sizeHint());
+  TakeItsSize();
+}
+
+void PanelWindow::TakeItsSize() {
+  // What would like more room than a small screen has gets it from whoever enlarges the window.
+  constexpr QSize kSmallScreen(1270, 680);
+  resize(sizeHint().boundedTo(kSmallScreen).expandedTo(minimumSizeHint()));
 }
 
 void PanelWindow::FollowPanel() {

@@ -21,6 +21,8 @@ class PanelWindow final : public QMainWindow {
   /// Takes up the panel's caption, and whether it is shown. A panel that is shown again comes to the front, in the
   /// place where its window was.
   void FollowPanel();
+  /// The size that the layout asks for, as far as a small screen has it.
+  void TakeItsSize();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

@@ -7,7 +7,8 @@
 namespace orvane {
 
 FrontEnd::FrontEnd(EventLoop& loop, Desk& desk, Station& station)
-    : hands_(loop, station.Nest(), [&desk] { return desk.Clear(); }),
+    : loop_(loop),
+      hands_(loop, station.Nest(), [&desk] { return desk.Clear(); }),
       deskWindows_(loop, desk),
       state_(station.State()),
       panels_(station.Panels()),
@@ -46,8 +47,9 @@ void FrontEnd::Place(PanelWindow& window, const Panel& panel) {
 }
 
 ViewMaker FrontEnd::ViewsOf(Panel& panel) {
-  return
-      [this, &panel](const std::string& name, QWidget* parent) { return MakePanelView(panel, name, state_, parent); };
+  return [this, &panel](const std::string& name, QWidget* parent) {
+    return MakePanelView(panel, name, state_, loop_, parent);
+  };
 }
 
 }  // namespace orvane

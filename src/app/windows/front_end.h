@@ -29,6 +29,7 @@ class FrontEnd {
   void Place(PanelWindow& window, const Panel& panel);
   [[nodiscard]] ViewMaker ViewsOf(Panel& panel);
 
+  EventLoop& loop_;
   Hands hands_;
   DeskWindows deskWindows_;
   StationState& state_;

@@ -4,10 +4,14 @@
 #include "adapters/qt/views/compensation_view.h"
 #include "adapters/qt/views/ramp_shape_view.h"
 #include "adapters/qt/views/search_view.h"
+#include "app/windows/pace_time.h"
 
 namespace orvane {
 
-QWidget* MakePanelView(Panel& panel, std::string_view name, StationState& state, QWidget* parent) {
+QWidget* MakePanelView(Panel& panel, std::string_view name, StationState& state, EventLoop& loop, QWidget* parent) {
+  if (auto* main = dynamic_cast<OrvaneMain*>(&panel); main != nullptr && name == "paceTime") {
+    return MakePaceTime(main->txtSyncDelay, loop, parent);
+  }
   if (name == "rampShape") {
     if (auto* main = dynamic_cast<OrvaneMain*>(&panel)) return MakeRampShapeView(main->ramp, parent);
     if (auto* dialog = dynamic_cast<FrmRampTable*>(&panel)) return MakeRampShapeView(dialog->editor, parent);

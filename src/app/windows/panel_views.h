@@ -4,10 +4,12 @@
 #include <string_view>
 
 #include "app/station_parts.h"
+#include "platform/event_loop.h"
 
 namespace orvane {
 
 /// The picture of that name on a panel; null for a name that the panel has not.
-[[nodiscard]] QWidget* MakePanelView(Panel& panel, std::string_view name, StationState& state, QWidget* parent);
+[[nodiscard]] QWidget* MakePanelView(Panel& panel, std::string_view name, StationState& state, EventLoop& loop,
+                                     QWidget* parent);
 
 }  // namespace orvane
