@@ -56,7 +56,7 @@ std::vector<Fault> Faults() {
        "the adapter closed the connection"},
       {"noReply", 5s, 500ms, {}, kErrTimo, kEabo, "no reply within 500 ms."},
       {"noEnd", 5s, 500ms, At("++read eoi", [](auto& self) { self.Send("+1.5"); }), kErrTimo, kEabo,
-       "no end behind the reply's first bytes within 500 ms."},
+       "no line end behind the reply's first bytes within 500 ms."},
       {"tooLong", 5s, 5s, At("++read eoi", [](auto& self) { self.Send(std::string(3'000'000, 'x')); }), kErr, kEnol,
        "the reply has no end, more than 1 MiB came."},
       {"closesInMidReply", 5s, 5s,
@@ -164,7 +164,7 @@ TEST_P(LateReply, IsNeverTakenForTheNextOnes) {
             std::this_thread::sleep_for(kLateBy);
             self.Send(late);
           } else {
-            self.Send("reply " + std::to_string(reads) + "\n\x03");
+            self.Send("reply " + std::to_string(reads) + "\n");
           }
           return true;
         },

@@ -20,10 +20,9 @@ TEST(AdapterRoute, SetsTheAdapterUpOnceAndKeepsItsMemoryFromWearing) {
   EXPECT_EQ(Ask(*session, "*IDN?", 10s), "maker,model\r\n");
   EXPECT_EQ(Ask(*session, "VOLT?", 10s), "+1\n");
   const Lines lines = adapter.Lines();
-  ASSERT_GT(lines.size(), 13U);
-  EXPECT_THAT(Lines(lines.begin(), lines.begin() + 8),
-              ElementsAre("++savecfg 0", "++mode 1", "++auto 0", "++eoi 1", "++eos 3", "++eot_char 3",
-                          "++eot_enable 1", "++ifc"));
+  ASSERT_GT(lines.size(), 12U);
+  EXPECT_THAT(Lines(lines.begin(), lines.begin() + 7),
+              ElementsAre("++savecfg 0", "++mode 1", "++auto 0", "++eoi 1", "++eos 3", "++eot_enable 0", "++ifc"));
   EXPECT_THAT(BehindGreeting(lines), ElementsAre("++addr 5", "*IDN?", "++read_tmo_ms 3000", "++ver", "++read eoi",
                                                  "VOLT?", "++ver", "++read eoi"));
 }
@@ -67,7 +66,7 @@ TEST(AdapterRoute, ReadsForAsLongAsTheTimeOutWithinTheAdaptersBounds) {
 TEST(AdapterRoute, AnInstrumentSlowerThanTheAdapterReadsIsAskedAgainAfterTheAdapterHasEndedItsRead) {
   int reads = 0;
   ScriptedAdapter adapter([&](ScriptedAdapter& self, const std::string& line) {
-    if (line == "++read eoi" && ++reads == 2) self.Send("slow\n\x03");
+    if (line == "++read eoi" && ++reads == 2) self.Send("slow\n");
     return false;
   });
   auto bus = BusOn(RouteTo(adapter));
@@ -83,21 +82,18 @@ struct Reply {
   std::string read;
 };
 
-TEST(AdapterRoute, AReplyIsWholeAtItsLineFeedOrItsEnd) {
+TEST(AdapterRoute, AReplyIsWholeAtItsLineFeed) {
   const Reply rows[] = {
-      {"with its end marked", {"+1.5\r\n\x03"}, "+1.5\r\n"},
-      {"by an adapter that marks no end", {"+1.5\n"}, "+1.5\n"},
-      {"ended by EOI alone", {"+1.5\x03"}, "+1.5"},
-      {"in pieces", {"+", "1", ".", "5", "\r", "\n", "\x03"}, "+1.5\r\n"},
-      {"empty", {"\x03"}, ""},
-      {"of several lines", {"1\n2\n\x03"}, "1\n2\n"},
+      {"at once", {"+1.5\n"}, "+1.5\n"},
+      {"in pieces", {"+", "1", ".", "5", "\r", "\n"}, "+1.5\r\n"},
+      {"empty", {"\n"}, "\n"},
   };
   for (const Reply& row : rows) {
     SCOPED_TRACE(row.why);
     int reads = 0;
     ScriptedAdapter adapter([&](ScriptedAdapter& self, const std::string& line) {
       if (line != "++read eoi") return false;
-      if (++reads > 1) self.Send("next\n\x03");
+      if (++reads > 1) self.Send("next\n");
       for (std::size_t i = 0; i < row.pieces.size() && reads == 1; ++i) {
         self.Send(row.pieces[i]);
         std::this_thread::sleep_for(1ms);
@@ -111,8 +107,17 @@ TEST(AdapterRoute, AReplyIsWholeAtItsLineFeedOrItsEnd) {
   }
 }
 
+TEST(AdapterRoute, AReplyWithoutALineFeedIsNone) {
+  ScriptedAdapter adapter(Replies({"+1.5"}));
+  auto bus = BusOn(RouteTo(adapter));
+  ExpectError(ErrorOf([&] {
+                (void)Ask(*bus.Open({0, 1, 0}), "A?", 100ms);
+              }),
+              kErrTimo, kEabo, "no line end behind the reply's first bytes");
+}
+
 TEST(AdapterRoute, ReadsNoMoreThanTheReadSizeAndTheRestOnlyUpToTheNextMessage) {
-  ScriptedAdapter adapter(Replies({"abcdefgh\n\x03", "next\n\x03"}));
+  ScriptedAdapter adapter(Replies({"abcdefgh\n", "next\n"}));
   auto bus = BusOn(RouteTo(adapter));
   const auto session = bus.Open({0, 1, 0});
   session->Write("A?", 5s);

@@ -10,11 +10,9 @@ namespace {
 using namespace std::chrono_literals;
 
 // In this order: the first keeps the settings behind it out of the adapter's memory, which wears. Replies are read
-// when they are asked for, texts go out as they stand with EOI, and the end of a reply is marked. The interface clear
-// ends whatever the bus was in the middle of.
-constexpr std::string_view kSetUp =
-    "++savecfg 0\n++mode 1\n++auto 0\n++eoi 1\n++eos 3\n++eot_char 3\n++eot_enable 1\n++ifc\n";
-constexpr char kEndOfReply = 3;
+// when they are asked for and come as they stand, texts go out as they stand with EOI. The interface clear ends
+// whatever the bus was in the middle of.
+constexpr std::string_view kSetUp = "++savecfg 0\n++mode 1\n++auto 0\n++eoi 1\n++eos 3\n++eot_enable 0\n++ifc\n";
 constexpr char kEscape = 27;
 
 /// An adapter that starts afresh when its device is opened misses what it was told before.
@@ -61,7 +59,8 @@ std::string WithoutReturns(std::string text) {
   return text;
 }
 
-bool IsWhole(const std::string& reply) { return reply.ends_with('\n') || reply.ends_with(kEndOfReply); }
+/// The adapter marks no end: a reply that its instrument ends by EOI alone cannot be told from the first half of one.
+bool IsWhole(const std::string& reply) { return reply.ends_with('\n'); }
 
 }  // namespace
 
@@ -175,7 +174,7 @@ std::string ControllerAdapter::Read(const GpibAddress& address, const Deadline& 
     if (reply.size() > kLongestReply) FailAbsent("the reply has no end, more than 1 MiB came.");
     if (stream_.Receive(reply, deadline.Within(readEnds))) continue;
     if (deadline.Passed()) {
-      FailTimeOut((reply.empty() ? "no reply" : "no end behind the reply's first bytes") +
+      FailTimeOut((reply.empty() ? "no reply" : "no line end behind the reply's first bytes") +
                   (" within " + deadline.Text()) + ".");
     }
     // The adapter's read must have ended, and it answers when it has. It must not read again before: an instrument
@@ -184,7 +183,6 @@ std::string ControllerAdapter::Read(const GpibAddress& address, const Deadline& 
     AwaitAnswer(reply, Ahead::kKeep, deadline);
     if (!IsWhole(reply)) stream_.Send("++read eoi\n", deadline);
   }
-  if (reply.back() == kEndOfReply) reply.pop_back();
   return reply;
 }
 

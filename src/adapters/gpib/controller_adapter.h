@@ -28,7 +28,7 @@ class ControllerAdapter {
 
   /// Sends one message, its last byte with EOI.
   void Write(const GpibAddress& address, std::string_view text, const Deadline& deadline);
-  /// One message, up to its line feed or its EOI.
+  /// One message, up to its line feed.
   [[nodiscard]] std::string Read(const GpibAddress& address, const Deadline& deadline);
   void GoToLocal(const GpibAddress& address, const Deadline& deadline);
 
