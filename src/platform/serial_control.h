@@ -19,8 +19,20 @@ struct SerialSetup {
   Integer rThreshold = 0;  ///< 1: every received byte raises a receive event.
 };
 
-/// Event codes of the serial control.
-enum CommEvent : int { kCommSend = 1, kCommReceive = 2 };
+/// Event codes of the serial control, those that a line of this station can raise.
+enum CommEvent : int {
+  kCommSend = 1,
+  kCommReceive = 2,
+  kCommCtsChange = 3,
+  kCommDsrChange = 4,
+  kCommCdChange = 5,
+  kCommRing = 6,
+  kCommBreak = 1001,
+  kCommFrameError = 1004,
+  kCommOverrun = 1006,
+  kCommReceiveOverflow = 1008,
+  kCommParityError = 1009,
+};
 
 /// The control of one serial line.
 class SerialControl {

@@ -1,9 +1,11 @@
 #include "adapters/qt_serial_control.h"
 
+#include <grp.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
@@ -108,17 +110,102 @@ TEST_F(SerialLine, RefusesADeviceThatAnotherProgramHolds) {
   EXPECT_TRUE(control_->PortOpen());
 }
 
-TEST_F(SerialLine, HintsAtTheGroupWhenPermissionIsMissing) {
-  const auto path = std::filesystem::temp_directory_path() / ("orvane_forbidden_" + std::to_string(::getpid()));
-  std::ofstream(path) << "";
-  ::chmod(path.c_str(), 0);
-  if (::access(path.c_str(), R_OK) == 0) {
-    std::filesystem::remove(path);
-    GTEST_SKIP() << "this user may read everything";
+TEST_F(SerialLine, NamesWhoeverHoldsTheDevice) {
+  const test::Pty pty;
+  Connect(pty.Device());
+  QtSerialControl other(loop_, ComDevices{pty.Device(), "", "", ""});
+  other.setup.settings = "115200,N,8,1";
+  other.Open();
+  EXPECT_EQ(FailureOfOpen(), "COM1 (" + pty.Device() +
+                                 "): the device is in use by another program: adapters_tests (process " +
+                                 std::to_string(::getpid()) + ").");
+}
+
+TEST_F(SerialLine, ByWhateverNameADeviceIsCalledItIsOneDevice) {
+  const test::Pty pty;
+  const auto link = std::filesystem::temp_directory_path() / ("orvane_by_id_" + std::to_string(::getpid()));
+  std::filesystem::create_symlink(pty.Device(), link);
+  Connect(link);
+  control_->Open();
+  QtSerialControl other(loop_, ComDevices{pty.Device(), "", "", ""});
+  other.setup.settings = "115200,N,8,1";
+  EXPECT_THROW(other.Open(), StationFailure);
+  std::filesystem::remove(link);
+}
+
+TEST_F(SerialLine, ATerminalThatARegularFileOrANullDeviceStandsForIsNone) {
+  const auto file = std::filesystem::temp_directory_path() / ("orvane_file_" + std::to_string(::getpid()));
+  std::ofstream(file) << "text";
+  for (const std::string& path : {file.string(), std::string("/dev/null")}) {
+    Connect(path);
+    EXPECT_EQ(FailureOfOpen(), "COM1 (" + path + "): the device is no serial line.");
   }
-  Connect(path);
-  EXPECT_THAT(FailureOfOpen(), HasSubstr("dialout"));
-  std::filesystem::remove(path);
+  std::filesystem::remove(file);
+}
+
+/// While it lives, this process has an ordinary user's rights; nothing changes when it has no others.
+class OrdinaryUser {
+ public:
+  OrdinaryUser() {
+    if (::geteuid() == 0 && (::setegid(kNobody) != 0 || ::seteuid(kNobody) != 0)) std::abort();
+  }
+  ~OrdinaryUser() {
+    if (::getuid() == 0 && (::seteuid(0) != 0 || ::setegid(0) != 0)) std::abort();
+  }
+
+ private:
+  static constexpr unsigned kNobody = 65534;
+};
+
+TEST_F(SerialLine, AForbiddenDeviceIsToldWithWhoMayUseIt) {
+  struct Row {
+    const char* group;
+    mode_t mode;
+    std::string why;
+  };
+  if (::geteuid() != 0) GTEST_SKIP() << "only a superuser gives devices away";
+  for (const Row& row : {Row{"dialout", 0660, "permission denied. Is the user in the group \"dialout\"?"},
+                         Row{"tty", 0660, "permission denied. Is the user in the group \"tty\"?"},
+                         Row{"tty", 0600, "permission denied. Only its owner \"root\" might use it, no group."}}) {
+    const test::Pty pty;
+    const group* owner = ::getgrnam(row.group);
+    ASSERT_NE(owner, nullptr);
+    ASSERT_EQ(::chown(pty.Device().c_str(), 0, owner->gr_gid), 0);
+    ASSERT_EQ(::chmod(pty.Device().c_str(), row.mode), 0);
+    Connect(pty.Device());
+    const OrdinaryUser user;
+    EXPECT_EQ(FailureOfOpen(), "COM1 (" + pty.Device() + "): " + row.why);
+  }
+}
+
+TEST_F(SerialLine, CarriesEveryByteAsItIs) {
+  const test::Pty pty;
+  Connect(pty.Device());
+  std::string all;
+  for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
+  all += "\xFF\xFF\xFF";
+  control_->Open();
+  control_->Output(all);
+  EXPECT_EQ(pty.Received(300), all);
+  ASSERT_TRUE(pty.Send(all));
+  EXPECT_TRUE(YieldUntil([&] { return received_.size() >= all.size(); }));
+  EXPECT_EQ(received_, all);
+}
+
+TEST_F(SerialLine, LeavesTheTerminalAsItFoundIt) {
+  const test::Pty pty;
+  const int device = ::open(pty.Device().c_str(), O_RDWR | O_NOCTTY);
+  termios before{};
+  termios after{};
+  ASSERT_EQ(::tcgetattr(device, &before), 0);
+  Connect(pty.Device());
+  control_->Open();
+  control_->Close();
+  ASSERT_EQ(::tcgetattr(device, &after), 0);
+  ::close(device);
+  EXPECT_EQ(after.c_iflag, before.c_iflag);
+  EXPECT_EQ(after.c_cflag, before.c_cflag);
+  EXPECT_EQ(after.c_lflag, before.c_lflag);
 }
 
 TEST_F(SerialLine, RefusesSettingsThatAreNone) {
