@@ -13,6 +13,8 @@ std::string DoubtsBetween(const LinkTally& before, const LinkTally& after) {
   tell(&LinkTally::refusedLines, "never sent");
   tell(&LinkTally::strayReplies, "with stray bytes around the reply");
   tell(&LinkTally::foreignReplies, "with a reply to another command");
+  tell(&LinkTally::damagedReplies, "with a damaged reply");
+  tell(&LinkTally::lineErrors, "with an error of the line");
   tell(&LinkTally::unaskedTexts, "with text that nobody asked for");
   return doubts.empty() ? doubts : "Exchanges with the Target: " + doubts;
 }

@@ -18,6 +18,10 @@ struct LinkTally {
   long strayReplies = 0;
   /// Replies to another operation than the one last sent: perhaps late ones to an earlier command.
   long foreignReplies = 0;
+  /// Replies whose checksum does not fit, from a Target whose checksums are known to fit otherwise.
+  long damagedReplies = 0;
+  /// Errors that the line itself told: damaged bytes, breaks, bytes lost.
+  long lineErrors = 0;
   /// Texts from the line while no reply was awaited, or left over when the next command went out.
   long unaskedTexts = 0;
 };

@@ -8,6 +8,7 @@
 #include "console/results/results_console.h"
 #include "link/deframer.h"
 #include "link/link_tally.h"
+#include "link/reply_checksum.h"
 #include "link/reply_state.h"
 #include "link/reply_table.h"
 #include "platform/event_loop.h"
@@ -26,7 +27,7 @@ class ReplyDecoder {
   /// A command of that operation has gone out.
   void Expect(Integer operation) { expected_ = operation; }
 
-  /// Gathers received text (one character a byte) until a whole frame stands there, at most 20 ms from the first text
+  /// Gathers received text (one character a byte) until a whole frame stands there, at most 60 ms from the first text
   /// behind a command, and decodes it. Serves events meanwhile: texts that they bring are gathered in calls nested in
   /// this one, and the call that sees the frame whole decodes it for all.
   /// @throws StationFailure for more than 200 bytes, and for a frame that is too short for what it should hold.
@@ -40,6 +41,7 @@ class ReplyDecoder {
   void Decode();
   /// Stores what deframing left in `ReplyBytes`; places behind it keep what an earlier reply left there.
   void Publish(const Deframed& reply, std::size_t gathered);
+  void JudgeFrame(const Deframed& reply);
   void TakeFrame(FrameSpan frame);
   void ReportFailureStatus();
   [[nodiscard]] ReplyLayout Layout() const;
@@ -52,6 +54,7 @@ class ReplyDecoder {
   int depth_ = 0;
   TimePoint spinStart_{0};
   std::optional<Integer> expected_;
+  ReplyChecksums checksums_;
 };
 
 }  // namespace orvane

@@ -146,6 +146,7 @@ void TargetLink::OnComm(int commEvent) {
     Receive();
   } else if (commEvent != kCommSend) {
     const CommText told = CommTextOf(commEvent);
+    if (told.isError) ++tally_.lineErrors;
     (told.isError ? state_.CommErrorText : state_.CommEventText) = told.text;
   }
 }

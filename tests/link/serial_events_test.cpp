@@ -37,6 +37,13 @@ TEST(SerialEvents, NoErrorStopsAnExchange) {
   rig.Later(std::chrono::milliseconds(2), "02 14 00 20 00 00 00 20 02");
   rig.link.RunTargetCommand("ti");
   EXPECT_EQ(rig.link.Status(), 0);
+  EXPECT_EQ(DoubtsBetween({}, rig.tally), "Exchanges with the Target: 1 with an error of the line");
+}
+
+TEST(SerialEvents, AChangeOfAModemLineIsNoError) {
+  LinkRig rig;
+  rig.link.OnComm(3);
+  EXPECT_EQ(DoubtsBetween({}, rig.tally), "");
 }
 
 TEST(SerialEvents, AReceiveEventWithoutBytesIsNothing) {
