@@ -74,6 +74,10 @@ void Define(CLI::App& app, Options& options) {
             [&](const std::string& text) { options.tempFolder = text; });
   AddParsed(app, "--automation", "stdio|unix:PATH", "Open the automation port",
             [&](const std::string& text) { TakeAutomation(options, text); });
+  AddParsed(app, "--trace", "FILE", "Write all that goes over the wires to FILE, 16 MiB and three older parts of it",
+            [&](const std::string& text) { options.trace = text; });
+  AddParsed(app, "--explain", "FILE", "Tell a trace as a story, and end",
+            [&](const std::string& text) { options.explain = text; });
   app.add_flag("--headless", options.headless, "No windows")->check(NoValue);
   app.add_flag("--initialize", options.initialize,
                "Initialize the instruments and the Target once; headless, then exit: 0 PASS, 1 FAIL, 2 neither")

@@ -27,6 +27,10 @@ struct Options {
   std::optional<std::filesystem::path> systemFolder;
   std::optional<std::filesystem::path> tempFolder;
   std::variant<NoAutomation, StdioAutomation, UnixAutomation> automation;
+  /// Where all that goes over the wires is written down.
+  std::optional<std::string> trace;
+  /// A trace to tell, in place of running a station.
+  std::optional<std::string> explain;
   bool headless = false;
   bool initialize = false;
   /// Tell what is there, and end.
@@ -41,6 +45,8 @@ struct EndAtOnce {
 };
 
 inline constexpr int kBadOptions = 64;
+/// `--explain` without a trace to tell.
+inline constexpr int kNoInput = 66;
 
 [[nodiscard]] std::variant<Options, EndAtOnce> ParseCommandLine(int argc, const char* const* argv);
 

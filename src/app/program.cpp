@@ -22,7 +22,7 @@ Program::Program(const Options& options)
       station_(world_.Ports()),
       port_({world_.loop, world_.desk, station_.Nest(), station_.State().report, station_.Panels().All(),
              [this](std::string_view name) { return ReadState(station_.State(), name); }}) {
-  world_.WatchLine(station_.Nest());
+  world_.Watch(station_.Nest());
   const bool automated = !std::holds_alternative<NoAutomation>(options.automation);
   const bool outputIsFree = !std::holds_alternative<StdioAutomation>(options.automation);
   if (options.headless && !automated) world_.desk.LeaveUnattended(std::cerr);

@@ -19,7 +19,8 @@ enum ExitStatus : int { kPassed = 0, kFailed = 1, kUndecided = 2 };
 /// One station in its world, with the front ends that the command line asks for. It needs a QCoreApplication.
 class Program {
  public:
-  /// @throws OptionFault, naming the option, when the bench's store or the automation port's path cannot be used.
+  /// @throws OptionFault, naming the option, when the bench's store or the automation port's path cannot be used;
+  /// TraceFault when the trace cannot be written.
   explicit Program(const Options& options);
 
   [[nodiscard]] Station& TheStation() { return station_; }

@@ -10,6 +10,8 @@
 #include "app/command_line.h"
 #include "app/device_list.h"
 #include "app/route_text.h"
+#include "app/trace/story.h"
+#include "app/trace/trace_file.h"
 
 namespace orvane {
 namespace {
@@ -22,6 +24,17 @@ void OpenClosedStandardStreams() {
   if (descriptor >= 0) ::close(descriptor);
 }
 
+int Explain(const std::string& path) {
+  try {
+    TellStory(path, std::cout);
+    std::cout << std::flush;
+    return 0;
+  } catch (const TraceFault& fault) {
+    std::cerr << "orvane: --explain: " << fault.what() << std::endl;
+    return kNoInput;
+  }
+}
+
 int RunWith(const Options& options, const Screen& screen) {
   try {
     Program program(options);
@@ -29,6 +42,8 @@ int RunWith(const Options& options, const Screen& screen) {
     return program.Run();
   } catch (const OptionFault& fault) {
     std::cerr << "orvane: " << fault.what() << std::endl;
+  } catch (const TraceFault& fault) {
+    std::cerr << "orvane: --trace: " << fault.what() << std::endl;
   } catch (const bench::BenchOptionError& fault) {
     std::cerr << "orvane: --bench: " << fault.what() << std::endl;
   }
@@ -53,6 +68,7 @@ int RunProgram(int argc, char** argv, const Screen& screen) {
     std::cout << DeviceList(options) << std::flush;
     return 0;
   }
+  if (options.explain) return Explain(*options.explain);
   if (!options.headless && !screen.open) return screen.elsewhere(argv);
 
   const std::unique_ptr<QCoreApplication> application = screen.application(argc, argv);

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <iostream>
 #include <thread>
 
 #include "base/failure.h"
@@ -30,23 +31,37 @@ World::World(const Options& options)
       files_(options.systemFolder.value_or(DataFolder()), options.tempFolder.value_or(UserTempFolder())),
       line_(loop, options.com),
       bus_(options.gpib) {
-  if (!options.bench) return;
-  const auto block = [](TimePoint span) { std::this_thread::sleep_for(span); };
-  bench_ = std::make_unique<bench::VirtualBench>(loop, block, *options.bench);
+  if (options.bench) {
+    const auto block = [](TimePoint span) { std::this_thread::sleep_for(span); };
+    bench_ = std::make_unique<bench::VirtualBench>(loop, block, *options.bench);
+  }
+  if (options.trace) traced_.emplace(loop, *options.trace, Serial(), Bus());
+}
+
+World::TracedWires::TracedWires(EventLoop& loop, const std::string& path, SerialControl& plainLine, GpibBus& plainBus)
+    : trace(loop, path), line(plainLine, trace), bus(plainBus, trace) {
+  trace.onBroken = [](const std::string& text) {
+    std::cerr << "orvane: --trace: " << text << ". The trace ends here; the station goes on." << std::endl;
+  };
 }
 
 SerialControl& World::Serial() {
+  if (traced_) return traced_->line;
   if (bench_) return bench_->Serial();
   return line_;
 }
 
 GpibBus& World::Bus() {
+  if (traced_) return traced_->bus;
   if (bench_) return bench_->Bus();
   return bus_;
 }
 
-void World::WatchLine(OperationNest& nest) {
+void World::Watch(OperationNest& nest) {
   line_.onGone = [&nest](const std::string& text) { nest.Run([&] { throw StationFailure(text); }); };
+  if (!traced_) return;
+  nest.onFailure.emplace_back(
+      [this](const std::string& text) { traced_->trace.Note("station", "failure", {}, text); });
 }
 
 }  // namespace orvane

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "adapters/disk_files.h"
@@ -11,6 +12,8 @@
 #include "app/command_line.h"
 #include "app/desk.h"
 #include "app/station.h"
+#include "app/trace/traced_bus.h"
+#include "app/trace/traced_serial.h"
 #include "bench/virtual_bench.h"
 
 namespace orvane {
@@ -18,17 +21,27 @@ namespace orvane {
 /// The world that the program's station stands in: this machine's devices, or a bench in their place.
 class World {
  public:
-  /// @throws bench::BenchOptionError when the bench's store cannot be used.
+  /// @throws bench::BenchOptionError when the bench's store cannot be used, TraceFault when the trace cannot be
+  /// written.
   explicit World(const Options& options);
 
   [[nodiscard]] StationPorts Ports() { return {loop, Serial(), Bus(), files_, desk, desk}; }
-  /// From now on a device that vanishes ends what the station is doing, with a box that says so.
-  void WatchLine(OperationNest& nest);
+  /// From now on a device that vanishes ends what the station is doing, with a box that says so; and the trace has
+  /// every failure that stops an operation.
+  void Watch(OperationNest& nest);
 
   QtEventLoop loop;
   Desk desk;
 
  private:
+  /// The wires between station and world, with a trace of what passes.
+  struct TracedWires {
+    TracedWires(EventLoop& loop, const std::string& path, SerialControl& plainLine, GpibBus& plainBus);
+    Trace trace;
+    TracedSerial line;
+    TracedBus bus;
+  };
+
   [[nodiscard]] SerialControl& Serial();
   [[nodiscard]] GpibBus& Bus();
 
@@ -36,6 +49,7 @@ class World {
   QtSerialControl line_;
   RoutedGpibBus bus_;
   std::unique_ptr<bench::VirtualBench> bench_;
+  std::optional<TracedWires> traced_;
 };
 
 }  // namespace orvane

@@ -156,4 +156,10 @@ const CommandRow& CommandOf(std::string_view word) {
   return row == kCommandRows.end() ? kUnknownWord : *row;
 }
 
+const CommandRow* CommandRowOf(Integer code) {
+  const auto* const row = std::find_if(kCommandRows.begin(), kCommandRows.end(),
+                                       [&](const CommandRow& candidate) { return candidate.code == code; });
+  return row == kCommandRows.end() ? nullptr : row;
+}
+
 }  // namespace orvane

@@ -32,4 +32,7 @@ struct CommandRow {
 /// line goes out with operation code 0 and no data.
 [[nodiscard]] const CommandRow& CommandOf(std::string_view word);
 
+/// The row of an operation code, or null.
+[[nodiscard]] const CommandRow* CommandRowOf(Integer code);
+
 }  // namespace orvane

@@ -1,0 +1,174 @@
+#include "app/trace/story.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <map>
+#include <optional>
+#include <ostream>
+
+#include "app/trace/trace_file.h"
+#include "app/trace/trace_record.h"
+#include "link/frame.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::size_t kLongestLine = std::size_t{1} << 20;
+
+template <class... Values>
+std::string Formatted(const char* format, Values... values) {
+  std::array<char, 64> text{};
+  std::snprintf(text.data(), text.size(), format, values...);
+  return text.data();
+}
+
+double Seconds(TimePoint time) { return std::chrono::duration<double>(time).count(); }
+
+/// Bytes of an instrument for a terminal: control characters as escapes.
+std::string Readable(std::string_view bytes) {
+  std::string text;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '\n') {
+      text += "\\n";
+    } else if (c == '\r') {
+      text += "\\r";
+    } else if (byte < 0x20 || byte >= 0x7F) {
+      text += Formatted("\\x%02X", static_cast<unsigned>(byte));
+    } else {
+      text += c;
+    }
+  }
+  return text;
+}
+
+/// A status in words that is not "status 0".
+bool TellsFailure(const std::string& reply) {
+  const auto status = reply.find(": status ");
+  return status != std::string::npos && reply.compare(status, 11, ": status 0,") != 0 &&
+         !reply.ends_with(": status 0");
+}
+
+class Story {
+ public:
+  explicit Story(std::ostream& out) : out_(out) {}
+
+  void Begin(const TraceHead& head) {
+    if (head.part == 1) {
+      End();
+      out_ << head.program << ", trace of a run that began at " << head.started << "\n";
+      last_ = TimePoint{0};
+    }
+  }
+  void Tell(const TraceRecord& record);
+  void End() {
+    while (!open_.empty()) GiveUp(open_.begin()->first, "up to the end of the trace");
+  }
+
+ private:
+  struct Question {
+    std::string words;
+    TimePoint asked;
+    /// What came and is no whole reply.
+    std::string came{};
+  };
+
+  static std::string Name(const std::string& link) { return IsSerial(link) ? "Target" : link; }
+  void Line(TimePoint at, const std::string& text) { out_ << Formatted("%12.4f s  ", Seconds(at)) << text << "\n"; }
+  void Sent(const TraceRecord& record);
+  void Received(const TraceRecord& record);
+  /// The question of that link, if there is one, is over without a reply.
+  void GiveUp(const std::string& link, const std::string& when);
+  void GiveUpAt(const TraceRecord& record);
+
+  std::ostream& out_;
+  TimePoint last_{0};
+  std::map<std::string, Question> open_;
+};
+
+void Story::GiveUp(const std::string& link, const std::string& when) {
+  const auto open = open_.find(link);
+  if (open == open_.end()) return;
+  const auto& [words, asked, came] = open->second;
+  const std::string rest = came.empty() ? "" : "; bytes that are no whole reply came: " + HexOf(came);
+  Line(last_, "!! " + Name(link) + ": no reply to \"" + words + "\" " + when + rest);
+  open_.erase(open);
+}
+
+void Story::GiveUpAt(const TraceRecord& record) {
+  const auto open = open_.find(record.link);
+  if (open == open_.end()) return;
+  GiveUp(record.link, Formatted("for %.3f s", Seconds(record.at - open->second.asked)));
+}
+
+void Story::Sent(const TraceRecord& record) {
+  if (!IsSerial(record.link)) return Line(record.at, "-> " + record.link + ": " + Readable(record.bytes));
+  // The sync bytes are half of a command, which is told with its other half.
+  if (record.bytes == kSync) return;
+  if (record.says.empty()) return Line(record.at, "-> Target: bytes " + HexOf(record.bytes));
+  GiveUpAt(record);
+  Line(record.at, "-> Target: " + record.says);
+  open_[record.link] = {record.says, record.at};
+}
+
+void Story::Received(const TraceRecord& record) {
+  if (!IsSerial(record.link)) return Line(record.at, "<- " + record.link + ": " + Readable(record.bytes));
+  const auto question = open_.find(record.link);
+  if (record.says.empty() && question != open_.end()) {
+    question->second.came += record.bytes;
+    return;
+  }
+  if (record.says.empty()) return Line(record.at, "!! Target: bytes that nobody asked for: " + HexOf(record.bytes));
+  std::string after = ", which nobody asked for";
+  if (question != open_.end()) {
+    after = Formatted(", after %.1f ms", 1000 * Seconds(record.at - question->second.asked));
+    open_.erase(question);
+  }
+  Line(record.at, (TellsFailure(record.says) ? "!! Target: " : "<- Target: ") + record.says + after);
+}
+
+void Story::Tell(const TraceRecord& record) {
+  last_ = record.at;
+  if (record.event == "out") return Sent(record);
+  if (record.event == "in") return Received(record);
+  if (record.event == "close") GiveUpAt(record);
+  const bool failed = record.event == "failure";
+  const std::string what = failed ? "failure" : record.event == "line" ? "the line" : record.event;
+  Line(record.at, (failed ? "!! " : "   ") + Name(record.link) + ": " + what +
+                      (record.says.empty() ? "" : ": " + Readable(record.says)));
+  if (failed) open_.erase(record.link);
+}
+
+}  // namespace
+
+void TellStory(const std::string& path, std::ostream& out) {
+  const auto parts = PartsOf(path);
+  if (parts.empty() || parts.back() != path) throw TraceFault(path + ": " + std::strerror(ENOENT));
+  Story story(out);
+  for (const std::string& part : parts) {
+    std::ifstream file(part, std::ios::binary);
+    if (!file || file.peek() == std::ifstream::traits_type::eof()) {
+      if (!file.eof()) throw TraceFault(part + ": " + std::strerror(errno));
+      continue;
+    }
+    int number = 0;
+    for (std::string line; std::getline(file, line);) {
+      ++number;
+      const auto record = line.size() <= kLongestLine ? TraceRecordOf(line) : std::nullopt;
+      const auto head = record ? std::nullopt : TraceHeadOf(line);
+      if (record) {
+        story.Tell(*record);
+      } else if (head) {
+        story.Begin(*head);
+      } else {
+        out << "?? line " << number << " of " << part << " is damaged and passed over\n";
+      }
+    }
+  }
+  story.End();
+}
+
+}  // namespace orvane

@@ -1,0 +1,63 @@
+#include "app/trace/traced_serial.h"
+
+#include "app/trace/wire_words.h"
+#include "base/failure.h"
+#include "link/comm_events.h"
+#include "link/frame.h"
+
+namespace orvane {
+
+TracedSerial::TracedSerial(SerialControl& line, Trace& trace) : line_(line), trace_(trace) {
+  line_.onComm = [this](int commEvent) {
+    if (commEvent != kCommReceive && commEvent != kCommSend) {
+      trace_.Note(Link(), "line", {}, CommTextOf(commEvent).text);
+    }
+    if (onComm) onComm(commEvent);
+  };
+}
+
+template <class Act>
+void TracedSerial::Watched(Act act) {
+  try {
+    act();
+  } catch (const StationFailure& failure) {
+    trace_.Note(Link(), "failure", {}, failure.what());
+    throw;
+  }
+}
+
+void TracedSerial::Open() {
+  line_.setup = setup;
+  Watched([&] { line_.Open(); });
+  command_.clear();
+  reply_.clear();
+  trace_.Note(Link(), "open", {}, setup.settings);
+}
+
+void TracedSerial::Close() {
+  if (line_.PortOpen()) trace_.Note(Link(), "close");
+  line_.Close();
+}
+
+void TracedSerial::Output(std::string_view bytes) {
+  constexpr std::size_t kFrameSize = kFrameBodySize + 2;
+  command_ += bytes;
+  const bool whole = command_.size() == kFrameSize && command_.starts_with(kSync);
+  trace_.Note(Link(), "out", bytes, whole ? CommandWords(std::string_view(command_).substr(kSync.size())) : "");
+  if (bytes == kSync) command_ = kSync;
+  if (whole || command_.size() > kFrameSize) command_.clear();
+  reply_.clear();
+  Watched([&] { line_.Output(bytes); });
+}
+
+std::string TracedSerial::Input() {
+  std::string bytes = line_.Input();
+  if (bytes.empty()) return bytes;
+  reply_ += bytes;
+  const std::string says = ReplyWords(reply_);
+  trace_.Note(Link(), "in", bytes, says);
+  if (!says.empty()) reply_.clear();
+  return bytes;
+}
+
+}  // namespace orvane
