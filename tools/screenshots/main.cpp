@@ -11,6 +11,7 @@
 #include <clocale>
 #include <filesystem>
 #include <iostream>
+#include <set>
 #include <stdexcept>
 #include <utility>
 
@@ -89,10 +90,13 @@ class Photographer {
     options.bench = bench;
     return options;
   }
+  /// Of boxes that come again and again one picture is enough.
   void AnswerBox(Desk::Id id, const orvane::Box& box) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
       const bool isBox = qobject_cast<QMessageBox*>(window) != nullptr;
-      if (isBox && !boxName_.empty()) Save(*window, boxName_ + "-" + std::to_string(++boxes_));
+      if (isBox && !boxName_.empty() && seen_.insert(box.text).second) {
+        Save(*window, boxName_ + "-" + std::to_string(seen_.size()));
+      }
     }
     program_.TheWorld().desk.Press(id, orvane::ButtonText(box.buttons.front()));
   }
@@ -108,7 +112,7 @@ class Photographer {
   std::filesystem::path folder_;
   Operator hand_;
   std::string boxName_;
-  int boxes_ = 0;
+  std::set<std::string> seen_;
 };
 
 void TakeAll(const std::filesystem::path& folder) {

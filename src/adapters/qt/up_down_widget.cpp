@@ -16,6 +16,7 @@ class Arrows final : public QWidget {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     AddArrow("up", Qt::UpArrow, 1);
     AddArrow("down", Qt::DownArrow, -1);
     if (box != nullptr) {
