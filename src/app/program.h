@@ -25,6 +25,7 @@ class Program {
 
   [[nodiscard]] Station& TheStation() { return station_; }
   [[nodiscard]] World& TheWorld() { return world_; }
+  [[nodiscard]] const Options& TheOptions() const { return options_; }
 
   /// Starts the station and serves it until it ends. @return the exit status.
   [[nodiscard]] int Run();

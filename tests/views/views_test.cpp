@@ -136,7 +136,7 @@ TEST(SearchView, ShowsPowerAndDacOfEachPass) {
   search.shown.Renew();
   EXPECT_EQ(search.shown.PointsOf("Power"), (Points{{1, 6.5}, {2, 6.9}}));
   EXPECT_EQ(search.shown.PointsOf("DAC"), (Points{{1, 45}, {2, 46}}));
-  EXPECT_EQ(search.shown.charts[0]->chart()->title(), "GSM level 19: target 7 dBm, DAC 46 gives 6.9 dBm");
+  EXPECT_EQ(search.shown.charts[0]->chart()->title(), "GSM level 19: DAC 46, 6.9 of 7 dBm");
 }
 
 TEST(SearchView, TheToleranceBandHasTheEdgesThatWereInForce) {

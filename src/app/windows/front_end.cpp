@@ -1,6 +1,7 @@
 #include "app/windows/front_end.h"
 
 #include <QScreen>
+#include <QStatusBar>
 
 #include "app/windows/panel_views.h"
 
@@ -28,6 +29,7 @@ void FrontEnd::Follow(PanelLayout& layout) {
   if (!window) {
     if (!layout.panel->Visible()) return;
     window = std::make_unique<PanelWindow>(*layout.panel, layout.layout, hands_, ViewsOf(*layout.panel));
+    if (layout.panel == &panels_.main && belowMain) window->statusBar()->addWidget(belowMain(window.get()), 1);
     Place(*window, *layout.panel);
   }
   window->FollowPanel();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -18,6 +19,9 @@ class FrontEnd {
   FrontEnd(EventLoop& loop, Desk& desk, Station& station);
   FrontEnd(const FrontEnd&) = delete;
   FrontEnd& operator=(const FrontEnd&) = delete;
+
+  /// Makes what stands below the main panel; set before that one is shown.
+  std::function<QWidget*(QWidget* parent)> belowMain;
 
   /// The window of a panel; null for one that was never shown.
   [[nodiscard]] PanelWindow* WindowOf(const Panel& panel) const;

@@ -2,6 +2,26 @@
 
 #include "app/program_main.h"
 #include "app/windows/front_end.h"
+#include "app/windows/status_strip.h"
+
+namespace {
+
+/// The windows of a program, and the status below the main one.
+struct Windows {
+  explicit Windows(orvane::Program& program)
+      : status(program.TheWorld().loop, program.TheWorld().Ports().mscomTarget, program.TheStation().State(),
+               program.TheStation().Panels()),
+        frontEnd(program.TheWorld().loop, program.TheWorld().desk, program.TheStation()) {
+    frontEnd.belowMain = [this, &program](QWidget* parent) {
+      return new orvane::StatusStrip(status, orvane::SurroundingsOf(program.TheOptions()), parent);
+    };
+  }
+
+  orvane::StationStatus status;
+  orvane::FrontEnd frontEnd;
+};
+
+}  // namespace
 
 int main(int argc, char** argv) {
   orvane::Screen screen;
@@ -10,8 +30,6 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     return application;
   };
-  screen.open = [](orvane::Program& program) -> std::shared_ptr<void> {
-    return std::make_shared<orvane::FrontEnd>(program.TheWorld().loop, program.TheWorld().desk, program.TheStation());
-  };
+  screen.open = [](orvane::Program& program) -> std::shared_ptr<void> { return std::make_shared<Windows>(program); };
   return orvane::RunProgram(argc, argv, screen);
 }

@@ -53,13 +53,11 @@ ConvergenceChart::ConvergenceChart(SearchTrail& trail, QWidget* parent) : ChartV
 }
 
 QString ConvergenceChart::TitleOf(const SearchStory& search) const {
-  QString title = QString::fromStdString(search.subject.name) + ": " +
-                  tr("target %1 dBm").arg(QString::fromStdString(search.target.Text()));
-  if (!search.passes.empty()) {
-    const SearchPass& last = search.passes.back();
-    title += ", " + tr("DAC %1 gives %2 dBm").arg(last.dac).arg(QString::fromStdString(last.power.Text()));
-  }
-  return title;
+  const QString title = QString::fromStdString(search.subject.name) + ": ";
+  const QString target = QString::fromStdString(search.target.Text());
+  if (search.passes.empty()) return title + tr("target %1 dBm").arg(target);
+  const SearchPass& last = search.passes.back();
+  return title + tr("DAC %1, %2 of %3 dBm").arg(last.dac).arg(QString::fromStdString(last.power.Text()), target);
 }
 
 void ConvergenceChart::Draw() {

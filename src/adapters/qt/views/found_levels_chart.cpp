@@ -28,13 +28,14 @@ FoundLevelsChart::FoundLevelsChart(SearchTrail& trail, QWidget* parent) : ChartV
   dac_->setTickAnchor(0);
   dac_->setTickInterval(256);
 
+  // Below the marks of the bands, which stay in sight.
+  offTarget_ = Add(new QScatterSeries, tr("Off target"), {levels_, dac_});
+  offTarget_->setMarkerShape(QScatterSeries::MarkerShapeStar);
+  offTarget_->setMarkerSize(20);
   bands_[0] = Add(new QScatterSeries, "GSM", {levels_, dac_});
   bands_[1] = Add(new QScatterSeries, "DCS", {levels_, dac_});
   bands_[1]->setMarkerShape(QScatterSeries::MarkerShapeRectangle);
   for (QScatterSeries* band : bands_) band->setMarkerSize(8);
-  offTarget_ = Add(new QScatterSeries, tr("Off target"), {levels_, dac_});
-  offTarget_->setMarkerShape(QScatterSeries::MarkerShapeStar);
-  offTarget_->setMarkerSize(13);
 
   trail.bandBegan.Connect([view = QPointer(this)](std::size_t) {
     if (view) view->Touch();

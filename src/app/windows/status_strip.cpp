@@ -1,0 +1,99 @@
+#include "app/windows/status_strip.h"
+
+#include <QHBoxLayout>
+#include <algorithm>
+
+#include "adapters/qt/appearance.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::chrono::milliseconds kLook{100};
+/// A reply that takes no longer is no news.
+constexpr int kLooksThatAreWaiting = 4;
+
+void Show(QProgressBar& bar, const std::optional<StationStatus::Progress>& progress) {
+  bar.setVisible(progress.has_value());
+  if (!progress) return;
+  bar.setMaximum(progress->of);
+  bar.setValue(progress->done);
+}
+
+}  // namespace
+
+StatusStrip::StatusStrip(const StationStatus& status, Surroundings surroundings, QWidget* parent)
+    : QWidget(parent), status_(status), surroundings_(std::move(surroundings)) {
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(4, 2, 4, 2);
+  row->setSpacing(14);
+  bench_ = AddLabel("statusBench");
+  place_ = AddLabel("statusPlace");
+  link_ = AddLabel("statusLink");
+  stage_ = AddLabel("statusStage");
+  row->setStretchFactor(stage_, 1);
+  elapsed_ = AddLabel("statusElapsed");
+  transfer_ = AddBar("statusTransfer", tr("Transfer %v of %m"));
+  run_ = AddBar("statusRun", tr("%v of %m"));
+  ShowPlace();
+  connect(&timer_, &QTimer::timeout, this, &StatusStrip::Look);
+  timer_.start(kLook);
+  Look();
+}
+
+QLabel* StatusStrip::AddLabel(const char* name) {
+  auto* label = new QLabel(this);
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  layout()->addWidget(label);
+  return label;
+}
+
+QProgressBar* StatusStrip::AddBar(const char* name, const QString& format) {
+  auto* bar = new QProgressBar(this);
+  bar->setObjectName(name);
+  bar->setFormat(format);
+  bar->setFixedWidth(fontMetrics().horizontalAdvance(u'0') * 20);
+  bar->setVisible(false);
+  layout()->addWidget(bar);
+  return bar;
+}
+
+/// Nobody may take a model's figures for a unit's: the word stands on a ground of its own.
+void StatusStrip::ShowPlace() {
+  bench_->setText(surroundings_.isVirtual ? tr("VIRTUAL BENCH") : tr("REAL BENCH"));
+  bench_->setStyleSheet(surroundings_.isVirtual
+                            ? "background: #f2b100; color: #201800; font-weight: 700; padding: 1px 8px;"
+                            : "background: #0b5cad; color: #ffffff; font-weight: 700; padding: 1px 8px;");
+}
+
+void StatusStrip::ShowLink() {
+  const auto state = status_.LinkState();
+  waits_ = state == StationStatus::Link::Waiting ? waits_ + 1 : 0;
+  const auto text = [&] {
+    switch (state) {
+      case StationStatus::Link::Closed:
+        return tr("\u25cb Port closed");
+      case StationStatus::Link::NoReply:
+        return tr("\u2715 No reply");
+      case StationStatus::Link::Waiting:
+        if (waits_ >= kLooksThatAreWaiting) return tr("\u2026 Waiting for a reply");
+        break;
+      case StationStatus::Link::Open:
+        break;
+    }
+    return tr("\u25cf Port open");
+  };
+  link_->setText(text());
+}
+
+void StatusStrip::Look() {
+  place_->setText(ToQt(surroundings_.Details(status_.Port())));
+  ShowLink();
+  stage_->setText(ToQt(status_.Stage()));
+  const auto elapsed = status_.Elapsed();
+  elapsed_->setText(elapsed ? ToQt(MinutesText(*elapsed)) : QString());
+  Show(*run_, status_.WholeRun());
+  Show(*transfer_, status_.Transfer());
+}
+
+}  // namespace orvane

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QTimer>
+#include <QWidget>
+
+#include "app/station_status.h"
+#include "app/surroundings.h"
+
+namespace orvane {
+
+/// The station's status in one line: where it is, its line to the Target, and how far its run has come. It looks ten
+/// times a second, since most of what it shows changes far more often.
+class StatusStrip final : public QWidget {
+ public:
+  StatusStrip(const StationStatus& status, Surroundings surroundings, QWidget* parent);
+
+  /// Looks now.
+  void Look();
+
+ private:
+  QLabel* AddLabel(const char* name);
+  QProgressBar* AddBar(const char* name, const QString& format);
+  void ShowPlace();
+  void ShowLink();
+
+  const StationStatus& status_;
+  Surroundings surroundings_;
+  QLabel* bench_;
+  QLabel* place_;
+  QLabel* link_;
+  QLabel* stage_;
+  QLabel* elapsed_;
+  QProgressBar* run_;
+  QProgressBar* transfer_;
+  /// Looks in a row that found the station waiting for a reply.
+  int waits_ = 0;
+  QTimer timer_;
+};
+
+}  // namespace orvane
