@@ -194,7 +194,7 @@ LineCounts SerialDevice::Counts() {
 
 std::vector<int> SerialDevice::LineEvents() {
   const LineCounts now = Counts();
-  const auto events = EventsBetween(counts_, now);
+  auto events = EventsBetween(counts_, now);
   counts_ = now;
   return events;
 }
