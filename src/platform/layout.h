@@ -32,8 +32,8 @@ struct Layout {
   std::string text{};
   std::vector<Layout> parts{};
 
-  /// Width of a box, a list, a button, a text or a view in characters; of the captions of a form, and of the caption of a field that
-  /// stands in none; columns of a grid. 0: what the kind has by default.
+  /// Width of a box, a list, a button, a text or a view in characters; of the captions of a form, and of the caption
+  /// of a field that stands in none; columns of a grid. 0: what the kind has by default.
   int size = 0;
   /// Lines of a text box of several lines, rows that a list shows at least. 0: one line, or the kind's default.
   int lines = 0;

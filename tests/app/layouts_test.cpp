@@ -59,10 +59,8 @@ TEST_F(Layouts, FormsHoldFieldsAndFramesAreGroups) {
 
 TEST_F(Layouts, TheViewsOfEachPanel) {
   const std::map<std::string, std::vector<std::string>> expected{
-      {"OrvaneMain", {"paceTime", "rampShape"}},
-      {"frmRampTable", {"rampShape"}},
-      {"frmAutoCal", {"searchConvergence"}},
-      {"frmAutoCalTxResult", {"channelCodes"}},
+      {"OrvaneMain", {"paceTime", "rampShape"}}, {"frmRampTable", {"rampShape"}},
+      {"frmAutoCal", {"searchConvergence"}},     {"frmAutoCalTxResult", {"channelCodes"}},
       {"frmMPAutoCal", {"receiveCompensation"}},
   };
   std::map<std::string, std::vector<std::string>> views;
