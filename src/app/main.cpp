@@ -10,14 +10,22 @@
 
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr int kNoWindows = 69;  // EX_UNAVAILABLE of sysexits.h.
 
-/// The program with windows lies beside this one. This one links no widget library, so that a bench without a screen
-/// needs none.
-int BecomeWindows(char** argv) {
+/// Beside this program as it is built; where it is installed, among the programs that nobody starts by hand.
+fs::path WindowsProgram() {
   std::error_code unknown;
-  const auto self = std::filesystem::read_symlink("/proc/self/exe", unknown);
-  const std::string windows = (self.parent_path() / "orvane-windows").string();
+  const fs::path here = fs::read_symlink("/proc/self/exe", unknown).parent_path();
+  const fs::path beside = here / "orvane-windows";
+  return fs::exists(beside, unknown) ? beside
+                                     : fs::weakly_canonical(here / ORVANE_WINDOWS_FOLDER, unknown) / "orvane-windows";
+}
+
+/// This program links no widget library, so that a bench without a screen needs none.
+int BecomeWindows(char** argv) {
+  const std::string windows = WindowsProgram().string();
   ::execv(windows.c_str(), argv);
   std::cerr << "orvane: no windows: " << windows << ": " << std::strerror(errno)
             << ". With --headless it runs without them." << std::endl;

@@ -13,12 +13,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The data files that lie beside the program, or else those that were installed.
+/// The data files that lie beside the program, wherever the whole was put: `bin` is one step off the root, the folder
+/// of the program with windows two.
 fs::path DataFolder() {
   const fs::path program = QCoreApplication::applicationDirPath().toStdString();
-  std::error_code unknown;
-  const fs::path beside = fs::weakly_canonical(program / ".." / "share" / "orvane", unknown);
-  return fs::is_directory(beside, unknown) ? beside : fs::path(ORVANE_INSTALLED_DATA);
+  for (const char* const up : {"..", "../.."}) {
+    std::error_code unknown;
+    const fs::path beside = fs::weakly_canonical(program / up / "share" / "orvane", unknown);
+    if (fs::is_directory(beside, unknown)) return beside;
+  }
+  return ORVANE_INSTALLED_DATA;
 }
 
 /// Its name bears the user, since everybody may write to the folder for temporary files.

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QIcon>
 
 #include "app/program_main.h"
 #include "app/windows/front_end.h"
@@ -28,6 +29,8 @@ int main(int argc, char** argv) {
   screen.application = [](int& count, char** words) -> std::unique_ptr<QCoreApplication> {
     auto application = std::make_unique<QApplication>(count, words);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setDesktopFileName("orvane");
+    QApplication::setWindowIcon(QIcon(":/orvane.svg"));
     return application;
   };
   screen.open = [](orvane::Program& program) -> std::shared_ptr<void> { return std::make_shared<Windows>(program); };

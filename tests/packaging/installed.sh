@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+#   installed.sh BUILD
+# The two components installed into a folder that no build knew of: the station finds its data there, has no windows
+# without the second component and has them with it.
+set -euo pipefail
+
+build=$1
+place=$(mktemp -d)
+trap 'rm -rf "$place"' EXIT
+fail() {
+  echo "$1"
+  exit 1
+}
+put() { cmake --install "$build" --component "$1" --prefix "$place/usr" >"$place/log" || fail "$(cat "$place/log")"; }
+# The end of the input ends the station.
+windows() { QT_QPA_PLATFORM=offscreen "$place/usr/bin/orvane" --bench virtual --automation stdio </dev/null 2>&1; }
+
+put station
+"$place/usr/bin/orvane" --headless --initialize --bench virtual >"$place/road" 2>&1 || fail "$(cat "$place/road")"
+"$place/usr/bin/virtual-bench" --list-faults | grep -q '^silent' || fail "virtual-bench lists no faults"
+status=0
+told=$(windows) || status=$?
+[ "$status" -eq 69 ] || fail "without the windows: status $status, $told"
+
+put windows
+told=$(windows) || fail "with the windows: status $?, $told"
+ldd "$place/usr/bin/orvane" | grep -E 'Widgets|Gui' && fail "the program without windows loads a widget library"
+[ -f "$place/usr/share/applications/orvane.desktop" ] || fail "no desktop file"

@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+#   manual.sh PROGRAM PAGE
+# The manual page describes each option that `PROGRAM --help` lists and no other, and is drawn without a complaint.
+set -euo pipefail
+
+listed=$("$1" --help | grep -oE '^ +(-h,)?--[a-z0-9-]+' | grep -oE -- '--[a-z0-9-]+' | sort)
+described=$(sed -n '/^\.SH OPTIONS/,/^\.SH EXIT/p' "$2" | grep -A1 '^\.TP' | grep -oE '\\-\\-[a-z0-9\-]+' | tr -d '\\' | sort)
+[ "$(wc -l <<<"$listed")" -gt 5 ] || { echo "Few options are listed: $listed"; exit 1; }
+diff <(echo "$listed") <(echo "$described") || { echo "<: listed alone; >: described alone"; exit 1; }
+
+complaints=$(groff -ww -man -Tutf8 "$2" 2>&1 >/dev/null)
+[ -z "$complaints" ] || { echo "$complaints"; exit 1; }
