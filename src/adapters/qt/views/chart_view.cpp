@@ -16,7 +16,7 @@ using std::chrono::nanoseconds;
 
 constexpr milliseconds kShortestRest{34};
 /// Of the time between two drawings, one part in so many goes to the drawing.
-constexpr int kShare = 40;
+constexpr int kShare = 80;
 /// However dear a drawing was, it may have been the first one, or the machine busy.
 constexpr milliseconds kLongestRest{500};
 constexpr milliseconds kLook{250};
