@@ -6,8 +6,8 @@
 
 namespace orvane {
 
-/// A serial device of this machine.
-struct SerialDevice {
+/// A serial device that this machine has, free or not.
+struct ListedDevice {
   std::string path;
   /// "USB-Serial Controller"; empty when nothing is known of it.
   std::string description;
@@ -15,7 +15,7 @@ struct SerialDevice {
   std::vector<std::string> lastingNames;
 };
 
-[[nodiscard]] std::vector<SerialDevice> SerialDevices();
+[[nodiscard]] std::vector<ListedDevice> ListedDevices();
 
 /// The links in the folder that lead to the device, in order.
 [[nodiscard]] std::vector<std::string> LinksTo(const std::string& device,

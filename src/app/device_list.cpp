@@ -108,7 +108,7 @@ std::string InstrumentList(const GpibRoutes& routes) {
 
 std::string SerialDeviceList() {
   std::string text;
-  for (const SerialDevice& device : SerialDevices()) {
+  for (const ListedDevice& device : ListedDevices()) {
     text += "  " + device.path + ": " + (device.description.empty() ? "" : device.description + ", ") +
             SerialDeviceState(device.path) + "\n";
     for (const std::string& name : device.lastingNames) text += "    " + name + "\n";

@@ -219,7 +219,9 @@ TEST(AdapterDevice, ThatIsNoneOrInUseIsToldWithTheCause) {
   const Pty line;
   const int other = ::open(line.Device().c_str(), O_RDWR | O_NOCTTY);
   ASSERT_EQ(::flock(other, LOCK_EX | LOCK_NB), 0);
-  EXPECT_EQ(SerialFailure(line.Device()), "the device is in use by another program.");
+  // The system keeps 15 characters of a program's name.
+  EXPECT_EQ(SerialFailure(line.Device()),
+            "the device is in use by another program: adapter_gpib_te (process " + std::to_string(::getpid()) + ").");
   ::close(other);
 }
 

@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "adapters/pty.h"
+#include "adapters/serial/serial_device.h"
 
 namespace orvane {
 namespace {
@@ -29,6 +30,12 @@ TEST_F(SerialDevicesTest, ALineThatNobodyElseHoldsIsFreeUnderAnyOfItsNames) {
   fs::create_symlink(line_.Device(), folder_ / "usb-Target");
   EXPECT_EQ(SerialDeviceState(line_.Device()), "free");
   EXPECT_EQ(SerialDeviceState(folder_ / "usb-Target"), "free");
+}
+
+TEST_F(SerialDevicesTest, ALineThatIsOpenIsInUseByWhoeverHoldsIt) {
+  const SerialDevice open(line_.Device(), {}, false);
+  EXPECT_EQ(SerialDeviceState(line_.Device()),
+            "in use by adapters_tests (process " + std::to_string(::getpid()) + ")");
 }
 
 TEST_F(SerialDevicesTest, WhatIsNoLineIsToldApartFromWhatIsNotThere) {
@@ -54,7 +61,7 @@ TEST_F(SerialDevicesTest, ALastingNameIsALinkThatLeadsToTheDevice) {
 
 TEST(SerialDevices, AreToldOnceEach) {
   std::vector<std::string> paths;
-  for (const SerialDevice& device : SerialDevices()) paths.push_back(device.path);
+  for (const ListedDevice& device : ListedDevices()) paths.push_back(device.path);
   EXPECT_TRUE(std::is_sorted(paths.begin(), paths.end(), std::less_equal<>()));
 }
 

@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <optional>
 #include <sstream>
 
 namespace orvane {
@@ -44,25 +46,40 @@ int LockOwner(const std::string& device) {
   return 0;
 }
 
-bool HasOpen(const fs::path& process, const std::string& device) {
-  std::error_code hidden;
-  for (const auto& entry : fs::directory_iterator(process / "fd", hidden)) {
-    if (fs::read_symlink(entry.path(), hidden) == device) return true;
+/// The first of the folder's entries that passes the test. Entries may go, and with them the folder, while it is
+/// read.
+std::optional<fs::path> FirstIn(const fs::path& folder, const std::function<bool(const fs::path&)>& test) {
+  std::error_code end;
+  for (fs::directory_iterator entry(folder, end); !end && entry != fs::directory_iterator(); entry.increment(end)) {
+    if (test(entry->path())) return entry->path();
   }
-  return false;
+  return std::nullopt;
 }
 
-/// Some other process that has the device open; 0 for none.
+bool HasOpen(const fs::path& process, const fs::path& device) {
+  const auto open = FirstIn(process / "fd", [&](const fs::path& descriptor) {
+    std::error_code hidden;
+    return fs::read_symlink(descriptor, hidden) == device;
+  });
+  return open.has_value();
+}
+
+/// 0 for a folder of /proc that is no process's.
+int ProcessOf(const fs::path& folder) {
+  const std::string name = folder.filename();
+  int process = 0;
+  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), process);
+  return error == std::errc{} && *end == '\0' ? process : 0;
+}
+
+/// Some other process that has the device open; 0 for none. One that holds the other ends of pseudo-terminals is no
+/// user of this line but what answers on it.
 int Opener(const std::string& device) {
-  std::error_code hidden;
-  for (const auto& entry : fs::directory_iterator("/proc", hidden)) {
-    const std::string name = entry.path().filename();
-    int process = 0;
-    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), process);
-    if (error != std::errc{} || *end != '\0' || process == ::getpid()) continue;
-    if (HasOpen(entry.path(), device)) return process;
-  }
-  return 0;
+  const auto opener = FirstIn("/proc", [&](const fs::path& folder) {
+    const int process = ProcessOf(folder);
+    return process != 0 && process != ::getpid() && HasOpen(folder, device) && !HasOpen(folder, "/dev/ptmx");
+  });
+  return opener ? ProcessOf(*opener) : 0;
 }
 
 }  // namespace
@@ -75,7 +92,7 @@ std::string HolderOf(const std::string& device) {
   if (process == 0) return "";
   std::string name;
   std::getline(std::ifstream("/proc/" + std::to_string(process) + "/comm"), name);
-  return " " + (name.empty() ? "" : name + " ") + "(process " + std::to_string(process) + ")";
+  return (name.empty() ? "" : name + " ") + "(process " + std::to_string(process) + ")";
 }
 
 int LockFileOwner(const std::string& device, const std::string& lockFolder) {

@@ -4,7 +4,7 @@
 
 namespace orvane {
 
-/// Who holds that device, as " minicom (process 4711)"; empty where it cannot be known. It looks at the system's file
+/// Who holds that device, as "minicom (process 4711)"; empty where it cannot be known. It looks at the system's file
 /// locks first, then at the open files of every process that this user may look into.
 [[nodiscard]] std::string HolderOf(const std::string& device);
 

@@ -1,13 +1,10 @@
 #include "adapters/serial/serial_device.h"
 
 #include <fcntl.h>
-#include <grp.h>
 #include <linux/serial.h>
 #include <poll.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -15,53 +12,13 @@
 #include <cstring>
 
 #include "adapters/serial/device_holder.h"
+#include "adapters/serial/open_failure.h"
 
 namespace orvane {
 namespace {
 
 /// Ample for the 512 bytes of the control's own buffer at any speed that occurs.
 constexpr int kWriteLimitMs = 2000;
-
-std::string InUse(const std::string& path) {
-  const std::string holder = HolderOf(path);
-  return "the device is in use by another program" + (holder.empty() ? "." : ":" + holder + ".");
-}
-
-std::string Forbidden(const std::string& path) {
-  struct stat facts {};
-  if (::stat(path.c_str(), &facts) != 0) return "permission denied.";
-  constexpr mode_t kGroupUses = S_IRGRP | S_IWGRP;
-  if ((facts.st_mode & kGroupUses) == kGroupUses) {
-    const group* owner = ::getgrgid(facts.st_gid);
-    const std::string name = owner != nullptr ? owner->gr_name : std::to_string(facts.st_gid);
-    return "permission denied. Is the user in the group \"" + name + "\"?";
-  }
-  const passwd* owner = ::getpwuid(facts.st_uid);
-  const std::string name = owner != nullptr ? owner->pw_name : std::to_string(facts.st_uid);
-  return "permission denied. Only its owner \"" + name + "\" might use it, no group.";
-}
-
-std::string WhyNotOpened(const std::string& path, int error) {
-  switch (error) {
-    case ENOENT:
-    case ENOTDIR:
-      return "there is no such device.";
-    case EACCES:
-    case EPERM:
-      return Forbidden(path);
-    case EBUSY:
-      return InUse(path);
-    case EIO:
-    case ENXIO:
-    case ENODEV:
-      return "nothing is behind the device: its hardware is missing.";
-    case ENOTTY:
-    case EINVAL:
-      return "the device is no serial line.";
-    default:
-      return std::string(std::strerror(error)) + ".";
-  }
-}
 
 /// Adapters on USB hold received bytes back for up to 16 ms, to send fewer packets, unless they are asked not to. Not
 /// every driver knows of it, and none needs it.
@@ -106,7 +63,7 @@ SerialDevice::~SerialDevice() {
 
 void SerialDevice::TakeForItself() {
   if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0 || LockFileOwner(path_, kLockFolder) != 0) {
-    throw SerialFailure(InUse(path_));
+    throw SerialFailure(WhyNotOpened(path_, EBUSY));
   }
   ::ioctl(descriptor_, TIOCEXCL);
 }
