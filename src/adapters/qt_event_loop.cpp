@@ -34,6 +34,17 @@ QtEventLoop::~QtEventLoop() {
 
 TimePoint QtEventLoop::Now() const { return std::chrono::steady_clock::now().time_since_epoch(); }
 
+bool QtEventLoop::ServeSystem(QEventLoop::ProcessEventsFlags flags) {
+  try {
+    return QAbstractEventDispatcher::instance()->processEvents(flags);
+  } catch (const DisplayGone&) {
+    // What was served has been served, whether anything was is not known. To say no is safe: it has posted its
+    // events.
+    if (!std::exchange(displayGone_, true) && onDisplayGone) Post(onDisplayGone);
+    return false;
+  }
+}
+
 bool QtEventLoop::ServeDue() {
   // What an event posts is due later than this, so that a chain of events cannot keep the system's events out.
   const TimePoint now = Now();
@@ -60,12 +71,11 @@ void QtEventLoop::WakeAt(TimePoint when) {
 }
 
 void QtEventLoop::Yield(TimePoint until) {
-  auto* system = QAbstractEventDispatcher::instance();
-  const bool systemServed = system->processEvents(QEventLoop::AllEvents);
+  const bool systemServed = ServeSystem(QEventLoop::AllEvents);
   if (ServeDue() || systemServed || until <= Now()) return;
 
   WakeAt(events_.empty() ? until : std::min(until, events_.top().when));
-  system->processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+  ServeSystem(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
   ServeDue();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QEventLoop>
 #include <QSocketNotifier>
 #include <cstdint>
 #include <functional>
@@ -9,6 +10,10 @@
 #include "platform/event_loop.h"
 
 namespace orvane {
+
+/// Out of the toolkit's dispatcher, behind the events that it served: its display has gone. It comes each time from
+/// then on.
+struct DisplayGone {};
 
 /// Real time and the events of the operating system, served by Qt's dispatcher. It needs a QCoreApplication.
 ///
@@ -25,6 +30,9 @@ class QtEventLoop final : public EventLoop {
   void Spin(std::int64_t turns) override;
   void PostAt(TimePoint when, std::function<void()> event) override;
 
+  /// The display has gone; told once, as an event. All else is served as before.
+  std::function<void()> onDisplayGone;
+
  private:
   struct Event {
     TimePoint when;
@@ -33,9 +41,11 @@ class QtEventLoop final : public EventLoop {
     bool operator<(const Event& other) const { return when != other.when ? when > other.when : order > other.order; }
   };
 
+  bool ServeSystem(QEventLoop::ProcessEventsFlags flags);
   bool ServeDue();
   void WakeAt(TimePoint when);
 
+  bool displayGone_ = false;
   std::uint64_t posted_ = 0;
   std::priority_queue<Event> events_;
   /// QTimer knows whole milliseconds only; a byte on the line lasts 87 microseconds.

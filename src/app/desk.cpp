@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 #include "platform/files.h"
 
@@ -52,12 +53,31 @@ std::string OneLine(std::string_view text) {
   return line;
 }
 
+void Desk::Abandon(std::ostream& log) {
+  unattendedLog_ = &log;
+  abandoned_ = true;
+  for (OpenBox& open : boxes_) {
+    if (!open.answer) open.answer = AnswerUnattended(open.box);
+  }
+  for (OpenDialog& open : dialogs_) {
+    if (!std::exchange(open.answered, true)) CancelUnattended(open.dialog);
+  }
+}
+
+BoxButton Desk::AnswerUnattended(const Box& box) {
+  const BoxButton answer = abandoned_ ? box.buttons.back() : box.buttons.front();
+  *unattendedLog_ << box.title << ": " << OneLine(box.text) << " -> " << ButtonText(answer) << std::endl;
+  return answer;
+}
+
+void Desk::CancelUnattended(const FileDialog& dialog) {
+  *unattendedLog_ << dialog.title << ": which file? -> Cancel" << std::endl;
+}
+
 BoxButton Desk::Show(const Box& box) {
   if (unattendedLog_ != nullptr) {
     boxOpened.Emit({++lastId_, box, box.buttons.front()});
-    *unattendedLog_ << box.title << ": " << OneLine(box.text) << " -> " << ButtonText(box.buttons.front())
-                    << std::endl;
-    return box.buttons.front();
+    return AnswerUnattended(box);
   }
   const Lying<OpenBox> open(boxes_, OpenBox{++lastId_, box}, closed);
   boxOpened.Emit(*open);
@@ -67,7 +87,7 @@ BoxButton Desk::Show(const Box& box) {
 
 std::optional<std::string> Desk::Ask(Mode mode, FileDialog& dialog) {
   if (unattendedLog_ != nullptr) {
-    *unattendedLog_ << dialog.title << ": which file? -> Cancel" << std::endl;
+    CancelUnattended(dialog);
     return std::nullopt;
   }
   const Lying<OpenDialog> open(dialogs_, OpenDialog{++lastId_, mode, dialog}, closed);

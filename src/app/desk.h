@@ -66,8 +66,14 @@ class Desk final : public Boxes, public FileDialogs {
   /// From now on nobody sits at the desk: each box is told on `log` and answered with its first button, each dialog
   /// with Cancel.
   void LeaveUnattended(std::ostream& log) { unattendedLog_ = &log; }
+  /// Whoever sat at the desk was torn away: each box, those that lie open too, is told on `log` and answered with its
+  /// last button, which is the one that asks for nothing; each dialog with Cancel.
+  void Abandon(std::ostream& log);
 
  private:
+  /// Tells of it. @return its answer.
+  BoxButton AnswerUnattended(const Box& box);
+  void CancelUnattended(const FileDialog& dialog);
   std::optional<std::string> Ask(Mode mode, FileDialog& dialog);
   [[nodiscard]] std::string FullPath(const std::string& name, const std::string& defaultExtension) const;
 
@@ -77,6 +83,7 @@ class Desk final : public Boxes, public FileDialogs {
   std::list<OpenBox> boxes_;
   std::list<OpenDialog> dialogs_;
   std::ostream* unattendedLog_ = nullptr;
+  bool abandoned_ = false;
 };
 
 }  // namespace orvane

@@ -12,8 +12,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kNoWindows = 69;  // EX_UNAVAILABLE of sysexits.h.
-
 /// Beside this program as it is built; where it is installed, among the programs that nobody starts by hand.
 fs::path WindowsProgram() {
   std::error_code unknown;
@@ -29,14 +27,16 @@ int BecomeWindows(char** argv) {
   ::execv(windows.c_str(), argv);
   std::cerr << "orvane: no windows: " << windows << ": " << std::strerror(errno)
             << ". With --headless it runs without them." << std::endl;
-  return kNoWindows;
+  return orvane::kNoWindows;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   orvane::Screen screen;
-  screen.application = [](int& count, char** words) { return std::make_unique<QCoreApplication>(count, words); };
+  screen.application = [](const orvane::Options&, int& count, char** words) {
+    return std::make_unique<QCoreApplication>(count, words);
+  };
   screen.elsewhere = &BecomeWindows;
   return orvane::RunProgram(argc, argv, screen);
 }

@@ -23,13 +23,13 @@ Program::Program(const Options& options)
       port_({world_.loop, world_.desk, station_.Nest(), station_.State().report, station_.Panels().All(),
              [this](std::string_view name) { return ReadState(station_.State(), name); }}) {
   world_.Watch(station_.Nest());
-  const bool automated = !std::holds_alternative<NoAutomation>(options.automation);
   const bool outputIsFree = !std::holds_alternative<StdioAutomation>(options.automation);
-  if (options.headless && !automated) world_.desk.LeaveUnattended(std::cerr);
+  if (options.headless && !Automated()) world_.desk.LeaveUnattended(std::cerr);
   if (options.headless && outputIsFree) {
     narrator_.emplace(std::cout, StandardOutputStyle(), world_.loop, station_.State(), station_.Panels(), world_.desk,
                       UnitStoreOf(options));
   }
+  station_.State().report.began.Connect([this] { runBegan_ = true; });
   OpenAutomation();
 }
 
@@ -51,6 +51,7 @@ int Program::Run() {
   } catch (const StationEnded&) {
   }
   port_.TellExit();
+  if (abandoned_) return runBegan_ ? VerdictStatus() : kNoWindows;
   return options_.headless && options_.initialize ? VerdictStatus() : 0;
 }
 
@@ -60,7 +61,22 @@ void Program::Serve() {
     PressInitialize();
     if (options_.headless) return;
   }
-  while (true) world_.loop.Yield(kForever);
+  while (!abandoned_) {
+    runBegan_ = false;
+    world_.loop.Yield(kForever);
+  }
+}
+
+void Program::GoOnWithoutScreen() {
+  std::cerr << "orvane: the display has gone; "
+            << (Automated()              ? "the automation port stays."
+                : station_.Nest().Idle() ? "nothing was under way."
+                                         : "what is under way goes on to its end.")
+            << std::endl;
+  if (Automated()) return;
+  station_.State().report.concluded.Connect([](Verdict verdict) { std::cerr << VerdictText(verdict) << std::endl; });
+  world_.desk.Abandon(std::cerr);
+  abandoned_ = true;
 }
 
 void Program::PressInitialize() {

@@ -16,6 +16,9 @@ namespace orvane {
 /// How `--initialize` ends the program.
 enum ExitStatus : int { kPassed = 0, kFailed = 1, kUndecided = 2 };
 
+/// The windows that were asked for cannot be had, or went. EX_UNAVAILABLE of sysexits.h.
+inline constexpr int kNoWindows = 69;
+
 /// One station in its world, with the front ends that the command line asks for. It needs a QCoreApplication.
 class Program {
  public:
@@ -30,13 +33,21 @@ class Program {
   /// Starts the station and serves it until it ends. @return the exit status.
   [[nodiscard]] int Run();
 
+  /// The screen has gone, and the operator with it. With an automation port the program goes on like one that was
+  /// started without windows. Without one, what is being done goes on to its end, and is the last thing done.
+  void GoOnWithoutScreen();
+
  private:
   void OpenAutomation();
   void Serve();
   void PressInitialize();
+  [[nodiscard]] bool Automated() const { return !std::holds_alternative<NoAutomation>(options_.automation); }
   [[nodiscard]] int VerdictStatus();
 
   Options options_;
+  bool abandoned_ = false;
+  /// Since the operator's last act.
+  bool runBegan_ = false;
   World world_;
   Station station_;
   AutomationPort port_;

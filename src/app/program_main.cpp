@@ -71,7 +71,7 @@ int RunProgram(int argc, char** argv, const Screen& screen) {
   if (options.explain) return Explain(*options.explain);
   if (!options.headless && !screen.open) return screen.elsewhere(argv);
 
-  const std::unique_ptr<QCoreApplication> application = screen.application(argc, argv);
+  const std::unique_ptr<QCoreApplication> application = screen.application(options, argc, argv);
   // The toolkit takes up the user's locale; the station's numbers have a point in every country.
   (void)std::setlocale(LC_NUMERIC, "C");
   return RunWith(options, screen);

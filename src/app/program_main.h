@@ -11,7 +11,7 @@ namespace orvane {
 /// What a program puts between the station and its operator.
 struct Screen {
   /// The toolkit's application object.
-  std::function<std::unique_ptr<QCoreApplication>(int& argc, char** argv)> application;
+  std::function<std::unique_ptr<QCoreApplication>(const Options&, int& argc, char** argv)> application;
   /// Opens the front end of a program that is not headless; what it returns lives as long as the program runs.
   std::function<std::shared_ptr<void>(Program&)> open{};
   /// For a program that has no front end: hands a command line that asks for windows on. @return the exit status, if

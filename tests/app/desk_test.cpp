@@ -118,5 +118,25 @@ TEST_F(DeskTest, UnattendedBoxesAreTakenDownAndAnsweredWithTheirFirstButton) {
             "RF Parameters Save: which file? -> Cancel\n");
 }
 
+TEST_F(DeskTest, AnAbandonedDeskAsksForNothing) {
+  std::ostringstream log;
+  loop_.PostAt(1ms, [&] { desk_.Abandon(log); });
+  EXPECT_EQ(desk_.AskOverwrite("a.epm already exists"), BoxButton::Cancel) << "it lay open";
+  EXPECT_EQ(desk_.AskOverwrite("b.epm already exists"), BoxButton::Cancel);
+  desk_.Alarm("No Data");
+  EXPECT_EQ(log.str(),
+            "ORVANE: a.epm already exists -> Cancel\n"
+            "ORVANE: b.epm already exists -> Cancel\n"
+            "Alarm: No Data -> OK\n");
+}
+
+TEST_F(DeskTest, ADialogOnAnAbandonedDeskIsCancelled) {
+  std::ostringstream log;
+  loop_.PostAt(1ms, [&] { desk_.Abandon(log); });
+  FileDialog dialog{"RF Parameters Save", "", "epm", "", ""};
+  EXPECT_EQ(desk_.ShowSave(dialog), std::nullopt);
+  EXPECT_EQ(log.str(), "RF Parameters Save: which file? -> Cancel\n");
+}
+
 }  // namespace
 }  // namespace orvane

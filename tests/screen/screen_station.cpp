@@ -21,8 +21,8 @@ constexpr auto kLimit = 30s;
 /// Somebody who looks at the screen again and again.
 constexpr auto kGlance = 5ms;
 
-Arguments WithPort(const Arguments& arguments) {
-  Arguments all{ORVANE_WINDOWS_PROGRAM, "--automation", "stdio"};
+Arguments Windows(const Arguments& arguments) {
+  Arguments all{ORVANE_WINDOWS_PROGRAM};
   all.insert(all.end(), arguments.begin(), arguments.end());
   return all;
 }
@@ -62,7 +62,7 @@ ScreenStation::ScreenStation(XDisplay& display, const Arguments& arguments)
       platform_("QT_QPA_PLATFORM", "xcb"),
       plugins_("QT_PLUGIN_PATH", WHEREABOUTS_FOLDER),
       whereabouts_("QT_QPA_GENERIC_PLUGINS", "whereabouts:" + (folder_ / "where")),
-      process_(WithPort(arguments)) {
+      process_(Windows(arguments)) {
   port_.answersBoxes = false;
   (void)Await("OrvaneMain");
 }
@@ -92,6 +92,14 @@ void ScreenStation::Click(const std::string& widget) {
   std::optional<Place> place;
   LookUntil([&] { return (place = Find(widget)) && place->enabled; }, widget + " takes no click");
   display_.Click(place->area.center());
+}
+
+void ScreenStation::InitializeAll() {
+  for (const char* button :
+       {"OrvaneMain/cmdInstrumentInitialize", "OrvaneMain/cmdPSInitialize", "OrvaneMain/Command1",
+        "frmBaseBand/cmdLoaderInitialize", "frmBaseBand/cmdBaseBandClose", "OrvaneMain/cmdTargetInitialize"}) {
+    Click(button);
+  }
 }
 
 }  // namespace orvane::test

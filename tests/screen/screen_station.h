@@ -4,13 +4,13 @@
 #include <optional>
 #include <string>
 
+#include "program/client.h"
 #include "program/programs.h"
 #include "screen/x_display.h"
 
 namespace orvane::test {
 
-/// The program with windows on a display, with an operator at mouse and screen. Boxes are his to answer; the
-/// automation port only listens, unless a test lets it speak.
+/// The program with windows on a display, with an operator at mouse and screen. Boxes are his to answer.
 class ScreenStation {
  public:
   /// @throws std::runtime_error when its windows do not come.
@@ -27,8 +27,11 @@ class ScreenStation {
   void AwaitGone(const std::string& widget) const;
   /// Waits until it can be and takes clicks; then clicks on it.
   void Click(const std::string& widget);
+  /// The operator's way from the first window up to the click that takes the Target through the whole road.
+  void InitializeAll();
 
   [[nodiscard]] QImage Shown(const Place& place) const { return display_.Shown(place.area); }
+  /// The automation port of a program that was started with one on its standard input and output.
   [[nodiscard]] Client& Port() { return port_; }
   [[nodiscard]] Child& Process() { return process_; }
 

@@ -49,15 +49,6 @@ class WholeRoadOnScreen : public testing::Test {
     display_.emplace();
   }
 
-  /// An operator's way from the first window to the verdict.
-  void TakeTargetThrough(ScreenStation& station) {
-    station.Click("OrvaneMain/cmdInstrumentInitialize");
-    station.Click("OrvaneMain/cmdPSInitialize");
-    station.Click("OrvaneMain/Command1");
-    station.Click("frmBaseBand/cmdLoaderInitialize");
-    station.Click("frmBaseBand/cmdBaseBandClose");
-    station.Click("OrvaneMain/cmdTargetInitialize");
-  }
   /// Presses the OK of every box that comes before that window does. @return how many there were.
   int AnswerBoxesUntil(const std::string& window, ScreenStation& station) {
     int boxes = 0;
@@ -97,8 +88,8 @@ class WholeRoadOnScreen : public testing::Test {
 };
 
 TEST_F(WholeRoadOnScreen, AGoodUnitComesToItsPassByMouse) {
-  ScreenStation station(*display_, {"--bench", "virtual:seed=7"});
-  TakeTargetThrough(station);
+  ScreenStation station(*display_, {"--automation", "stdio", "--bench", "virtual:seed=7"});
+  station.InitializeAll();
   ExpectPicture(station, "frmFailPass", "pass");
   const Json verdict = station.Port().Await("verdict");
   EXPECT_EQ(verdict["result"], "PASS");
@@ -113,8 +104,8 @@ TEST_F(WholeRoadOnScreen, AGoodUnitComesToItsPassByMouse) {
 }
 
 TEST_F(WholeRoadOnScreen, AWornBatteryComesToItsFailByMouse) {
-  ScreenStation station(*display_, {"--bench", "virtual:seed=7,fault=battery"});
-  TakeTargetThrough(station);
+  ScreenStation station(*display_, {"--automation", "stdio", "--bench", "virtual:seed=7,fault=battery"});
+  station.InitializeAll();
   EXPECT_GT(AnswerBoxesUntil("frmFail", station), 0);
   ExpectPicture(station, "frmFail", "fail");
   EXPECT_EQ(station.Port().Await("verdict")["result"], "FAIL");

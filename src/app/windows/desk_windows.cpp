@@ -60,6 +60,7 @@ DeskWindows::DeskWindows(EventLoop& loop, Desk& desk) : loop_(loop), desk_(desk)
 }
 
 void DeskWindows::Open(const Desk::OpenBox& open) {
+  if (abandoned_) return;
   auto box = std::make_unique<QMessageBox>(QApplication::activeWindow());
   box->setObjectName("box");
   box->setWindowTitle(ToQt(open.box.title));
@@ -82,6 +83,7 @@ void DeskWindows::Open(const Desk::OpenBox& open) {
 }
 
 void DeskWindows::Open(const Desk::OpenDialog& open) {
+  if (abandoned_) return;
   auto dialog = std::make_unique<QFileDialog>(QApplication::activeWindow(), ToQt(open.dialog.title));
   dialog->setObjectName("fileDialog");
   // The station asks before it writes over a file, and adds the extension, by itself.

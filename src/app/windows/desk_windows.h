@@ -17,12 +17,16 @@ class DeskWindows {
   DeskWindows(const DeskWindows&) = delete;
   DeskWindows& operator=(const DeskWindows&) = delete;
 
+  /// Opens no more.
+  void Abandon() { abandoned_ = true; }
+
  private:
   void Open(const Desk::OpenBox& open);
   void Open(const Desk::OpenDialog& open);
 
   EventLoop& loop_;
   Desk& desk_;
+  bool abandoned_ = false;
   std::map<Desk::Id, std::unique_ptr<QDialog>> open_;
 };
 

@@ -24,7 +24,16 @@ PanelWindow* FrontEnd::WindowOf(const Panel& panel) const {
   return window == windows_.end() ? nullptr : window->second.get();
 }
 
+void FrontEnd::Abandon() {
+  abandoned_ = true;
+  deskWindows_.Abandon();
+  for (const auto& [panel, window] : windows_) {
+    if (window) window->setUpdatesEnabled(false);
+  }
+}
+
 void FrontEnd::Follow(PanelLayout& layout) {
+  if (abandoned_) return;
   auto& window = windows_[layout.panel];
   if (!window) {
     if (!layout.panel->Visible()) return;

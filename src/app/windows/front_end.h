@@ -26,6 +26,9 @@ class FrontEnd {
   /// The window of a panel; null for one that was never shown.
   [[nodiscard]] PanelWindow* WindowOf(const Panel& panel) const;
 
+  /// The display has gone: shows nothing more.
+  void Abandon();
+
  private:
   void Follow(PanelLayout& panel);
   /// Where a window comes up for the first time: a verdict in the middle of the screen, every other one a step off
@@ -36,6 +39,7 @@ class FrontEnd {
   EventLoop& loop_;
   Hands hands_;
   DeskWindows deskWindows_;
+  bool abandoned_ = false;
   StationState& state_;
   StationPanels& panels_;
   std::vector<PanelLayout> layouts_;

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QIcon>
 
+#include "adapters/qt/display_watch.h"
 #include "app/program_main.h"
 #include "app/windows/front_end.h"
 #include "app/windows/status_strip.h"
@@ -22,17 +23,34 @@ struct Windows {
   orvane::FrontEnd frontEnd;
 };
 
+std::unique_ptr<QCoreApplication> OpenDisplay(int& count, char** words) {
+  auto application = std::make_unique<QApplication>(count, words);
+  QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setDesktopFileName("orvane");
+  QApplication::setWindowIcon(QIcon(":/orvane.svg"));
+  return application;
+}
+
+std::shared_ptr<void> OpenWindows(orvane::Program& program) {
+  auto windows = std::make_shared<Windows>(program);
+  program.TheWorld().loop.onDisplayGone = [&program, front = &windows->frontEnd] {
+    front->Abandon();
+    program.GoOnWithoutScreen();
+  };
+  return windows;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  orvane::DisplayWatch watch(orvane::kNoWindows);
   orvane::Screen screen;
-  screen.application = [](int& count, char** words) -> std::unique_ptr<QCoreApplication> {
-    auto application = std::make_unique<QApplication>(count, words);
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setDesktopFileName("orvane");
-    QApplication::setWindowIcon(QIcon(":/orvane.svg"));
+  screen.application = [&watch](const orvane::Options& options, int& count, char** words) {
+    auto application =
+        options.headless ? std::make_unique<QCoreApplication>(count, words) : OpenDisplay(count, words);
+    watch.Opened();
     return application;
   };
-  screen.open = [](orvane::Program& program) -> std::shared_ptr<void> { return std::make_shared<Windows>(program); };
+  screen.open = &OpenWindows;
   return orvane::RunProgram(argc, argv, screen);
 }
