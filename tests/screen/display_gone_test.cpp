@@ -10,12 +10,14 @@
 namespace orvane::test {
 namespace {
 
+using testing::EndsWith;
 using testing::HasSubstr;
 
 constexpr int kPassed = 0;
 constexpr int kFailed = 1;
 constexpr int kNoWindows = 69;
 
+/// The toolkit may say of its own what it misses, ahead of the station's word.
 class DyingDisplay : public testing::Test {
  protected:
   void SetUp() override {
@@ -38,7 +40,7 @@ TEST_F(DyingDisplay, ARunGoesOnToItsPassAndIsTheSameRun) {
 
   const Child::End end = station.Process().WaitForEnd();
   EXPECT_EQ(end.status, kPassed) << end.errors;
-  EXPECT_EQ(end.errors, "orvane: the display has gone; what is under way goes on to its end.\nPASS\n");
+  EXPECT_THAT(end.errors, EndsWith("orvane: the display has gone; what is under way goes on to its end.\nPASS\n"));
   for (const char* memory : {"eeprom.bin", "flash100.txt"}) {
     EXPECT_FALSE(ContentOf(store / memory).empty());
     EXPECT_EQ(ContentOf(store / memory), ContentOf(undisturbed / memory)) << memory;
@@ -71,7 +73,7 @@ TEST_F(DyingDisplay, TheAutomationPortStays) {
   station.Process().CloseInput();
   const Child::End end = station.Process().WaitForEnd();
   EXPECT_EQ(end.status, 0);
-  EXPECT_EQ(end.errors, "orvane: the display has gone; the automation port stays.\n");
+  EXPECT_THAT(end.errors, EndsWith("orvane: the display has gone; the automation port stays.\n"));
 }
 
 TEST_F(DyingDisplay, AStationAtRestEnds) {
@@ -79,7 +81,7 @@ TEST_F(DyingDisplay, AStationAtRestEnds) {
   display_->Kill();
   const Child::End end = station.Process().WaitForEnd();
   EXPECT_EQ(end.status, kNoWindows);
-  EXPECT_EQ(end.errors, "orvane: the display has gone; nothing was under way.\n");
+  EXPECT_THAT(end.errors, EndsWith("orvane: the display has gone; nothing was under way.\n"));
 }
 
 TEST_F(DyingDisplay, AQuestionThatLiesOpenIsAnsweredWithWhatAsksForNothing) {
