@@ -19,7 +19,7 @@ fs::path DataFolder() {
   const fs::path program = QCoreApplication::applicationDirPath().toStdString();
   for (const char* const up : {"..", "../.."}) {
     std::error_code unknown;
-    const fs::path beside = fs::weakly_canonical(program / up / "share" / "orvane", unknown);
+    fs::path beside = fs::weakly_canonical(program / up / "share" / "orvane", unknown);
     if (fs::is_directory(beside, unknown)) return beside;
   }
   return ORVANE_INSTALLED_DATA;
