@@ -151,6 +151,21 @@ TEST_F(TcpRouteTest, WhatIsLeftOfAReplyThatWasTooLongIsNotTheNextOnes) {
   EXPECT_EQ(session->Read(1000, 1s), "second\n");
 }
 
+TEST_F(TcpRouteTest, WhatCameBesidesAReplyIsNotTheNextOnes) {
+  // Behind the reply's line end, and when the next message has gone out.
+  const std::pair<const char*, const char*> rows[] = {{"2\n", ""}, {"2\n3\n", ""}, {"2", "\n"}, {"2\n3", "4\n"}};
+  for (const auto& [besides, later] : rows) {
+    const auto session = Open();
+    session->Write("FIRST?", 1s);
+    instrument_.Accept();
+    instrument_.Reply("1\n" + std::string(besides));
+    EXPECT_EQ(session->Read(1000, 1s), "1\n");
+    session->Write("SECOND?", 1s);
+    instrument_.Reply(later + std::string("second\n"));
+    EXPECT_EQ(session->Read(1000, 1s), "second\n") << besides;
+  }
+}
+
 TEST_F(TcpRouteTest, AHostThatDoesNotTakeTheConnectionUpIsAbsentWithinTheTimeOut) {
   instrument_.TakeNoMore();
   const auto session = Open();

@@ -13,8 +13,10 @@ void TcpGpibSession::Connect(const Deadline& deadline) {
 
 void TcpGpibSession::Send(std::string_view text, const Deadline& deadline) {
   Connect(deadline);
+  // What came beyond the last reply answers no question, and what is left of a line that has begun is none either.
   stream_.ReceiveArrived(pending_);
-  dropsRest_ = dropsRest_ || insideReply_;
+  dropsRest_ = pending_.empty() ? insideReply_ || dropsRest_ : !pending_.ends_with('\n');
+  pending_.clear();
   insideReply_ = false;
   stream_.Send(std::string(text) + "\n", deadline);
 }
