@@ -125,6 +125,19 @@ TEST_F(EepromTestPanelTest, TheCountIsNotSetBackAfterALastEntry) {
   EXPECT_TRUE(panel_.txtEepromDataWrite.Enabled());
 }
 
+TEST_F(EepromTestPanelTest, BackAtBytesAnEntryTakes65536OfThem) {
+  rig_.op.Select(panel_.optEepromWrite);
+  rig_.op.Select(panel_.optEepromPage);
+  rig_.op.Select(panel_.optEepromByte);
+  for (int i = 0; i < 65535; ++i) rig_.op.Key(panel_.txtEepromDataWrite, 13);
+  EXPECT_TRUE(panel_.txtEepromDataWrite.Enabled());
+  EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), "65534");
+  rig_.op.Key(panel_.txtEepromDataWrite, 13);
+  EXPECT_FALSE(panel_.txtEepromDataWrite.Enabled());
+  EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), "");
+  EXPECT_THAT(panel_.lstDataReadWindow.Items(), SizeIs(65536));
+}
+
 TEST_F(EepromTestPanelTest, EachCharacterGoesStraightOutOnAnOpenPort) {
   rig_.op.Select(panel_.optEepromWrite);
   TypeEntry("1");
