@@ -120,7 +120,7 @@ TEST_F(DeskTest, UnattendedBoxesAreTakenDownAndAnsweredWithTheirFirstButton) {
 
 TEST_F(DeskTest, AnAbandonedDeskAsksForNothing) {
   std::ostringstream log;
-  loop_.PostAt(1ms, [&] { desk_.Abandon(log); });
+  loop_.PostAt(std::chrono::milliseconds(1), [&] { desk_.Abandon(log); });
   EXPECT_EQ(desk_.AskOverwrite("a.epm already exists"), BoxButton::Cancel) << "it lay open";
   EXPECT_EQ(desk_.AskOverwrite("b.epm already exists"), BoxButton::Cancel);
   desk_.Alarm("No Data");
@@ -132,7 +132,7 @@ TEST_F(DeskTest, AnAbandonedDeskAsksForNothing) {
 
 TEST_F(DeskTest, ADialogOnAnAbandonedDeskIsCancelled) {
   std::ostringstream log;
-  loop_.PostAt(1ms, [&] { desk_.Abandon(log); });
+  loop_.PostAt(std::chrono::milliseconds(1), [&] { desk_.Abandon(log); });
   FileDialog dialog{"RF Parameters Save", "", "epm", "", ""};
   EXPECT_EQ(desk_.ShowSave(dialog), std::nullopt);
   EXPECT_EQ(log.str(), "RF Parameters Save: which file? -> Cancel\n");
