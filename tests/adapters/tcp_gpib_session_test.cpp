@@ -217,7 +217,7 @@ TEST_F(TcpRouteTest, ConfiguringAnAbsentInstrumentDoesNotFailButItsFirstMessageD
 }
 
 TEST_F(TcpRouteTest, AHostThatNobodyKnowsIsAbsent) {
-  TcpGpibSession session(7, "no-such-host.invalid", 5025);
+  TcpGpibSession session(7, "tcp:no-such-host.invalid:5025", "no-such-host.invalid", 5025);
   const auto error = ErrorOf([&] { session.Write("*IDN?", 1s); });
   ASSERT_TRUE(error.has_value());
   EXPECT_EQ(error->ibsta, kErr);

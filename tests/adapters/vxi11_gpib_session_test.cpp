@@ -128,6 +128,7 @@ TEST_F(Vxi11, AddressesAreNamesOfTheGatewaysDevices) {
       {{0, 5, 0}, {7, 0x67706962, 0x302C3500}},                 // gpib0,5
       {{0, 12, 97}, {10, 0x67706962, 0x302C3132, 0x2C310000}},  // gpib0,12,1
       {{1, 3, 96}, {9, 0x67706962, 0x312C332C, 0x30000000}},    // gpib1,3,0
+      {{0, 5, 1}, {11, 0x67706962, 0x302C352C, 0x2D393500}},    // gpib0,5,-95: not the device gpib0,5
   };
   for (const auto& [address, name] : rows) {
     Calls calls;

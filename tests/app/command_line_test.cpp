@@ -73,7 +73,8 @@ TEST(CommandLine, TakesRoutesToTheBusAndToSingleInstruments) {
       {"prologix:adapter", "prologix:adapter:1234"},
       {"prologix:10.0.0.7:4321", "prologix:10.0.0.7:4321"},
       {"prologix:/dev/ttyUSB0", "prologix:/dev/ttyUSB0"},
-      {"prologix:[fe80::1]", "prologix:fe80::1:1234"},
+      {"prologix:[fe80::1]", "prologix:[fe80::1]:1234"},
+      {"vxi11:[::1]", "vxi11:[::1]"},
       {"vxi11:gateway", "vxi11:gateway"},
       {"vxi11:10.0.0.8:5000", "vxi11:10.0.0.8:5000"},
   };
@@ -90,6 +91,7 @@ TEST(CommandLine, TakesRoutesToTheBusAndToSingleInstruments) {
   EXPECT_EQ(RouteText(instruments.at(0)), "vxi11:a,inst1");
   EXPECT_EQ(RouteText(instruments.at(5)), "vxi11:b:5000,gpib0,5");
   EXPECT_EQ(std::get<TcpRoute>(instruments.at(30)).host, "::1");
+  EXPECT_EQ(RouteText(instruments.at(30)), "tcp:[::1]:5026");
 }
 
 struct BadOption {

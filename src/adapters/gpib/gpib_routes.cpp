@@ -14,14 +14,17 @@ struct Overloaded : Visitors... {
 template <class... Visitors>
 Overloaded(Visitors...) -> Overloaded<Visitors...>;
 
-std::string PortText(std::optional<int> port) { return port ? ":" + std::to_string(*port) : std::string(); }
+/// A host that has colons of its own stands in brackets, so that its port can be told.
+std::string PlaceText(const std::string& host, std::optional<int> port) {
+  return (host.find(':') == std::string::npos ? host : "[" + host + "]") + (port ? ":" + std::to_string(*port) : "");
+}
 
 /// The name that a gateway gives to the instrument at an address. Panels give a secondary address as it goes over the
-/// bus, 96 to 126; its name there is 0 to 30.
+/// bus, 96 to 126; its name there is 0 to 30. One that is none makes a name that no device has.
 std::string GatewayDevice(const GpibAddress& address) {
   constexpr int kFirstSecondary = 96;
   std::string device = "gpib" + std::to_string(address.board) + "," + std::to_string(address.primary);
-  if (address.secondary >= kFirstSecondary) device += "," + std::to_string(address.secondary - kFirstSecondary);
+  if (address.secondary != 0) device += "," + std::to_string(address.secondary - kFirstSecondary);
   return device;
 }
 
@@ -35,17 +38,17 @@ std::unique_ptr<GpibSession> Vxi11Session(int primary, const Vxi11Route& route, 
 std::string RouteText(const BusRoute& route) {
   return std::visit(Overloaded{
                         [](const NativeRoute&) { return std::string("native"); },
-                        [](const PrologixTcpRoute& r) { return "prologix:" + r.host + ":" + std::to_string(r.port); },
+                        [](const PrologixTcpRoute& r) { return "prologix:" + PlaceText(r.host, r.port); },
                         [](const PrologixSerialRoute& r) { return "prologix:" + r.device; },
-                        [](const GatewayRoute& r) { return "vxi11:" + r.host + PortText(r.port); },
+                        [](const GatewayRoute& r) { return "vxi11:" + PlaceText(r.host, r.port); },
                     },
                     route);
 }
 
 std::string RouteText(const InstrumentRoute& route) {
   return std::visit(Overloaded{
-                        [](const TcpRoute& r) { return "tcp:" + r.host + ":" + std::to_string(r.port); },
-                        [](const Vxi11Route& r) { return "vxi11:" + r.host + PortText(r.port) + "," + r.device; },
+                        [](const TcpRoute& r) { return "tcp:" + PlaceText(r.host, r.port); },
+                        [](const Vxi11Route& r) { return "vxi11:" + PlaceText(r.host, r.port) + "," + r.device; },
                     },
                     route);
 }
@@ -76,7 +79,7 @@ std::unique_ptr<GpibSession> RoutedGpibBus::OpenOnBus(const GpibAddress& address
 
 std::unique_ptr<GpibSession> RoutedGpibBus::OpenByItself(const GpibAddress& address, const InstrumentRoute& route) {
   if (const auto* tcp = std::get_if<TcpRoute>(&route)) {
-    return std::make_unique<TcpGpibSession>(address.primary, tcp->host, tcp->port);
+    return std::make_unique<TcpGpibSession>(address.primary, RouteText(route), tcp->host, tcp->port);
   }
   return Vxi11Session(address.primary, std::get<Vxi11Route>(route), "the instrument");
 }

@@ -4,8 +4,8 @@
 
 namespace orvane {
 
-TcpGpibSession::TcpGpibSession(int primary, const std::string& host, int port)
-    : RouteSession(primary, "tcp:" + host + ":" + std::to_string(port)), host_(host), port_(port) {}
+TcpGpibSession::TcpGpibSession(int primary, const std::string& route, const std::string& host, int port)
+    : RouteSession(primary, route), host_(host), port_(port) {}
 
 void TcpGpibSession::Connect(const Deadline& deadline) {
   if (!stream_.IsOpen()) stream_ = ConnectTcp(host_, port_, deadline, "the instrument");

@@ -10,7 +10,8 @@ namespace orvane {
 /// SCPI over a raw TCP socket: a line feed ends each message in both directions.
 class TcpGpibSession final : public RouteSession {
  public:
-  TcpGpibSession(int primary, const std::string& host, int port);
+  /// @param route in the words of the command line
+  TcpGpibSession(int primary, const std::string& route, const std::string& host, int port);
 
  private:
   void Send(std::string_view text, const Deadline& deadline) override;
