@@ -87,6 +87,8 @@ TEST(AdapterRoute, AReplyIsWholeAtItsLineFeed) {
       {"at once", {"+1.5\n"}, "+1.5\n"},
       {"in pieces", {"+", "1", ".", "5", "\r", "\n"}, "+1.5\r\n"},
       {"empty", {"\n"}, "\n"},
+      {"with surplus bytes", {"+1.5\n+9.9\n"}, "+1.5\n"},
+      {"with the beginning of a line", {"+1", ".5\n+9"}, "+1.5\n"},
   };
   for (const Reply& row : rows) {
     SCOPED_TRACE(row.why);

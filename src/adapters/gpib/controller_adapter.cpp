@@ -60,7 +60,7 @@ std::string WithoutReturns(std::string text) {
 }
 
 /// The adapter marks no end: a reply that its instrument ends by EOI alone cannot be told from the first half of one.
-bool IsWhole(const std::string& reply) { return reply.ends_with('\n'); }
+bool IsWhole(const std::string& reply) { return reply.find('\n') != std::string::npos; }
 
 }  // namespace
 
@@ -183,7 +183,8 @@ std::string ControllerAdapter::Read(const GpibAddress& address, const Deadline& 
     AwaitAnswer(reply, Ahead::kKeep, deadline);
     if (!IsWhole(reply)) stream_.Send("++read eoi\n", deadline);
   }
-  return reply;
+  // What came beyond it was not asked for.
+  return reply.substr(0, reply.find('\n') + 1);
 }
 
 void ControllerAdapter::GoToLocal(const GpibAddress& address, const Deadline& deadline) {
