@@ -375,6 +375,16 @@ TEST_F(Vxi11, AnswersInFragmentsAreWhole) {
   Open()->Write("*RST", 1s);
 }
 
+TEST_F(Vxi11, AnAnswerThatEndsBehindItsFirstFragmentIsNotFinished) {
+  Play({[](GatewayConnection& client) {
+    if (client.NextCall()) client.Send(BytesOf({4, 1}));
+    client.AwaitHangUp();
+  }});
+  const auto error = ErrorOf([&] { Open()->Write("*RST", 100ms); });
+  ASSERT_TRUE(error.has_value());
+  EXPECT_THAT(error->what(), HasSubstr("the gateway did not finish its answer within 100 ms."));
+}
+
 TEST_F(Vxi11, MoreBytesThanWereAskedForAreNoReply) {
   Play({[](GatewayConnection& client) {
     MakeLink(client);

@@ -63,23 +63,24 @@ std::string RpcClient::Exchange(std::uint32_t procedure, const std::string& argu
 
 std::string RpcClient::ReceiveMessage(std::size_t longest, const Deadline& deadline) {
   std::string message;
-  for (bool last = false; !last;) {
-    AwaitBytes(kMarkSize, deadline);
+  for (bool begun = false, last = false; !last; begun = true) {
+    AwaitBytes(kMarkSize, begun, deadline);
     const std::uint32_t mark = **XdrReader(received_).Take(&xdr_u_int32_t);
     last = (mark & kLastFragment) != 0;
     const std::size_t size = mark & ~kLastFragment;
     if (message.size() + size > longest) FailAbsent(peer_ + " answered more than it was asked for.");
-    AwaitBytes(kMarkSize + size, deadline);
+    AwaitBytes(kMarkSize + size, true, deadline);
     message.append(received_, kMarkSize, size);
     received_.erase(0, kMarkSize + size);
   }
   return message;
 }
 
-void RpcClient::AwaitBytes(std::size_t count, const Deadline& deadline) {
+void RpcClient::AwaitBytes(std::size_t count, bool begun, const Deadline& deadline) {
   while (received_.size() < count) {
     if (!stream_.Receive(received_, deadline)) {
-      FailTimeOut(peer_ + (received_.empty() ? " did not answer within " : " did not finish its answer within ") +
+      begun = begun || !received_.empty();
+      FailTimeOut(peer_ + (begun ? " did not finish its answer within " : " did not answer within ") +
                   deadline.Text() + ".");
     }
   }

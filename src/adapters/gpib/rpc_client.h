@@ -41,7 +41,8 @@ class RpcClient {
   [[nodiscard]] std::string Exchange(std::uint32_t procedure, const std::string& arguments, std::size_t longestResult,
                                      const Deadline& deadline);
   [[nodiscard]] std::string ReceiveMessage(std::size_t longest, const Deadline& deadline);
-  void AwaitBytes(std::size_t count, const Deadline& deadline);
+  /// @param begun whether the answer's first bytes were received
+  void AwaitBytes(std::size_t count, bool begun, const Deadline& deadline);
   [[nodiscard]] std::string ResultOf(const std::string& message) const;
   [[noreturn]] void FailMeaningless() const;
 
