@@ -76,6 +76,23 @@ TEST_F(TracedWires, TheSerialLineHasItsBytesCommandsRepliesAndFailures) {
             "failure: COM2 (x): the device is gone.\nclose: \n");
 }
 
+TEST_F(TracedWires, ATargetThatChattersUnaskedDoesNotHoldTheStationUp) {
+  FakeSerial line(loop_);
+  TracedSerial traced(line, trace_);
+  std::size_t received = 0;
+  traced.onComm = [&](int event) { received += event == kCommReceive ? traced.Input().size() : 0; };
+  traced.setup.rThreshold = 1;
+  traced.Open();
+  constexpr std::size_t kPieces = 10'000;
+  const std::string piece(100, 'x');
+  const auto start = std::chrono::steady_clock::now();
+  for (std::size_t i = 0; i < kPieces && std::chrono::steady_clock::now() - start < std::chrono::seconds(10); ++i) {
+    line.Receive(piece);
+    YieldUntil([&] { return received > i * piece.size(); });
+  }
+  EXPECT_EQ(received, kPieces * piece.size()) << "each piece may cost no more than the one before";
+}
+
 TEST_F(TracedWires, AReplyInPiecesIsToldWithItsLastOne) {
   FakeSerial line(loop_);
   TracedSerial traced(line, trace_);

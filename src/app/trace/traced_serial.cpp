@@ -3,9 +3,17 @@
 #include "app/trace/wire_words.h"
 #include "base/failure.h"
 #include "link/comm_events.h"
+#include "link/deframer.h"
 #include "link/frame.h"
 
 namespace orvane {
+namespace {
+
+/// A reply is looked for among so many bytes: several of the longest that the station would take. A Target that
+/// chatters unasked costs no more than that.
+constexpr std::size_t kMostSearched = 4 * kGatheredLimit;
+
+}  // namespace
 
 TracedSerial::TracedSerial(SerialControl& line, Trace& trace) : line_(line), trace_(trace) {
   line_.onComm = [this](int commEvent) {
@@ -54,6 +62,7 @@ std::string TracedSerial::Input() {
   std::string bytes = line_.Input();
   if (bytes.empty()) return bytes;
   reply_ += bytes;
+  if (reply_.size() > kMostSearched) reply_.erase(0, reply_.size() - kMostSearched);
   const std::string says = ReplyWords(reply_);
   trace_.Note(Link(), "in", bytes, says);
   if (!says.empty()) reply_.clear();

@@ -27,7 +27,7 @@ class TracedSerial final : public SerialControl {
 
   SerialControl& line_;
   Trace& trace_;
-  /// What went out since the last whole command, and what came in since then.
+  /// What went out since the last whole command, and the last of what came in since then.
   std::string command_;
   std::string reply_;
 };
