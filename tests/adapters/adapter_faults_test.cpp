@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,6 +16,7 @@ namespace orvane::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 using Wire = ScriptedAdapter::Wire;
 
 // Faults. Each is met by the first message or by the first read, ends the session, and is over with the next one.
@@ -223,6 +225,28 @@ TEST(AdapterDevice, ThatIsNoneOrInUseIsToldWithTheCause) {
   EXPECT_EQ(SerialFailure(line.Device()),
             "the device is in use by another program: adapter_gpib_te (process " + std::to_string(::getpid()) + ").");
   ::close(other);
+}
+
+/// Fills what the other end of a pseudo-terminal has room for; what is written from then on waits.
+void Fill(const Pty& line) {
+  constexpr int kRoom = 4095;
+  const int device = ::open(line.Device().c_str(), O_RDWR | O_NOCTTY);
+  const std::string filling(kRoom, '.');
+  ASSERT_EQ(::write(device, filling.data(), filling.size()), kRoom);
+  const auto limit = std::chrono::steady_clock::now() + 5s;
+  for (int arrived = 0; arrived < kRoom; ::ioctl(line.Master(), FIONREAD, &arrived)) {
+    ASSERT_LT(std::chrono::steady_clock::now(), limit) << arrived;
+  }
+  ::close(device);
+}
+
+TEST(AdapterDevice, ThatTakesNothingIsLetGoWithWhatItDidNotTake) {
+  const Pty line;
+  Fill(line);
+  auto bus = BusOn(PrologixSerialRoute{line.Device()});
+  const auto session = bus.Open({0, 5, 0});
+  ExpectError(ErrorOf([&] { session->Write("*IDN?", 100ms); }), kErrTimo, kEabo, "did not answer its ++ commands");
+  EXPECT_THAT(line.ReceivedSoFar(), Not(HasSubstr("++")));
 }
 
 TEST(AdapterDevice, ThatIsPulledOutIsGone) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <poll.h>
 #include <pty.h>
 #include <termios.h>
 #include <unistd.h>
@@ -36,6 +37,14 @@ class Pty {
     std::string bytes(size, '\0');
     const auto count = ::read(master_, bytes.data(), size);
     bytes.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
+    return bytes;
+  }
+  /// All of them that there are, within 100 ms.
+  [[nodiscard]] std::string ReceivedSoFar() const {
+    std::string bytes;
+    for (pollfd more{master_, POLLIN, 0}; ::poll(&more, 1, 100) > 0 && (more.revents & POLLIN) != 0;) {
+      bytes += Received(4096);
+    }
     return bytes;
   }
   void HangUp() {

@@ -271,6 +271,17 @@ TEST_F(SerialLine, ALineThatHungUpTakesNoProcessorTime) {
   EXPECT_LT(turns, 50);
 }
 
+TEST_F(SerialLine, CloseDropsWhatTheDeviceDidNotTake) {
+  const test::Pty pty;
+  Connect(pty.Device());
+  control_->Open();
+  // The system takes it all and hands the device some kilobytes; a device that takes nothing never asks for the rest.
+  const std::string much(10'000, 'x');
+  control_->Output(much);
+  control_->Close();
+  EXPECT_LT(pty.ReceivedSoFar().size(), much.size());
+}
+
 TEST_F(SerialLine, OutputToALineThatHungUpFails) {
   test::Pty pty;
   Connect(pty.Device());

@@ -5,6 +5,7 @@
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <array>
@@ -41,6 +42,11 @@ ByteStream& ByteStream::operator=(ByteStream&& other) noexcept {
 
 void ByteStream::Close() {
   if (descriptor_ >= 0) ::close(std::exchange(descriptor_, -1));
+}
+
+void ByteStream::Drop() {
+  if (IsOpen() && !socket_) ::tcflush(descriptor_, TCOFLUSH);
+  Close();
 }
 
 void ByteStream::FailGone(int error, bool insideReply) const {

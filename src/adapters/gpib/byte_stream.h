@@ -22,6 +22,8 @@ class ByteStream {
 
   [[nodiscard]] bool IsOpen() const { return descriptor_ >= 0; }
   void Close();
+  /// The same without what the other end did not take yet: the system would wait 30 s for a serial device's.
+  void Drop();
 
   /// All of the bytes.
   void Send(std::string_view bytes, const Deadline& deadline);

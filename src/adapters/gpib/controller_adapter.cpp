@@ -69,7 +69,7 @@ void ControllerAdapter::Detach() {
 }
 
 void ControllerAdapter::Abandon(const GpibAddress& address) {
-  stream_.Close();
+  stream_.Drop();
   try {
     abandoned_.insert(AddressText(address));
   } catch (const RouteFailure&) {

@@ -56,6 +56,8 @@ SerialDevice::SerialDevice(const std::string& path, const LineSettings& settings
 }
 
 SerialDevice::~SerialDevice() {
+  // The system would wait 30 s for a device that takes no bytes.
+  ::tcflush(descriptor_, TCOFLUSH);
   ::tcsetattr(descriptor_, TCSANOW, &found_);
   ::ioctl(descriptor_, TIOCNXCL);
   ::close(descriptor_);

@@ -27,7 +27,7 @@ class SerialDevice {
   SerialDevice(const std::string& path, const LineSettings& settings, bool hardwareHandshake);
   SerialDevice(const SerialDevice&) = delete;
   SerialDevice& operator=(const SerialDevice&) = delete;
-  /// Leaves the terminal's settings as they were found.
+  /// Leaves the terminal's settings as they were found. What the device did not take yet is dropped.
   ~SerialDevice();
 
   [[nodiscard]] int Descriptor() const { return descriptor_; }
