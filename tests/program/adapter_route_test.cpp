@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include "program/programs.h"
+#include "program/whole_road.h"
 
 namespace orvane::test {
 namespace {
@@ -18,24 +18,8 @@ Arguments Behind(const WiredBench& bench, const std::string& adapter) {
 }
 
 TEST(AdapterRoute, TakesAUnitThroughTheWholeRoadAsTheEmbeddedBenchDoes) {
-  const TempFolder embedded;
-  const TempFolder folders[2];
-  const WiredBench onSocket({"--seed", "11", "--store", folders[0].Path().string()});
-  const WiredBench onTerminal({"--seed", "11", "--store", folders[1].Path().string()});
-  const auto ends = InitializeOnEach({{"--bench", "virtual:seed=11,store=" + embedded.Path().string()},
-                                      Behind(onSocket, "adapter"),
-                                      Behind(onTerminal, "adapter-tty")});
-  for (const auto& end : ends) {
-    EXPECT_EQ(end.status, 0) << end.output;
-    EXPECT_EQ(end.errors, "");
-    EXPECT_THAT(end.output, HasSubstr(" PASS\n"));
-  }
-  ASSERT_EQ(ContentOf(embedded / "eeprom.bin").size(), 1816U);
-  for (const TempFolder& folder : folders) {
-    for (const char* file : {"eeprom.bin", "flash100.txt"}) {
-      EXPECT_TRUE(ContentOf(folder / file) == ContentOf(embedded / file)) << file;
-    }
-  }
+  ExpectTheRoadOfTheEmbeddedBench("11", {[](const WiredBench& bench) { return Behind(bench, "adapter"); },
+                                         [](const WiredBench& bench) { return Behind(bench, "adapter-tty"); }});
 }
 
 TEST(AdapterRoute, AFaultOfTheUnitIsItsVerdict) {
@@ -60,18 +44,10 @@ TEST(AdapterRoute, WithNoAdapterAtItsEndSaysSoAndEndsWithoutAVerdictToStandOn) {
       {"/dev/no-such-adapter", "there is no such device."},
       {"/dev/null", "the device is no serial line."},
   };
-  std::vector<Arguments> options;
   for (const NoAdapter& row : rows) {
-    options.push_back({"--com1", bench.Place("target"), "--gpib", "prologix:" + row.route});
-  }
-  for (std::size_t i = 0; i < options.size(); ++i) {
-    SCOPED_TRACE(rows[i].route);
-    const auto ends = InitializeOnEach({options[i]});
-    EXPECT_EQ(ends[0].status, 2);
-    EXPECT_THAT(ends[0].errors, HasSubstr("ORVANE: Instrument at address 1, route prologix:" + rows[i].route + ": " +
-                                          rows[i].why + " / ibsta = &H8000, iberr = 2 -> OK\n"));
-    EXPECT_THAT(ends[0].errors, HasSubstr("Error: Unable to open device / ibsta = &H8000 / iberr = 2 -> OK\n"));
-    EXPECT_THAT(ends[0].errors, HasSubstr("receive: The test set was not initialized.\n"));
+    SCOPED_TRACE(row.route);
+    const auto ends = InitializeOnEach({{"--com1", bench.Place("target"), "--gpib", "prologix:" + row.route}});
+    ExpectNoInstruments(ends[0], "prologix:" + row.route + ": " + row.why + " / ibsta = &H8000, iberr = 2 -> OK\n");
   }
 }
 
@@ -122,20 +98,11 @@ TEST_P(AdapterBack, IsTakenUpWithoutARestart) {
   const std::string socket = bench->Place("adapter");
   const std::string place = which == "adapter" ? socket : folder / "adapter";
   Station station({"--com1", folder / "target", "--gpib", "prologix:" + place});
-  station.InitializeInstruments();
-  const int run = station.SendClick("OrvaneMain.cmdTargetInitialize");
-  station.AwaitState("CalMode", "ALL");
-  bench->Kill();
-  EXPECT_EQ(station.AnswerTo(run)["error"]["code"], -32005);
-  EXPECT_EQ(station.Await("verdict")["result"], "NONE");
+  ExpectRunEndsWithItsBench(station, *bench, "CalMode", "ALL");
   EXPECT_EQ(station.Click("OrvaneMain.cmdInstrumentInitialize")["error"]["code"], -32005);
 
   bench.emplace(Arguments{"--target", folder / "target", "--adapter", socket, "--adapter-tty", folder / "adapter"});
-  station.InitializeInstruments();
-  EXPECT_EQ(station.Click("OrvaneMain.cmdTargetInitialize")["result"], Json::object());
-  const Json verdict = station.Await("verdict");
-  EXPECT_EQ(verdict["result"], "PASS");
-  EXPECT_EQ(verdict["complete"], true) << verdict;
+  ExpectWholeRun(station);
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <map>
 #include <optional>
 
-#include "program/programs.h"
+#include "program/whole_road.h"
 
 namespace orvane::test {
 namespace {
@@ -160,19 +160,10 @@ TEST(BrokenWires, ABenchThatIsBackAtItsPlacesIsTakenUpWithoutARestart) {
                              "--supply", bench->Place("supply"), "--load",    bench->Place("load")};
   Station station({"--com1", folder / "target", "--instrument", "1=tcp:" + bench->Place("testset"), "--instrument",
                    "2=tcp:" + bench->Place("supply"), "--instrument", "5=tcp:" + bench->Place("load")});
-  station.InitializeInstruments();
-  const int run = station.SendClick("OrvaneMain.cmdTargetInitialize");
-  station.AwaitState("DcsCalDone", true);
-  bench->Kill();
-  EXPECT_EQ(station.AnswerTo(run)["error"]["code"], -32005);
-  EXPECT_EQ(station.Await("verdict")["result"], "NONE");
+  ExpectRunEndsWithItsBench(station, *bench, "DcsCalDone", true);
 
   bench.emplace(samePlaces);
-  station.InitializeInstruments();
-  EXPECT_EQ(station.Click("OrvaneMain.cmdTargetInitialize")["result"], Json::object());
-  const Json verdict = station.Await("verdict");
-  EXPECT_EQ(verdict["result"], "PASS");
-  EXPECT_EQ(verdict["complete"], true) << verdict;
+  ExpectWholeRun(station);
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "program/programs.h"
+#include <optional>
+
+#include "program/whole_road.h"
 
 namespace orvane::test {
 namespace {
@@ -12,30 +14,21 @@ using testing::HasSubstr;
 /// The folder in which the system's library is found first.
 Variable LibraryIn(const std::string& folder) { return {"LD_LIBRARY_PATH", folder}; }
 
-Variable Instruments(const WiredBench& bench) {
-  return {"GPIB_STAND_IN",
-          "1=" + bench.Place("testset") + " 2=" + bench.Place("supply") + " 5=" + bench.Place("load")};
+constexpr const char* kInstruments = "GPIB_STAND_IN";
+std::string PlacesOf(const WiredBench& bench) {
+  return "1=" + bench.Place("testset") + " 2=" + bench.Place("supply") + " 5=" + bench.Place("load");
 }
+Variable Instruments(const WiredBench& bench) { return {kInstruments, PlacesOf(bench)}; }
 
 Variable Faults(const std::string& faults) { return {"GPIB_STAND_IN_FAULTS", faults}; }
 
-TEST(NativeRoute, AWholeRoadEndsAsOnTheEmbeddedBenchToTheByte) {
-  const TempFolder wired;
-  const TempFolder embedded;
-  const WiredBench bench({"--seed", "42", "--store", wired.Path().string()});
+TEST(NativeRoute, TakesAUnitThroughTheWholeRoadAsTheEmbeddedBenchDoes) {
   const auto library = LibraryIn(GPIB_STAND_IN_FOLDER);
-  const auto instruments = Instruments(bench);
-  const auto ends = InitializeOnEach({{"--com1", bench.Place("target"), "--gpib", "native"},
-                                      {"--bench", "virtual:seed=42,store=" + embedded.Path().string()}});
-  for (const auto& end : ends) {
-    EXPECT_EQ(end.status, 0) << end.output;
-    EXPECT_EQ(end.errors, "");
-    EXPECT_THAT(end.output, HasSubstr(" PASS\n"));
-  }
-  EXPECT_EQ(ContentOf(wired / "eeprom.bin").size(), 1816U);
-  for (const char* memory : {"eeprom.bin", "flash100.txt"}) {
-    EXPECT_TRUE(ContentOf(wired / memory) == ContentOf(embedded / memory)) << memory;
-  }
+  std::optional<Variable> instruments;
+  ExpectTheRoadOfTheEmbeddedBench("42", {[&](const WiredBench& bench) {
+                                    instruments.emplace(kInstruments, PlacesOf(bench));
+                                    return Arguments{"--com1", bench.Place("target"), "--gpib", "native"};
+                                  }});
 }
 
 TEST(NativeRoute, AFaultOfTheUnitIsItsVerdict) {
@@ -58,11 +51,7 @@ TEST(NativeRoute, WithoutAUsableLibraryEachInitializeSaysSoAndTheRunEndsWithoutI
     const WiredBench bench;
     const auto library = LibraryIn(place);
     const auto end = RunOrvane({"--initialize", "--com1", bench.Place("target")});
-    EXPECT_EQ(end.status, 2);
-    EXPECT_THAT(end.errors, testing::StartsWith("ORVANE: Instrument at address 1, route native: " + what));
-    EXPECT_THAT(end.errors, HasSubstr("ibsta = &H8000, iberr = 2 -> OK\n"));
-    EXPECT_THAT(end.errors, HasSubstr("Error: Unable to open device / ibsta = &H8000 / iberr = 2 -> OK\n"));
-    EXPECT_THAT(end.errors, HasSubstr("receive: The test set was not initialized.\n"));
+    ExpectNoInstruments(end, "native: " + what);
   }
 }
 
