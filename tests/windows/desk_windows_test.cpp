@@ -16,7 +16,7 @@ namespace {
 using namespace std::chrono_literals;
 
 /// Boxes and dialogs in real time, with somebody who acts while they lie open.
-class DeskWindowsTest : public WindowsTest {
+class DeskWindowsTest : public testing::Test {
  protected:
   /// `act` is done to the topmost dialog of that kind; a second act comes only when the first one left it open.
   template <class Dialog>

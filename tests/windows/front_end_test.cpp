@@ -8,7 +8,7 @@ namespace orvane::test {
 namespace {
 
 /// The windows of a whole station as the program has them.
-class FrontEndTest : public WindowsTest {
+class FrontEndTest : public testing::Test {
  protected:
   QRect Shown(Panel& panel) {
     on_.station.Nest().Run([&] { panel.Show(); });

@@ -11,7 +11,7 @@ namespace orvane::test {
 namespace {
 
 /// What people do to windows when nobody looks.
-class HostileHands : public WindowsTest {
+class HostileHands : public testing::Test {
  protected:
   void Show(Panel& panel) {
     station_->on.station.Nest().Run([&] { panel.Show(); });

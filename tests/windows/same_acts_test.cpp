@@ -226,7 +226,7 @@ class Twins {
   int acts_ = 0;
 };
 
-class EveryPanel : public WindowsTest, public testing::WithParamInterface<std::size_t> {};
+class EveryPanel : public testing::TestWithParam<std::size_t> {};
 
 TEST_P(EveryPanel, DoesByMouseAndKeysWhatItDoesByTheAutomationPort) {
   Twins twins;

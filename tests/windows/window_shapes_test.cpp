@@ -15,7 +15,6 @@ namespace {
 class WindowShapes : public testing::Test {
  protected:
   void SetUp() override {
-    NeedApplication();
     windowed_.emplace();
     windowed_->on.station.Start();
   }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QLoggingCategory>
 #include <QTest>
 #include <map>
 #include <memory>
@@ -14,25 +13,6 @@
 #include "station/virtual_station.h"
 
 namespace orvane::test {
-
-/// The one application object of the test program, on a screen in memory.
-inline void NeedApplication() {
-  static int argc = 1;
-  static char name[] = "windows_tests";
-  static char* argv[] = {name, nullptr};
-  static const bool offscreen = [] {
-    QLoggingCategory::setFilterRules("qt.qpa.*=false");
-    return qputenv("QT_QPA_PLATFORM", "offscreen");
-  }();
-  static QApplication application(argc, argv);
-  ASSERT_TRUE(offscreen);
-}
-
-class WindowsTest : public testing::Test {
- protected:
-  /// Ahead of what a test holds: no widget and no event loop is there before it.
-  WindowsTest() { NeedApplication(); }
-};
 
 /// A station on the virtual bench in virtual time, seen and acted upon through windows. Its boxes answer themselves.
 class WindowedStation {
