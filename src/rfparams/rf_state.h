@@ -19,6 +19,9 @@ struct RFState {
   std::vector<std::string> EepromImage = std::vector<std::string>(kRFTextPositions);
   /// Data lines of the last file read.
   int RFParamCount = 0;
+  /// Whether the record stands on a whole parameter file: what a calibration leaves alone is zero or a mixture
+  /// otherwise.
+  bool recordIsWhole = false;
 };
 
 }  // namespace orvane

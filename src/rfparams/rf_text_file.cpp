@@ -59,6 +59,7 @@ int ReadParameterLines(std::string_view content, RFState& state) {
 }
 
 void FileToRFParamsConvert(RFState& state) {
+  state.recordIsWhole = false;
   const auto slots = ParameterSlots();
   state.RFParams.rf_revision = RFTypeCode(state.RFParamText[0]);
   state.RFParams.rf_reserved_word = kReservedWord;
@@ -73,6 +74,7 @@ void FileToRFParamsConvert(RFState& state) {
       }
     });
   }
+  state.recordIsWhole = state.RFParamCount >= static_cast<int>(kParameterCount);
 }
 
 void RFParamsToDataConvert(RFState& state) {

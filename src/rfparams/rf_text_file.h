@@ -16,7 +16,8 @@ namespace orvane {
 /// @return the number of data lines.
 int ReadParameterLines(std::string_view content, RFState& state);
 
-/// `RFParamText` into `RFParams`, all 1857 values.
+/// `RFParamText` into `RFParams`, all 1857 values; says in `recordIsWhole` whether all of them came from the last
+/// file.
 /// @throws StationFailure at the first text that does not convert: what stands before it is converted, the rest of
 /// the record keeps its old values.
 void FileToRFParamsConvert(RFState& state);

@@ -147,7 +147,7 @@ void ParameterTransfer::UpLoad() {
   Send("spw 5 0");
   Send("spw 1 0");
   ReadImage();
-  PassOver([&] { TMEEPROMDataToRFParams(rf_); });
+  PassOver([&] { TMEEPROMDataToRFParams(rf_); }, [&](const StationFailure&) { rf_.recordIsWhole = false; });
   RFParamsToDataConvert(rf_);
   PassOver([&] { file->Write(0, ParameterFileText(rf_)); }, showSystemText);
 }
@@ -160,6 +160,7 @@ void ParameterTransfer::ReadImage() {
   for (int row = 0; row <= kLastRow; ++row) {
     // A reply that does not come leaves the bytes of the row before, which are then taken for this one.
     Send("str 3");
+    if (!link_.Succeeded()) rf_.recordIsWhole = false;
     const int columns = std::min(kRowSize, kImageSize - kRowSize * row);
     for (int j = 0; j < columns; ++j) {
       const int offset = kRowSize * row + j;

@@ -36,6 +36,10 @@ void ResultSave::Connect() {
 }
 
 void ResultSave::Save() {
+  // It is saved all the same, but nobody may take it for a calibrated unit's.
+  if (!rf_.recordIsWhole) {
+    report_.Flaw("The RF parameters stand on no whole parameter file: what the run did not calibrate is wrong.");
+  }
   const std::string mode = cal_.SaveMode;
   const bool toBoth = mode == "EEPROMFile";
   if ((mode == "File" || toBoth) && !SaveToFile()) return;

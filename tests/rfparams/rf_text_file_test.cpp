@@ -91,6 +91,27 @@ TEST(FileToRFParamsConvert, StopsAtTheFirstBadTextAndKeepsTheRestAsItWas) {
   }
 }
 
+TEST(FileToRFParamsConvert, SaysWhetherTheRecordStandsOnAWholeFile) {
+  RFState rf;
+  EXPECT_FALSE(rf.recordIsWhole);
+  FillWithPositions(rf);
+  const std::string whole = ParameterFileText(rf);
+  ReadParameterLines(whole, rf);
+  FileToRFParamsConvert(rf);
+  EXPECT_TRUE(rf.recordIsWhole);
+
+  ReadParameterLines(whole.substr(0, whole.rfind("BAND(1)")), rf);
+  FileToRFParamsConvert(rf);
+  EXPECT_FALSE(rf.recordIsWhole) << "its last value is another file's";
+
+  ReadParameterLines(whole, rf);
+  FileToRFParamsConvert(rf);
+  EXPECT_TRUE(rf.recordIsWhole);
+  rf.RFParamText[1856] = "x";
+  EXPECT_THROW(FileToRFParamsConvert(rf), StationFailure);
+  EXPECT_FALSE(rf.recordIsWhole);
+}
+
 TEST(FileToRFParamsConvert, TakesTheThreeAgcColumnsRowByRow) {
   RFState rf;
   FillWithPositions(rf);

@@ -16,7 +16,9 @@ TEST_F(ParameterUpload, ReadsTheImageIn114RowsAndSavesTheRecord) {
   rf_.RFParams.EEPROM_AFC = -1180;
   AnswerReads([](int offset) { return offset % 251; });
   panel_.lstDataReadWindow.AddItem("from before");
+  rf_.recordIsWhole = true;
   UpLoad();
+  EXPECT_TRUE(rf_.recordIsWhole);
   const auto commands = rig_.Commands();
   ASSERT_THAT(commands, SizeIs(2 + 114));
   EXPECT_EQ(commands[0], "spw 5 0");
@@ -82,6 +84,17 @@ TEST_F(ParameterUpload, FromASilentTargetEndsWithAnUnchangedRecord) {
   EXPECT_EQ(rf_.RFParams.BAND[0].g_magic, 180);
   EXPECT_THAT(panel_.lstDataReadWindow.Items().back(), "1815\t");
   EXPECT_THAT(rig_.files.content["/home/back.epm"], HasSubstr("BAND(0).g_magic\t=\t180\r\n"));
+}
+
+TEST_F(ParameterUpload, ThatMissesARowOrAByteLeavesNoWholeRecord) {
+  for (const std::size_t bytes : {0U, 1U}) {
+    rf_.recordIsWhole = true;
+    rig_.serial.answer = [bytes](const SentCommand& command) {
+      return bytes == 0 ? std::string() : PaddedReply(command.operation, 0, std::vector<std::uint8_t>(bytes, 3));
+    };
+    UpLoad("/home/" + std::to_string(bytes) + ".epm");
+    EXPECT_FALSE(rf_.recordIsWhole) << bytes;
+  }
 }
 
 TEST_F(ParameterUpload, BarStaysFullInItsLastRow) {

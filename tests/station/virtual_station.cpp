@@ -27,10 +27,10 @@ bench::BenchOptions OptionsOf(std::uint64_t seed, const std::vector<std::string>
   return options;
 }
 
-VirtualStation::VirtualStation(const bench::BenchOptions& options)
+VirtualStation::VirtualStation(const bench::BenchOptions& options, std::string_view missing)
     : bench(loop, options), station({loop, bench.Serial(), bus, files, boxes, dialogs}), op(station.Nest()) {
   for (const char* name : {"TI532.epm", "RampTable.dat", "Cable.loss"}) {
-    files.content[files.SystemPath(name)] = InstalledFile(name);
+    if (name != missing) files.content[files.SystemPath(name)] = InstalledFile(name);
   }
   OrvaneMain& main = Panels().main;
   main.txtUserCommand.changed.Connect([this, &main] {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/station.h"
@@ -19,7 +20,8 @@ namespace orvane::test {
 /// A whole station on the virtual bench in virtual time, with the installed data files on a disk in memory.
 class VirtualStation {
  public:
-  explicit VirtualStation(const bench::BenchOptions& options = {});
+  /// `missing` is the installed data file that is not there.
+  explicit VirtualStation(const bench::BenchOptions& options = {}, std::string_view missing = "");
   /// A unit of that seed with faults in their text form, "battery", "status-txpw@7".
   explicit VirtualStation(std::uint64_t seed, const std::vector<std::string>& faults = {});
 

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "station/virtual_station.h"
@@ -13,6 +14,18 @@ TEST(WholeRoad, EveryGoodUnitPassesWithEveryStepComplete) {
     EXPECT_TRUE(station.State().report.AllComplete()) << "seed " << seed << "\n" << station.Steps();
     EXPECT_EQ(station.boxes.Texts(), std::vector<std::string>{}) << "seed " << seed;
   }
+}
+
+TEST(WholeRoad, WithoutAnInstalledDataFileNoPassIsComplete) {
+  for (const char* missing : {"TI532.epm", "RampTable.dat", "Cable.loss"}) {
+    VirtualStation station(bench::BenchOptions{}, missing);
+    station.TakeTargetThrough();
+    EXPECT_FALSE(station.Concluded() == Verdict::Pass && station.State().report.AllComplete()) << missing;
+  }
+  VirtualStation station(bench::BenchOptions{}, "Cable.loss");
+  station.TakeTargetThrough();
+  EXPECT_EQ(station.Concluded(), Verdict::Pass);
+  EXPECT_THAT(station.Steps(), testing::HasSubstr("save: The RF parameters stand on no whole parameter file"));
 }
 
 }  // namespace

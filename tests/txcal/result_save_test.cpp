@@ -52,6 +52,14 @@ TEST_F(ResultSaveRun, WritesTheImageToTheTargetIn57Chunks) {
   EXPECT_EQ(Flaws(), "");
 }
 
+TEST_F(ResultSaveRun, ARecordWithoutAWholeParameterFileIsSavedAndTold) {
+  state.rf.recordIsWhole = false;
+  Save();
+  EXPECT_THAT(Commands(), SizeIs(2 + 57 + 1));
+  EXPECT_THAT(boxes.shown, IsEmpty());
+  EXPECT_EQ(Flaws(), "The RF parameters stand on no whole parameter file: what the run did not calibrate is wrong.");
+}
+
 TEST_F(ResultSaveRun, ATargetOutOfTestModeIsLeftOutWithoutAWord) {
   state.reply.TargetMode = "";
   Save();

@@ -13,6 +13,7 @@ bool BeginsWith(const std::string& line, const std::string& head) { return line.
 TxDesk::TxDesk() {
   tx.Connect();
   panel.Touch();
+  state.rf.recordIsWhole = true;
   OpenPort();
   OpenTestSet();
   serial.delay = TimePoint{0};
