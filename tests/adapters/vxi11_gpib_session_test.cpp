@@ -347,6 +347,7 @@ TEST_F(Vxi11, AGatewayThatIsNoneIsAbsent) {
       {header({1, 0, 0, 0, 3}), "the gateway does not know this call."},
       {header({1, 0, 0, 0, 4}), "the gateway does not understand this call."},
       {header({1, 0, 0, 0, 5}), "the gateway could not carry out this call."},
+      {header({1, 0, 0, 0, 0x2B333333}), "the gateway could not carry out this call."},
       {header({1, 1, 0, 3, 3}), "the gateway speaks another version of RPC."},
       {header({1, 1, 1, 5}), "the gateway asks for credentials."},
       {sends([](GatewayConnection& client) {

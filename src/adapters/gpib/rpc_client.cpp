@@ -2,6 +2,9 @@
 
 #include <rpc/rpc_msg.h>
 
+#include <cstring>
+#include <type_traits>
+
 #include "adapters/gpib/route_session.h"
 
 namespace orvane {
@@ -27,7 +30,10 @@ const char* Refusal(const reply_body& reply) {
   if (reply.rp_stat == MSG_DENIED) {
     return reply.rp_rjct.rj_stat == AUTH_ERROR ? "asks for credentials" : "speaks another version of RPC";
   }
-  switch (reply.rp_acpt.ar_stat) {
+  // Any number may stand there, and the codec lets each pass.
+  std::underlying_type_t<accept_stat> number = 0;
+  std::memcpy(&number, &reply.rp_acpt.ar_stat, sizeof number);
+  switch (number) {
     case SUCCESS:
       return nullptr;
     case PROG_UNAVAIL:
