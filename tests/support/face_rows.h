@@ -35,6 +35,9 @@ inline void ExpectFace(const Panel& panel, const std::vector<FaceRow>& rows) {
     EXPECT_EQ(ShownIn(*control), row.shown) << row.name;
     EXPECT_TRUE(control->Enabled()) << row.name;
     EXPECT_EQ(control->Visible(), row.visible) << row.name;
+    if (row.kind == ControlKind::Button || row.kind == ControlKind::Lamp) {
+      EXPECT_EQ(control->BackColor(), kButtonFace) << row.name << " has a colour only once something happened";
+    }
   }
 }
 
