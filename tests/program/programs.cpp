@@ -32,6 +32,19 @@ std::vector<Child::End> InitializeOnEach(const std::vector<Arguments>& benches) 
   return ends;
 }
 
+const std::string& EmbeddedMemory(int seed) {
+  static std::map<int, std::string> memories;
+  std::string& memory = memories[seed];
+  if (memory.empty()) {
+    const TempFolder folder;
+    const auto end = RunOrvane(
+        {"--initialize", "--bench", "virtual:seed=" + std::to_string(seed) + ",store=" + folder.Path().string()});
+    if (end.status != 0) throw std::runtime_error("no whole road: " + end.output + end.errors);
+    memory = ContentOf(folder / "eeprom.bin");
+  }
+  return memory;
+}
+
 Station::Station(const Arguments& arguments, const std::string& folder)
     : Station(std::make_unique<Child>(Orvane(Joined({"--automation", "stdio"}, arguments)),
                                       Surroundings{folder, false})) {}
