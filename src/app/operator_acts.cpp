@@ -14,7 +14,9 @@ namespace {
 }
 
 void RequireEnabled(const Control& control) {
-  if (!control.EnabledForOperator()) throw RpcFailure(RpcError::ControlDisabled, control.Name() + " is disabled.");
+  if (control.EnabledForOperator()) return;
+  const std::string why = control.DisabledWhy().empty() ? "" : " " + control.DisabledWhy();
+  throw RpcFailure(RpcError::ControlDisabled, control.Name() + " is disabled." + why);
 }
 
 /// What the control is, or null.

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "platform/signal.h"
 
@@ -37,7 +38,12 @@ class Control {
   [[nodiscard]] bool Enabled() const { return enabled_; }
   /// Whether it serves an operator: it is enabled, and so are the frames around it.
   [[nodiscard]] bool EnabledForOperator() const;
-  void SetEnabled(bool enabled) { Assign(enabled_, enabled); }
+  /// `why`: what an operator is told who finds it disabled, where it is not plain.
+  void SetEnabled(bool enabled, std::string_view why = {}) {
+    disabledWhy_ = why;
+    Assign(enabled_, enabled);
+  }
+  [[nodiscard]] const std::string& DisabledWhy() const { return disabledWhy_; }
   [[nodiscard]] bool Visible() const { return visible_; }
   void SetVisible(bool visible) { Assign(visible_, visible); }
   [[nodiscard]] Colour ForeColor() const { return foreColor_; }
@@ -69,6 +75,7 @@ class Control {
   ControlKind kind_;
   std::string name_;
   bool enabled_ = true;
+  std::string disabledWhy_;
   bool visible_ = true;
   Colour foreColor_ = kButtonText;
   Colour backColor_ = kButtonFace;

@@ -37,7 +37,7 @@ class RunButtons {
     if (--runs_ == 0) EnableAll(true);
   }
   void EnableAll(bool enabled) {
-    for (Button* button : buttons_) button->SetEnabled(enabled);
+    for (Button* button : buttons_) button->SetEnabled(enabled, enabled ? "" : "A run is under way.");
   }
 
   std::array<Button*, 7> buttons_;

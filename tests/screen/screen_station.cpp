@@ -73,9 +73,11 @@ std::optional<ScreenStation::Place> ScreenStation::Find(const std::string& widge
   int y = 0;
   int width = 0;
   int height = 0;
-  bool enabled = false;
-  if (!(answer >> x >> y >> width >> height >> enabled)) return std::nullopt;
-  return Place{QRect(x, y, width, height), enabled};
+  Place place;
+  if (!(answer >> x >> y >> width >> height >> place.enabled)) return std::nullopt;
+  place.area = QRect(x, y, width, height);
+  std::getline(answer >> std::ws, place.tip);
+  return place;
 }
 
 ScreenStation::Place ScreenStation::Await(const std::string& widget) const {
@@ -88,11 +90,13 @@ void ScreenStation::AwaitGone(const std::string& widget) const {
   LookUntil([&] { return !Find(widget); }, widget + " never goes");
 }
 
-void ScreenStation::Click(const std::string& widget) {
+ScreenStation::Place ScreenStation::AwaitEnabled(const std::string& widget) const {
   std::optional<Place> place;
   LookUntil([&] { return (place = Find(widget)) && place->enabled; }, widget + " takes no click");
-  display_.Click(place->area.center());
+  return *place;
 }
+
+void ScreenStation::Click(const std::string& widget) { display_.Click(AwaitEnabled(widget).area.center()); }
 
 void ScreenStation::InitializeAll() {
   for (const char* button :

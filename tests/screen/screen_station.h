@@ -19,11 +19,13 @@ class ScreenStation {
   struct Place {
     QRect area;
     bool enabled = false;
+    std::string tip{};
   };
   /// Where a widget can be seen and reached now; "OrvaneMain/cmdExit", "box/OK", "OrvaneMain/SSTab1:2".
   [[nodiscard]] std::optional<Place> Find(const std::string& widget) const;
   /// Waits until it can be.
   [[nodiscard]] Place Await(const std::string& widget) const;
+  Place AwaitEnabled(const std::string& widget) const;
   void AwaitGone(const std::string& widget) const;
   /// Waits until it can be and takes clicks; then clicks on it.
   void Click(const std::string& widget);

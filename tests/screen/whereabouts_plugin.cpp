@@ -24,7 +24,8 @@ class Wanted {
         widget_(path.section(u'/', 1).section(u':', 0, 0)),
         tab_(path.section(u':', 1)) {}
 
-  /// "x y width height enabled" in pixels of the screen; empty while it cannot be seen and reached with the mouse.
+  /// "x y width height enabled tooltip" in pixels of the screen; empty while it cannot be seen and reached with the
+  /// mouse.
   [[nodiscard]] QByteArray Place() const {
     QWidget* window = Window();
     QWidget* widget = window == nullptr || widget_.isEmpty() ? window : Inside(*window);
@@ -39,7 +40,7 @@ class Wanted {
     const qreal scale = window->devicePixelRatioF();
     const auto pixels = [scale](int length) { return QByteArray::number(qRound(length * scale)) + ' '; };
     return pixels(place.x()) + pixels(place.y()) + pixels(place.width()) + pixels(place.height()) +
-           QByteArray::number(widget->isEnabled() ? 1 : 0);
+           QByteArray::number(widget->isEnabled() ? 1 : 0) + ' ' + widget->toolTip().toUtf8();
   }
 
  private:

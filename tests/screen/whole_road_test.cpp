@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QSvgRenderer>
 #include <chrono>
+#include <set>
 
 #include "adapters/qt/pictures.h"
 #include "screen/screen_station.h"
@@ -109,6 +110,34 @@ TEST_F(WholeRoadOnScreen, AWornBatteryComesToItsFailByMouse) {
   EXPECT_GT(AnswerBoxesUntil("frmFail", station), 0);
   ExpectPicture(station, "frmFail", "fail");
   EXPECT_EQ(station.Port().Await("verdict")["result"], "FAIL");
+}
+
+/// How many colours a place on the screen has.
+std::size_t ColoursOf(const QImage& seen) {
+  std::set<QRgb> colours;
+  for (int y = 0; y < seen.height(); y += 2) {
+    for (int x = 0; x < seen.width(); x += 2) colours.insert(seen.pixel(x, y));
+  }
+  return colours.size();
+}
+
+TEST_F(WholeRoadOnScreen, ARunIsWatchedAndStoppedByMouseWhileItWaitsForReplies) {
+  ScreenStation station(*display_, {"--automation", "stdio", "--bench", "virtual:seed=7"});
+  station.InitializeAll();
+  (void)station.Await("frmMPAutoCal");
+  // A window that comes up in the middle of the run is drawn there. The main one, with its button, is covered.
+  (void)station.Port().Ask("show", {{"panel", "frmAutoCal"}});
+  const ScreenStation::Place start = station.Await("frmAutoCal/cmdAllCalStart");
+  EXPECT_FALSE(start.enabled);
+  EXPECT_EQ(start.tip, "A run is under way.");
+  EXPECT_GT(ColoursOf(station.Shown(station.Await("frmAutoCal"))), 10U);
+
+  station.Click("frmAutoCal/cmdAutoCalStop");
+  (void)AnswerBoxesUntil("OrvaneMain", station);
+  station.AwaitEnabled("frmAutoCal/cmdAllCalStart");
+  EXPECT_EQ(station.Await("frmAutoCal/cmdAllCalStart").tip, "");
+  const Json verdict = station.Port().Await("verdict");
+  EXPECT_EQ(verdict["complete"], false) << verdict.dump();
 }
 
 }  // namespace

@@ -55,7 +55,10 @@ class QuietCombo final : public QComboBox {
 QPushButton* MakeButton(Button& button, Hands& hands, Mnemonics& letters, QWidget* parent) {
   auto* widget = new QPushButton(parent);
   widget->setAutoDefault(false);
-  Follow(button, *widget, CaptionOf(button, *widget, letters));
+  Follow(button, *widget, [&button, widget, showCaption = CaptionOf(button, *widget, letters)] {
+    showCaption();
+    widget->setToolTip(ToQt(button.DisabledWhy()));
+  });
   QObject::connect(widget, &QPushButton::clicked, widget,
                    [&] { hands.Do([&](Operator& hand) { hand.Click(button); }); });
   return widget;
