@@ -38,6 +38,11 @@ void TakeAutomation(Options& options, const std::string& text) {
   }
 }
 
+void TakeTheme(Options& options, const std::string& text) {
+  if (text != "light" && text != "dark") throw OptionFault("\"" + text + "\" is neither light nor dark");
+  options.theme = text == "light" ? Theme::Light : Theme::Dark;
+}
+
 void TakeInstrument(Options& options, const std::string& text) {
   const auto [address, route] = ParseInstrumentRoute(text);
   if (!options.gpib.instruments.emplace(address, route).second) {
@@ -78,6 +83,8 @@ void Define(CLI::App& app, Options& options) {
             [&](const std::string& text) { options.trace = text; });
   AddParsed(app, "--explain", "FILE", "Tell a trace as a story, and end",
             [&](const std::string& text) { options.explain = text; });
+  AddParsed(app, "--theme", "light|dark", "Colours of the windows [the desktop's]",
+            [&](const std::string& text) { TakeTheme(options, text); });
   app.add_flag("--headless", options.headless, "No windows")->check(NoValue);
   app.add_flag("--initialize", options.initialize,
                "Initialize the instruments and the Target once; headless, then exit: 0 PASS, 1 FAIL, 2 neither")

@@ -17,6 +17,9 @@ struct UnixAutomation {
   std::string path;
 };
 
+/// A light or a dark screen, whatever the desktop is set to.
+enum class Theme { Light, Dark };
+
 /// What the command line says. Nothing of it reaches the station's own logic: it says which device stands for which
 /// port, and who presses the buttons.
 struct Options {
@@ -31,6 +34,7 @@ struct Options {
   std::optional<std::string> trace;
   /// A trace to tell, in place of running a station.
   std::optional<std::string> explain;
+  std::optional<Theme> theme;
   bool headless = false;
   bool initialize = false;
   /// Tell what is there, and end.

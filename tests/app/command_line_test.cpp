@@ -53,6 +53,12 @@ TEST(CommandLine, ListsWhatTheRoutesOfTheSameLineLeadTo) {
   EXPECT_FALSE(Accepted({}).list);
 }
 
+TEST(CommandLine, TakesTheDesktopsColoursUnlessATheme) {
+  EXPECT_EQ(Accepted({}).theme, std::nullopt);
+  EXPECT_EQ(Accepted({"--theme", "light"}).theme, Theme::Light);
+  EXPECT_EQ(Accepted({"--theme=dark"}).theme, Theme::Dark);
+}
+
 TEST(CommandLine, TakesABenchWithItsKeys) {
   EXPECT_EQ(Accepted({"--bench", "virtual"}).bench->seed, 1U);
   const Options options = Accepted({"--bench", "virtual:seed=7,fault=pa-dead"});

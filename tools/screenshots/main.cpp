@@ -7,7 +7,6 @@
 
 #include <QApplication>
 #include <QMessageBox>
-#include <QStyleFactory>
 #include <clocale>
 #include <filesystem>
 #include <iostream>
@@ -17,6 +16,7 @@
 
 #include "app/program.h"
 #include "app/windows/front_end.h"
+#include "app/windows/theme.h"
 
 namespace {
 
@@ -26,20 +26,6 @@ using orvane::Operator;
 using orvane::Panel;
 using orvane::Program;
 using orvane::StationPanels;
-
-/// The colours of a desktop that is set to dark.
-QPalette DarkPalette() {
-  const QColor text(0xe6, 0xe6, 0xe6);
-  const QColor faded(0x80, 0x80, 0x80);
-  QPalette palette(QColor(0x3a, 0x3d, 0x41), QColor(0x2b, 0x2d, 0x30));
-  palette.setColor(QPalette::Base, QColor(0x1e, 0x1f, 0x22));
-  palette.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xca));
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-    palette.setColor(role, text);
-    palette.setColor(QPalette::Disabled, role, faded);
-  }
-  return palette;
-}
 
 /// Works one station on one bench as an operator does, and keeps what the screen shows.
 class Photographer {
@@ -156,8 +142,8 @@ int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
   (void)std::setlocale(LC_NUMERIC, "C");
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
-  if (argc > 2 && std::string_view(argv[2]) == "dark") QApplication::setPalette(DarkPalette());
+  const bool dark = argc > 2 && std::string_view(argv[2]) == "dark";
+  orvane::Wear(dark ? orvane::Theme::Dark : orvane::Theme::Light);
 
   std::filesystem::create_directories(argv[1]);
   TakeAll(argv[1]);

@@ -5,6 +5,7 @@
 #include "app/program_main.h"
 #include "app/windows/front_end.h"
 #include "app/windows/status_strip.h"
+#include "app/windows/theme.h"
 
 namespace {
 
@@ -23,8 +24,9 @@ struct Windows {
   orvane::FrontEnd frontEnd;
 };
 
-std::unique_ptr<QCoreApplication> OpenDisplay(int& count, char** words) {
+std::unique_ptr<QCoreApplication> OpenDisplay(const orvane::Options& options, int& count, char** words) {
   auto application = std::make_unique<QApplication>(count, words);
+  orvane::Wear(options.theme);
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setDesktopFileName("orvane");
   QApplication::setWindowIcon(QIcon(":/orvane.svg"));
@@ -47,7 +49,7 @@ int main(int argc, char** argv) {
   orvane::Screen screen;
   screen.application = [&watch](const orvane::Options& options, int& count, char** words) {
     auto application =
-        options.headless ? std::make_unique<QCoreApplication>(count, words) : OpenDisplay(count, words);
+        options.headless ? std::make_unique<QCoreApplication>(count, words) : OpenDisplay(options, count, words);
     watch.Opened();
     return application;
   };
