@@ -33,8 +33,7 @@ void EntryLine::ShowText() {
 
 void EntryLine::TakeEdit() {
   if (takingKey_) return;
-  hands_.Do([this, edited = text().toStdString()](Operator& hand) { hand.Type(box_, edited); },
-            [this] { ShowText(); });
+  hands_.Do([this](Operator& hand) { hand.Type(box_, text().toStdString()); }, [this] { ShowText(); });
 }
 
 void EntryLine::keyPressEvent(QKeyEvent* event) {

@@ -30,13 +30,26 @@ EntryText::EntryText(TextBox& box, Hands& hands, QWidget* parent) : QPlainTextEd
   setTabChangesFocus(true);
   Follow(box, *this, [this] { ShowText(); });
   box.appended.Connect([this](std::string_view text) { ShowAppended(text); });
+  connect(this, &QPlainTextEdit::textChanged, this, [this] { TakeEdit(); });
+}
+
+void EntryText::TakeEdit() {
+  if (takingEdit_ || showing_ || Edited() == shown_) return;
+  hands_.Do(
+      [this](Operator& hand) {
+        shown_ = Edited();
+        hand.Type(box_, shown_);
+      },
+      [this] { ShowText(); });
 }
 
 template <class Change>
 void EntryText::KeepingEnd(Change change) {
   QScrollBar& bar = *verticalScrollBar();
   const bool atEnd = bar.value() == bar.maximum();
+  showing_ = true;
   change();
+  showing_ = false;
   if (atEnd) bar.setValue(bar.maximum());
 }
 
@@ -101,6 +114,17 @@ void EntryText::insertFromMimeData(const QMimeData* source) {
   } else {
     TakeEffect([this, text] { insertPlainText(text); }, 0);
   }
+}
+
+void EntryText::mousePressEvent(QMouseEvent* event) {
+  // Marked text is not dragged away: the toolkit would hold the station's loop up for as long as the mouse holds it.
+  QTextCursor marked = textCursor();
+  const int at = cursorForPosition(event->pos()).position();
+  if (marked.hasSelection() && marked.selectionStart() <= at && at <= marked.selectionEnd()) {
+    marked.clearSelection();
+    setTextCursor(marked);
+  }
+  QPlainTextEdit::mousePressEvent(event);
 }
 
 void EntryText::mouseReleaseEvent(QMouseEvent* event) {

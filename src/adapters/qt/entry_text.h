@@ -17,10 +17,13 @@ class EntryText final : public QPlainTextEdit {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void insertFromMimeData(const QMimeData* source) override;
+  void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
   void ShowText();
+  /// A text that came by mouse or input method.
+  void TakeEdit();
   void ShowAppended(std::string_view text);
   /// Takes that many bytes off the front of what is shown; false where they end within a line end.
   bool DropShownFront(std::size_t bytes);
@@ -36,6 +39,8 @@ class EntryText final : public QPlainTextEdit {
   /// The text as the widget shows it.
   std::string shown_;
   bool takingEdit_ = false;
+  /// The widget takes up what the box has.
+  bool showing_ = false;
 };
 
 }  // namespace orvane
