@@ -32,18 +32,18 @@ class Pty {
   [[nodiscard]] bool Send(std::string_view bytes) const {
     return ::write(master_, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
   }
-  /// Bytes that the station has written.
-  [[nodiscard]] std::string Received(std::size_t size) const {
-    std::string bytes(size, '\0');
-    const auto count = ::read(master_, bytes.data(), size);
-    bytes.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
+  /// Bytes that the station has written: so many, for which it waits 5 s, and what else is there by then.
+  [[nodiscard]] std::string Received(std::size_t expected) const {
+    constexpr int kPatienceMs = 5000;
+    std::string bytes;
+    while (TakeSome(bytes, bytes.size() < expected ? kPatienceMs : 0)) {
+    }
     return bytes;
   }
-  /// All of them that there are, within 100 ms.
+  /// All of them that there are, until nothing comes for 100 ms.
   [[nodiscard]] std::string ReceivedSoFar() const {
     std::string bytes;
-    for (pollfd more{master_, POLLIN, 0}; ::poll(&more, 1, 100) > 0 && (more.revents & POLLIN) != 0;) {
-      bytes += Received(4096);
+    while (TakeSome(bytes, 100)) {
     }
     return bytes;
   }
@@ -53,6 +53,16 @@ class Pty {
   }
 
  private:
+  /// @return false when nothing came in time.
+  bool TakeSome(std::string& bytes, int withinMs) const {
+    pollfd more{master_, POLLIN, 0};
+    if (::poll(&more, 1, withinMs) <= 0 || (more.revents & POLLIN) == 0) return false;
+    char piece[4096];
+    const auto count = ::read(master_, piece, sizeof piece);
+    if (count > 0) bytes.append(piece, static_cast<std::size_t>(count));
+    return count > 0;
+  }
+
   int master_ = -1;
   std::string device_;
 };

@@ -55,7 +55,7 @@ TEST_F(SerialLine, CarriesBytesBothWaysAndRaisesAReceiveEventFromTheLoop) {
 
   const std::string frame("\x02\x14\x00\xFF", 4);
   control_->Output(frame);
-  EXPECT_EQ(pty.Received(10), frame);
+  EXPECT_EQ(pty.Received(frame.size()), frame);
 
   ASSERT_TRUE(pty.Send(frame));
   EXPECT_EQ(received_, "");
@@ -70,7 +70,7 @@ TEST_F(SerialLine, OutputHasHandedOutEveryByteWhenItReturns) {
   const std::string frame(53, 'x');
   control_->Output(frame.substr(0, 2));
   control_->Output(frame.substr(2));
-  EXPECT_EQ(pty.Received(100).size(), 53U);
+  EXPECT_EQ(pty.Received(frame.size()), frame);
 }
 
 TEST_F(SerialLine, APortClosedRaisesNothingMore) {
@@ -186,7 +186,7 @@ TEST_F(SerialLine, CarriesEveryByteAsItIs) {
   all += "\xFF\xFF\xFF";
   control_->Open();
   control_->Output(all);
-  EXPECT_EQ(pty.Received(300), all);
+  EXPECT_EQ(pty.Received(all.size()), all);
   ASSERT_TRUE(pty.Send(all));
   EXPECT_TRUE(YieldUntil([&] { return received_.size() >= all.size(); }));
   EXPECT_EQ(received_, all);
