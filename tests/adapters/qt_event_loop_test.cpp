@@ -35,21 +35,23 @@ TEST_F(QtLoop, ServesEventsByTimeAndThenInTheOrderOfPosting) {
   EXPECT_EQ(order, "0abc");
 }
 
-// A busy machine may hold up one wait or the other, but not each.
 TEST_F(QtLoop, AnEventIsNeverEarlyAndTheLoopItselfAddsLessThanAMillisecond) {
-  std::vector<TimePoint> late;
-  for (int i = 0; i < 21; ++i) {
+  // A busy machine holds up many a wait, but not all of them; a loop that counts in milliseconds would.
+  constexpr auto kPatience = 10s;
+  const TimePoint start = loop_.Now();
+  TimePoint leastLate = kForever;
+  for (int waits = 0; waits < 21 || (leastLate >= 1ms && loop_.Now() - start < kPatience); ++waits) {
     const TimePoint due = loop_.Now() + 300us;
     bool served = false;
     loop_.PostAt(due, [&] {
       served = true;
-      late.push_back(loop_.Now() - due);
+      const TimePoint late = loop_.Now() - due;
+      EXPECT_GE(late, 0ns);
+      leastLate = std::min(leastLate, late);
     });
     while (!served) loop_.Yield(kForever);
   }
-  std::sort(late.begin(), late.end());
-  EXPECT_GE(late.front(), 0ns);
-  EXPECT_LT(late.front(), 1ms);
+  EXPECT_LT(leastLate, 1ms);
 }
 
 TEST_F(QtLoop, AWaitSleepsAndUsesNoProcessorTime) {
