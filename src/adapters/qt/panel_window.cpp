@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 
+#include "adapters/qt/calm_painting.h"
 #include "adapters/qt/layout_builder.h"
 
 namespace orvane {
@@ -9,6 +10,7 @@ namespace orvane {
 PanelWindow::PanelWindow(Panel& panel, const Layout& layout, Hands& hands, const ViewMaker& views)
     : panel_(panel), context_{hands} {
   setObjectName(ToQt(panel.Name()));
+  new CalmPainting(*this);
   setCentralWidget(BuildLayout(layout, context_, views, this));
   TakeItsSize();
 }
