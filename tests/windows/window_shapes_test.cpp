@@ -104,30 +104,44 @@ TEST_F(WindowShapes, ThePaceIsTimedBesideItsTurns) {
   EXPECT_EQ(time->text(), "");
 }
 
-/// The colours in the middle line of a picture.
-std::set<QRgb> ColoursOf(QWidget& picture) {
-  const QImage drawn = picture.grab().toImage();
+/// The colours in one line of a picture, so many hundredths of its height below its top.
+std::set<QRgb> ColoursOf(const QImage& drawn, int hundredths) {
   std::set<QRgb> colours;
-  for (int x = 0; x < drawn.width(); x += 3) colours.insert(drawn.pixel(x, drawn.height() / 2));
+  for (int x = 0; x < drawn.width(); ++x) colours.insert(drawn.pixel(x, drawn.height() * hundredths / 100));
   return colours;
 }
 
-TEST_F(WindowShapes, AVerdictIsAPictureToBeToldFromFarAway) {
+/// How high the word of a verdict is: the lines below the middle that have its colour.
+int HeightOfWord(const QImage& drawn) {
+  int lines = 0;
+  for (int hundredths = 50; hundredths < 100; ++hundredths) {
+    lines += ColoursOf(drawn, hundredths).contains(0xFFFFFFFFU) ? 1 : 0;
+  }
+  return drawn.height() * lines / 100;
+}
+
+TEST_F(WindowShapes, AVerdictIsAWordAndAMarkToBeToldFromFarAway) {
   constexpr QRgb kGreenGround = 0xFF1B7F3A;
   constexpr QRgb kRedGround = 0xFFC62828;
   constexpr QRgb kAmberGround = 0xFFFFBF00;
-  FrmFailPass& pass = windowed_->on.Panels().pass;
-  auto* passed = Shown(pass).findChild<QSvgWidget*>("Image1");
+  FrmFailPass& passPanel = windowed_->on.Panels().pass;
+  auto* passed = Shown(passPanel).findChild<QSvgWidget*>("Image1");
   auto* failed = Shown(windowed_->on.Panels().fail).findChild<QSvgWidget*>("Image1");
   ASSERT_NE(passed, nullptr);
   ASSERT_NE(failed, nullptr);
-  EXPECT_GE(passed->width(), 500);
-  EXPECT_GE(failed->width(), 500);
 
-  EXPECT_THAT(ColoursOf(*passed), testing::IsSupersetOf({kGreenGround, 0xFFFFFFFFU}));
-  EXPECT_THAT(ColoursOf(*failed), testing::IsSupersetOf({kRedGround, 0xFFFFFFFFU}));
-  pass.Image1.SetPicture("incomplete");
-  EXPECT_THAT(ColoursOf(*passed), testing::IsSupersetOf({kAmberGround, 0xFF000000U}));
+  const QImage pass = passed->grab().toImage();
+  const QImage fail = failed->grab().toImage();
+  for (const int line : {30, 75}) {
+    EXPECT_THAT(ColoursOf(pass, line), testing::IsSupersetOf({kGreenGround, 0xFFFFFFFFU})) << line;
+    EXPECT_THAT(ColoursOf(fail, line), testing::IsSupersetOf({kRedGround, 0xFFFFFFFFU})) << line;
+  }
+  // A tenth of a usual screen's height.
+  EXPECT_GE(HeightOfWord(pass), 108);
+  EXPECT_GE(HeightOfWord(fail), 108);
+
+  passPanel.Image1.SetPicture("incomplete");
+  EXPECT_THAT(ColoursOf(passed->grab().toImage(), 50), testing::IsSupersetOf({kAmberGround, 0xFF000000U}));
 }
 
 }  // namespace

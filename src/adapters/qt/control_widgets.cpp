@@ -106,8 +106,8 @@ QWidget* MakePicture(Image& image, QWidget* parent) {
     widget->load(PictureNamed(image.Picture()));
     widget->renderer()->setAspectRatioMode(Qt::KeepAspectRatio);
   });
-  // To be told from three metres.
-  widget->setMinimumSize(widget->renderer()->defaultSize() * 3 / 2);
+  // Its word is to be read from three metres: more than a tenth of the height of a usual screen.
+  widget->setMinimumSize(widget->renderer()->defaultSize() * 8 / 5);
   return widget;
 }
 

@@ -3,23 +3,40 @@
 namespace orvane {
 namespace {
 
-constexpr auto kPass = R"(<svg xmlns="http://www.w3.org/2000/svg" width="350" height="200">
+// The words are drawn, not written: no machine lacks their type. Each letter is 80 high.
+constexpr auto kPass = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="350" height="200">
   <rect width="350" height="200" rx="14" fill="#1b7f3a"/>
-  <path d="M105 104 L153 152 L247 50" fill="none" stroke="#ffffff" stroke-width="30" stroke-linecap="round"
-        stroke-linejoin="round"/>
-</svg>)";
+  <g fill="none" stroke="#ffffff" stroke-linecap="round" stroke-linejoin="round">
+    <path d="M139 56 L163 80 L211 29" stroke-width="17"/>
+    <g stroke-width="15">
+      <path transform="translate(53 107)" d="M8 72 V8 H26 A18 18 0 0 1 26 44 H8"/>
+      <path transform="translate(116 107)" d="M6 72 L25 8 L44 72 M13 51 H37"/>
+      <path transform="translate(180 107)" d="M42 19 C38 10 32 8 25 8 C15 8 8 14 8 23 C8 33 16 37 25 40
+            C35 43 43 47 43 57 C43 66 35 72 25 72 C17 72 10 69 7 60"/>
+      <path transform="translate(247 107)" d="M42 19 C38 10 32 8 25 8 C15 8 8 14 8 23 C8 33 16 37 25 40
+            C35 43 43 47 43 57 C43 66 35 72 25 72 C17 72 10 69 7 60"/>
+    </g>
+  </g>
+</svg>)svg";
 
-constexpr auto kFail = R"(<svg xmlns="http://www.w3.org/2000/svg" width="350" height="200">
+constexpr auto kFail = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="350" height="200">
   <rect width="350" height="200" rx="14" fill="#c62828"/>
-  <path d="M123 48 L227 152 M227 48 L123 152" fill="none" stroke="#ffffff" stroke-width="30"
-        stroke-linecap="round"/>
-</svg>)";
+  <g fill="none" stroke="#ffffff" stroke-linecap="round" stroke-linejoin="round">
+    <path d="M148 28 L202 82 M202 28 L148 82" stroke-width="17"/>
+    <g stroke-width="15">
+      <path transform="translate(67 107)" d="M8 72 V8 H42 M8 40 H36"/>
+      <path transform="translate(127 107)" d="M6 72 L25 8 L44 72 M13 51 H37"/>
+      <path transform="translate(192 107)" d="M10 8 V72"/>
+      <path transform="translate(228 107)" d="M8 8 V72 H42"/>
+    </g>
+  </g>
+</svg>)svg";
 
-constexpr auto kIncomplete = R"(<svg xmlns="http://www.w3.org/2000/svg" width="350" height="200">
+constexpr auto kIncomplete = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="350" height="200">
   <rect width="350" height="200" rx="14" fill="#ffbf00"/>
   <path d="M175 42 L175 118" fill="none" stroke="#000000" stroke-width="30" stroke-linecap="round"/>
   <circle cx="175" cy="160" r="17" fill="#000000"/>
-</svg>)";
+</svg>)svg";
 
 }  // namespace
 

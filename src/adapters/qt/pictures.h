@@ -6,7 +6,7 @@
 namespace orvane {
 
 /// The picture of an Image control, as SVG of 350 by 200; empty for a name that is none. A verdict is told by its
-/// shape as well as by its colour.
+/// word and its mark as well as by its colour.
 [[nodiscard]] QByteArray PictureNamed(std::string_view name);
 
 }  // namespace orvane
