@@ -86,6 +86,30 @@ TEST(StatusStrip, ShowsATransferAsLongAsItLasts) {
   EXPECT_FALSE(strip.Bar("statusTransfer").isVisible());
 }
 
+TEST(StatusStrip, LongWaysToTheInstrumentsWidenNoWindow) {
+  Surroundings bench;
+  bench.devices = {"/dev/serial/by-id/usb-A_Maker_of_Adapters_Two_Lines_to_Serial_FT4711-if01-port0", "", "", ""};
+  bench.instruments = "GPIB native";
+  for (const char* address : {"1", "5", "7"}) {
+    bench.instruments +=
+        ", " + std::string(address) + " by tcp:gateway-of-the-third-line.production.example.org:5025";
+  }
+  Strip strip(bench);
+  strip.on.TakeTargetThrough();
+  strip.strip.Look();
+  strip.on.Panels().downLoad.prgDownload.SetVisible(true);
+  strip.strip.Look();
+  EXPECT_LE(strip.strip.minimumSizeHint().width(), 1270);
+
+  strip.strip.resize(1270, strip.strip.sizeHint().height());
+  strip.strip.grab();
+  auto* place = strip.strip.findChild<QLabel*>("statusPlace");
+  EXPECT_EQ(place->toolTip(), place->text()) << "the whole of it is in its tip";
+  const auto* stage = strip.strip.findChild<QLabel*>("statusStage");
+  EXPECT_EQ(stage->text(), "Ended: PASS");
+  EXPECT_GE(stage->width(), stage->fontMetrics().horizontalAdvance(stage->text()));
+}
+
 TEST(StatusStrip, AReplyThatTakesLongIsTold) {
   Strip strip(VirtualBench());
   strip.on.bench.Serial().Open();

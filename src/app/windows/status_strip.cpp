@@ -1,6 +1,7 @@
 #include "app/windows/status_strip.h"
 
 #include <QHBoxLayout>
+#include <QPainter>
 #include <algorithm>
 
 #include "adapters/qt/appearance.h"
@@ -11,6 +12,25 @@ namespace {
 constexpr std::chrono::milliseconds kLook{100};
 /// A reply that takes no longer is no news.
 constexpr int kLooksThatAreWaiting = 4;
+
+/// A text that may be longer than there is room: a device's path, the routes of many instruments. Its middle goes,
+/// and the whole of it is in its tip. It never widens its window.
+class Shortened final : public QLabel {
+ public:
+  using QLabel::QLabel;
+
+  [[nodiscard]] QSize minimumSizeHint() const override {
+    constexpr int kCharacters = 12;
+    return {fontMetrics().horizontalAdvance(u'0') * kCharacters, QLabel::minimumSizeHint().height()};
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    const QString seen = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
+    setToolTip(seen == text() ? QString() : text());
+    QPainter(this).drawText(rect(), Qt::AlignVCenter | Qt::TextSingleLine, seen);
+  }
+};
 
 void Show(QProgressBar& bar, const std::optional<StationStatus::Progress>& progress) {
   bar.setVisible(progress.has_value());
@@ -26,12 +46,12 @@ StatusStrip::StatusStrip(const StationStatus& status, Surroundings surroundings,
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(4, 2, 4, 2);
   row->setSpacing(14);
-  bench_ = AddLabel("statusBench");
-  place_ = AddLabel("statusPlace");
-  link_ = AddLabel("statusLink");
-  stage_ = AddLabel("statusStage");
+  bench_ = Add(new QLabel(this), "statusBench");
+  place_ = Add(new Shortened(this), "statusPlace");
+  link_ = Add(new QLabel(this), "statusLink");
+  stage_ = Add(new Shortened(this), "statusStage");
   row->setStretchFactor(stage_, 1);
-  elapsed_ = AddLabel("statusElapsed");
+  elapsed_ = Add(new QLabel(this), "statusElapsed");
   transfer_ = AddBar("statusTransfer", tr("Transfer %v of %m"));
   run_ = AddBar("statusRun", tr("%v of %m"));
   ShowPlace();
@@ -40,8 +60,7 @@ StatusStrip::StatusStrip(const StationStatus& status, Surroundings surroundings,
   Look();
 }
 
-QLabel* StatusStrip::AddLabel(const char* name) {
-  auto* label = new QLabel(this);
+QLabel* StatusStrip::Add(QLabel* label, const char* name) {
   label->setObjectName(name);
   label->setTextFormat(Qt::PlainText);
   layout()->addWidget(label);

@@ -20,7 +20,7 @@ class StatusStrip final : public QWidget {
   void Look();
 
  private:
-  QLabel* AddLabel(const char* name);
+  QLabel* Add(QLabel* label, const char* name);
   QProgressBar* AddBar(const char* name, const QString& format);
   void ShowPlace();
   void ShowLink();
