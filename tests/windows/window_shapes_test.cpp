@@ -76,6 +76,18 @@ TEST_F(WindowShapes, WhatStandsInABoxIsReadWhole) {
   }
 }
 
+TEST_F(WindowShapes, WhoCannotSeeAnEntryHearsItsCaption) {
+  StationPanels& panels = windowed_->on.Panels();
+  Shown(panels.autoCal);
+  const auto spoken = [&](Control& control) { return windowed_->Of(control).accessibleName(); };
+  EXPECT_EQ(spoken(panels.autoCal.txtDCSLoss), "Channels and losses: Tx loss (dB), DCS");
+  auto* arrow = windowed_->Of(panels.autoCal.updDCSLoss).findChild<QWidget*>("up");
+  EXPECT_EQ(arrow->accessibleName(), "Channels and losses: Tx loss (dB), DCS up");
+  EXPECT_EQ(windowed_->Of(panels.main.shpTargetOnOff).accessibleDescription(), "Not used yet");
+  panels.main.shpTargetOnOff.SetBackColor(kGreen);
+  EXPECT_EQ(windowed_->Of(panels.main.shpTargetOnOff).accessibleDescription(), "Ready");
+}
+
 void CollectViews(const Layout& layout, std::vector<std::string>& views) {
   if (layout.kind == Layout::Kind::View) views.push_back(layout.text);
   for (const Layout& part : layout.parts) CollectViews(part, views);

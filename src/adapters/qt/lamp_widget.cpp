@@ -11,8 +11,8 @@ class LampWidget final : public QWidget {
  public:
   LampWidget(Lamp& lamp, QWidget* parent) : QWidget(parent), lamp_(lamp) {
     Follow(lamp, *this, [this] {
-      setAccessibleName(ToQt(lamp_.Name()) + (IsGreen() ? " on" : IsRed() ? " off" : " dark"));
       setToolTip(IsGreen() ? "Ready" : IsRed() ? "Not ready" : "Not used yet");
+      setAccessibleDescription(toolTip());
       update();
     });
   }

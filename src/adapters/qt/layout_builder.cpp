@@ -4,8 +4,10 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QToolButton>
 
 #include "adapters/qt/up_down_widget.h"
+#include "platform/layout_captions.h"
 
 namespace orvane {
 namespace {
@@ -39,7 +41,8 @@ QLabel* PlainText(const std::string& text, int characters, QWidget* parent) {
 
 class Builder {
  public:
-  Builder(WindowContext& context, const ViewMaker& views) : context_(context), views_(views) {}
+  Builder(const Layout& layout, WindowContext& context, const ViewMaker& views)
+      : context_(context), views_(views), spoken_(CaptionsBeside(layout)) {}
 
   void Place(const Layout& part, QBoxLayout& into, QWidget* parent);
   void ChainTabs() const {
@@ -61,6 +64,8 @@ class Builder {
 
   WindowContext& context_;
   const ViewMaker& views_;
+  /// What somebody hears of a control who cannot see what stands beside it.
+  const std::map<const Control*, std::string> spoken_;
   std::vector<QWidget*> focusable_;
 };
 
@@ -71,6 +76,9 @@ QWidget* Builder::Single(const Layout& part, QWidget* parent) {
     if (part.large) font.setPointSize(kLargePoints);
     font.setBold(true);
     widget->setFont(font);
+  }
+  if (const auto spoken = spoken_.find(part.control); spoken != spoken_.end()) {
+    widget->setAccessibleName(ToQt(spoken->second));
   }
   if (widget->focusPolicy() != Qt::NoFocus) focusable_.push_back(widget);
   return widget;
@@ -142,7 +150,11 @@ void Builder::PlaceControl(const Layout& place, QBoxLayout& into, QWidget* paren
   auto* pair = Bare(new QHBoxLayout);
   pair->setSpacing(0);
   pair->addWidget(widget);
-  pair->addWidget(MakeUpDown(*place.upDown, context_.hands, widget, parent));
+  QWidget* arrows = MakeUpDown(*place.upDown, context_.hands, widget, parent);
+  for (auto* arrow : arrows->findChildren<QToolButton*>()) {
+    arrow->setAccessibleName(widget->accessibleName() + u' ' + arrow->objectName());
+  }
+  pair->addWidget(arrows);
   into.addLayout(pair, place.stretch);
 }
 
@@ -215,7 +227,7 @@ QWidget* BuildLayout(const Layout& layout, WindowContext& context, const ViewMak
   auto* column = new QVBoxLayout(content);
   column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   column->setSpacing(kSpacing);
-  Builder builder(context, views);
+  Builder builder(layout, context, views);
   builder.Place(layout, *column, content);
   builder.ChainTabs();
   return content;

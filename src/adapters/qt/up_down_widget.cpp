@@ -45,7 +45,6 @@ class Arrows final : public QWidget {
   void AddArrow(const char* name, Qt::ArrowType type, int steps) {
     auto* arrow = new QToolButton(this);
     arrow->setObjectName(name);
-    arrow->setAccessibleName(ToQt(upDown_.Name()) + u' ' + QString(name));
     arrow->setArrowType(type);
     arrow->setAutoRepeat(true);
     arrow->setFocusPolicy(Qt::NoFocus);
