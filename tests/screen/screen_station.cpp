@@ -55,11 +55,11 @@ void LookUntil(const std::function<bool()>& isSo, const std::string& orElse) {
 
 }  // namespace
 
-ScreenStation::ScreenStation(XDisplay& display, const Arguments& arguments)
+ScreenStation::ScreenStation(XDisplay& display, const Arguments& arguments, const char* platform)
     : display_(display),
       displayName_("DISPLAY", display.Name()),
       runtimeFolder_("XDG_RUNTIME_DIR", folder_.Path().string()),
-      platform_("QT_QPA_PLATFORM", "xcb"),
+      platform_("QT_QPA_PLATFORM", platform),
       plugins_("QT_PLUGIN_PATH", WHEREABOUTS_FOLDER),
       whereabouts_("QT_QPA_GENERIC_PLUGINS", "whereabouts:" + (folder_ / "where")),
       process_(Windows(arguments)) {

@@ -14,7 +14,8 @@ namespace orvane::test {
 class ScreenStation {
  public:
   /// @throws std::runtime_error when its windows do not come.
-  ScreenStation(XDisplay& display, const Arguments& arguments);
+  /// On the toolkit's platform "offscreen" the display shows nothing of it.
+  ScreenStation(XDisplay& display, const Arguments& arguments, const char* platform = "xcb");
 
   struct Place {
     QRect area;

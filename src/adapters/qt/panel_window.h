@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QTimer>
 #include <functional>
 #include <string>
 
@@ -25,12 +26,16 @@ class PanelWindow final : public QMainWindow {
   void TakeItsSize();
 
  protected:
+  bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
   Panel& panel_;
   WindowContext context_;
   QByteArray place_;
+  /// Runs while the window rests from its last frame.
+  QTimer rest_;
+  bool frameWanted_ = false;
 };
 
 }  // namespace orvane

@@ -1,0 +1,76 @@
+/// What the windows cost a station: from the program's start to a main window that is served, and a road with windows
+/// beside one without.
+
+#include <iostream>
+#include <memory>
+
+#include "figures.h"
+#include "screen/screen_station.h"
+
+namespace orvane::test {
+namespace {
+
+/// From the process's start to the first turn of its loop behind the main window's exposure.
+double StartOn(XDisplay& display, const char* platform) {
+  constexpr int kStarts = 9;
+  std::vector<double> starts;
+  for (int i = 0; i < kStarts; ++i) {
+    std::unique_ptr<ScreenStation> station;
+    starts.push_back(Milliseconds([&] {
+      station = std::make_unique<ScreenStation>(display, Arguments{"--bench", "virtual"}, platform);
+    }));
+  }
+  return Median(starts);
+}
+
+/// From the operator's click to the verdict of a Target that stands on a station made ready.
+double RoadOf(Client& station) {
+  station.answersBoxes = true;
+  station.InitializeInstruments();
+  return Milliseconds([&] {
+    station.SendClick("OrvaneMain.cmdTargetInitialize");
+    if (station.Await("verdict")["result"] != "PASS") throw std::runtime_error("a good unit does not pass");
+  });
+}
+
+/// By how many parts of a hundred a road with windows takes longer. Both stand on the same busy machine, by turns.
+double WindowsBesideNone(XDisplay& display) {
+  constexpr int kRoads = 7;
+  const Arguments bench{"--automation", "stdio", "--bench", "virtual:seed=7"};
+  std::vector<double> with;
+  std::vector<double> without;
+  for (int i = 0; i < kRoads; ++i) {
+    ScreenStation seen(display, bench);
+    with.push_back(RoadOf(seen.Port()));
+    Child unseen(Orvane(bench));
+    Client port(unseen);
+    without.push_back(RoadOf(port));
+  }
+  std::printf("a road: %.0f ms with windows, %.0f ms without\n", Median(with), Median(without));
+  return 100 * (Median(with) / Median(without) - 1);
+}
+
+int Measure() {
+  Table table;
+  XDisplay display;
+  table.Add("start to a main window that is served, X11", StartOn(display, "xcb"), "ms", 500);
+  table.Add("start to a main window that is served, memory", StartOn(display, "offscreen"), "ms", 500);
+  table.Add("a road with windows takes longer by", WindowsBesideNone(display), "%", 5);
+  return table.Status();
+}
+
+}  // namespace
+}  // namespace orvane::test
+
+int main() {
+  if (!orvane::test::XDisplay::Installed()) {
+    std::cerr << "screen: Xvfb is not installed (Debian: xvfb)." << std::endl;
+    return 1;
+  }
+  try {
+    return orvane::test::Measure();
+  } catch (const std::exception& failure) {
+    std::cerr << "screen: " << failure.what() << std::endl;
+    return 1;
+  }
+}
