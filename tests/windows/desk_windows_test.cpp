@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -58,6 +59,47 @@ TEST_F(DeskWindowsTest, ABoxShowsItsTextTitleIconAndButtons) {
   });
   EXPECT_EQ(desk_.Show(kQuestion), BoxButton::No);
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(DeskWindowsTest, ABoxOfAnyTextFitsOnTheScreen) {
+  std::string lines;
+  std::string words;
+  for (int i = 0; i < 1000; ++i) {
+    lines += "line " + std::to_string(i) + "\r\n";
+    words += "word ";
+  }
+  for (const std::string& text : {lines, words, std::string(5000, '8')}) {
+    WhileOpen<QMessageBox>([&text](QMessageBox& box) {
+      const QSize room = box.screen()->availableSize();
+      EXPECT_LE(box.width(), room.width()) << text.substr(0, 20);
+      EXPECT_LE(box.height(), 680) << text.substr(0, 20);
+      EXPECT_TRUE(box.rect().contains(ButtonOf(box, "OK").geometry())) << text.substr(0, 20);
+      EXPECT_LE(box.minimumSizeHint().width(), room.width()) << "nothing is clipped";
+      EXPECT_TRUE(box.text().endsWith(u'\u2026'));
+      QTest::keyClick(&box, Qt::Key_Return);
+    });
+    EXPECT_EQ(desk_.Show({text}), BoxButton::Ok);
+  }
+}
+
+TEST_F(DeskWindowsTest, APathThatIsLongerThanALineIsReadWhole) {
+  const std::string path = "/" + std::string(200, 'p') + "/RFParams.epm";
+  WhileOpen<QMessageBox>([&path](QMessageBox& box) {
+    EXPECT_EQ(box.text().remove(u'\n').toStdString(), "File not found: " + path);
+    EXPECT_LE(box.minimumSizeHint().width(), box.screen()->availableSize().width());
+    QTest::keyClick(&box, Qt::Key_Return);
+  });
+  EXPECT_EQ(desk_.Show({"File not found: " + path}), BoxButton::Ok);
+}
+
+TEST_F(DeskWindowsTest, AFileDialogWhoseFolderIsGoneOpensAnother) {
+  FileDialog dialog{"Open", "(*.dat)|*.dat", "DAT", "/no/such/folder/unit7.dat", "/no/such/folder"};
+  WhileOpen<QFileDialog>([](QFileDialog& chooser) {
+    EXPECT_TRUE(chooser.directory().exists());
+    EXPECT_EQ(chooser.findChild<QLineEdit*>()->text(), "unit7.dat");
+    QTest::keyClick(&chooser, Qt::Key_Escape);
+  });
+  EXPECT_EQ(desk_.ShowOpen(dialog), std::nullopt);
 }
 
 TEST_F(DeskWindowsTest, EnterPressesTheFirstButton) {

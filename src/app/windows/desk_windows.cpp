@@ -1,7 +1,9 @@
 #include "app/windows/desk_windows.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -41,6 +43,29 @@ QMessageBox::ButtonRole RoleOf(BoxButton button) {
   return QMessageBox::AcceptRole;
 }
 
+/// A text whose box would be larger than a screen, its buttons beyond reach, loses its end; a word that would be
+/// wider goes on in the next line.
+QString Fitting(const QString& text) {
+  constexpr qsizetype kLongestWord = 80;
+  constexpr int kMostLines = 20;
+  constexpr qsizetype kMostCharacters = 1200;
+  QString fitting;
+  qsizetype word = 0;
+  int lines = 1;
+  for (const QChar c : text) {
+    word = c.isSpace() ? 0 : word + 1;
+    if (word > kLongestWord) {
+      fitting += u'\n';
+      word = 1;
+      ++lines;
+    }
+    if (c == u'\n') ++lines;
+    if (lines > kMostLines || fitting.size() >= kMostCharacters) return fitting + u'\u2026';
+    fitting += c;
+  }
+  return fitting;
+}
+
 }  // namespace
 
 QStringList NameFilters(const std::string& filter) {
@@ -65,7 +90,7 @@ void DeskWindows::Open(const Desk::OpenBox& open) {
   box->setObjectName("box");
   box->setWindowTitle(ToQt(open.box.title));
   box->setTextFormat(Qt::PlainText);
-  box->setText(ToQt(open.box.text).remove(u'\r'));
+  box->setText(Fitting(ToQt(open.box.text).remove(u'\r')));
   box->setTextInteractionFlags(Qt::TextSelectableByMouse);
   box->setIcon(IconOf(open.box.icon));
   for (const BoxButton button : open.box.buttons) {
@@ -92,7 +117,11 @@ void DeskWindows::Open(const Desk::OpenDialog& open) {
   dialog->setFileMode(QFileDialog::AnyFile);
   dialog->setNameFilters(NameFilters(open.dialog.filter));
   if (!open.dialog.initialFolder.empty()) dialog->setDirectory(ToQt(open.dialog.initialFolder));
-  if (!open.dialog.fileName.empty()) dialog->selectFile(ToQt(open.dialog.fileName));
+  if (!open.dialog.fileName.empty()) {
+    // The folder of the last time may be gone; its path would be taken for one below the folder that is shown.
+    const QFileInfo last(ToQt(open.dialog.fileName));
+    dialog->selectFile(last.dir().exists() ? last.filePath() : last.fileName());
+  }
   QObject::connect(dialog.get(), &QDialog::finished, dialog.get(),
                    [this, id = open.id, chooser = dialog.get()](int result) {
                      std::optional<std::string> path;
