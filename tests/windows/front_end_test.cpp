@@ -34,6 +34,7 @@ TEST_F(FrontEndTest, NoWindowComesUpRightOverAnotherOneOrOffTheScreen) {
                        static_cast<Panel*>(&on_.Panels().baseBand)}) {
     const QRect place = Shown(*panel);
     EXPECT_TRUE(room.intersects(place)) << panel->Name();
+    EXPECT_TRUE(room.contains(place.topLeft())) << panel->Name() << ": it is moved by the bar at its top";
     for (const QRect& other : places) EXPECT_NE(place.topLeft(), other.topLeft()) << panel->Name();
     places.push_back(place);
   }

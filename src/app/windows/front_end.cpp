@@ -54,7 +54,9 @@ void FrontEnd::Place(PanelWindow& window, const Panel& panel) {
     place.moveTopLeft(room.topLeft() + QPoint(kStep, kStep) * static_cast<int>(windows_.size() - 1));
     if (!room.contains(place)) place.moveBottomRight(room.bottomRight());
   }
-  window.setGeometry(place);
+  window.resize(place.size());
+  // Its frame with it: the bar that a window is moved by stays on the screen.
+  window.move(place.topLeft());
 }
 
 ViewMaker FrontEnd::ViewsOf(Panel& panel) {
