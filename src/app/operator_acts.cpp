@@ -47,15 +47,15 @@ Act SetSelect(Operator& hand, Control& control, const Json& params) {
     };
   }
   if (auto* list = As<ListBox>(control)) {
-    return [=] {
+    return [=, &hand] {
       RequireEnabled(*list);
-      list->Select(IndexOf(list->Items(), text));
+      ThrowIfStopped(hand.Mark(*list, IndexOf(list->Items(), text)));
     };
   }
   if (auto* tabs = As<TabControl>(control)) {
-    return [=] {
+    return [=, &hand] {
       RequireEnabled(*tabs);
-      tabs->Select(IndexOf(tabs->Tabs(), text));
+      ThrowIfStopped(hand.TurnTo(*tabs, IndexOf(tabs->Tabs(), text)));
     };
   }
   FailFit(control, "select");

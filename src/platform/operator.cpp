@@ -81,6 +81,16 @@ Operator::Outcome Operator::Pick(ComboBox& combo, std::size_t index) {
   return Act(combo, [&] { combo.Pick(index); });
 }
 
+Operator::Outcome Operator::Mark(ListBox& list, int row) {
+  return Act(list, [&] {
+    if (row >= 0 && static_cast<std::size_t>(row) < list.Items().size()) list.Select(row);
+  });
+}
+
+Operator::Outcome Operator::TurnTo(TabControl& tabs, int page) {
+  return Act(tabs, [&] { tabs.Select(page); });
+}
+
 Operator::Outcome Operator::Move(UpDown& upDown, Long value) {
   return Act(upDown, [&] { upDown.MoveTo(value); });
 }

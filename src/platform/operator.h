@@ -44,6 +44,9 @@ class Operator {
   /// The focus leaves the box, which may be disabled by then.
   Outcome Leave(TextBox& box);
   Outcome Pick(ComboBox& combo, std::size_t index);
+  /// A row that the list has no more is passed over.
+  Outcome Mark(ListBox& list, int row);
+  Outcome TurnTo(TabControl& tabs, int page);
   Outcome Move(UpDown& upDown, Long value);
   Outcome Step(UpDown& upDown, int steps);
   /// The close button of the panel's window.

@@ -4,10 +4,12 @@
 #include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QLineEdit>
+#include <QListView>
 #include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QToolButton>
 #include <QWheelEvent>
 
@@ -241,6 +243,45 @@ TEST_F(OddInput, AButtonOfARunTellsWhyItIsDisabled) {
   EXPECT_EQ(inRun, "A run is under way.");
   EXPECT_TRUE(button.isEnabled());
   EXPECT_EQ(button.toolTip(), "");
+}
+
+TEST_F(OddInput, ARowIsMarkedByKeyAsByMouseAndNotByTheFocusAlone) {
+  FrmMPAutoCal& panel = Panels().mpAutoCal;
+  Show(panel);
+  ListBox& list = panel.lstMPRxChannelCalResult;
+  for (const char* row : {"one", "two", "three"}) list.AddItem(row);
+  auto& view = station_->Of<QListView>(list);
+  view.setFocus(Qt::TabFocusReason);
+  station_->Settle();
+  EXPECT_EQ(list.Selected(), -1);
+
+  QTest::keyClick(&view, Qt::Key_Down);
+  QTest::keyClick(&view, Qt::Key_Down);
+  station_->Settle();
+  EXPECT_EQ(list.Selected(), 2);
+  QTest::keyClick(&view, Qt::Key_Home);
+  station_->Settle();
+  EXPECT_EQ(list.Selected(), 0);
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier,
+                    view.visualRect(view.model()->index(1, 0)).center());
+  station_->Settle();
+  EXPECT_EQ(list.Selected(), 1);
+
+  // A row that was gone before its turn came.
+  QTest::keyClick(&view, Qt::Key_End);
+  list.Clear();
+  station_->Settle();
+  EXPECT_EQ(list.Selected(), -1);
+}
+
+TEST_F(OddInput, ADisabledTabControlTurnsToNoPage) {
+  Show(Panels().main);
+  auto& tabs = station_->Of<QTabWidget>(Panels().main.SSTab1);
+  tabs.setCurrentIndex(2);
+  Panels().main.SSTab1.SetEnabled(false);
+  station_->Settle();
+  EXPECT_EQ(Panels().main.SSTab1.Selected(), 0);
+  EXPECT_EQ(tabs.currentIndex(), 0);
 }
 
 }  // namespace

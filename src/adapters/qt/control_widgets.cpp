@@ -95,7 +95,7 @@ QWidget* MakeTabs(TabControl& tabs, Hands& hands, QWidget* parent) {
   };
   Follow(tabs, *widget, showPage);
   QObject::connect(widget, &QTabWidget::currentChanged, widget, [&tabs, &hands, showPage](int page) {
-    hands.Do([&tabs, page](Operator&) { tabs.Select(page); }, showPage);
+    hands.Do([&tabs, page](Operator& hand) { hand.TurnTo(tabs, page); }, showPage);
   });
   return widget;
 }

@@ -71,9 +71,6 @@ class RowsView final : public QListView {
       ShowSelected();
     });
     list.rowAdded.Connect([this](const std::string&) { ShowAdded(); });
-    connect(this, &QListView::clicked, this, [this](const QModelIndex& index) {
-      hands_.Do([this, row = index.row()](Operator&) { list_.Select(row); }, [this] { ShowSelected(); });
-    });
   }
 
  protected:
@@ -83,6 +80,14 @@ class RowsView final : public QListView {
     } else {
       QListView::keyPressEvent(event);
     }
+  }
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
+    QListView::currentChanged(current, previous);
+    TakeMark();
+  }
+  void selectionChanged(const QItemSelection& marked, const QItemSelection& unmarked) override {
+    QListView::selectionChanged(marked, unmarked);
+    TakeMark();
   }
 
  private:
@@ -101,6 +106,12 @@ class RowsView final : public QListView {
   void ShowSelected() {
     const QModelIndex wanted = rows_->index(list_.Selected());
     if (wanted.isValid() && currentIndex() != wanted) setCurrentIndex(wanted);
+  }
+  /// A row was marked by mouse or by key; the focus alone marks none.
+  void TakeMark() {
+    const QModelIndex current = currentIndex();
+    if (current.row() == list_.Selected() || !selectionModel()->isSelected(current)) return;
+    hands_.Do([this, row = current.row()](Operator& hand) { hand.Mark(list_, row); }, [this] { ShowSelected(); });
   }
   void CopyMarked() const {
     auto marked = selectionModel()->selectedIndexes();
