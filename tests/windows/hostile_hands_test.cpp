@@ -1,5 +1,4 @@
 #include <QClipboard>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QListView>
 #include <QPlainTextEdit>
@@ -178,40 +177,6 @@ TEST_F(HostileHands, AConsoleAtItsLimitShowsWhatItHasAndKeepsASelection) {
   const QString before = view.textCursor().selectedText();
   box.AppendQuietly("one more\r\n");
   EXPECT_EQ(view.textCursor().selectedText(), before);
-}
-
-/// Counts the frames in which a widget is drawn.
-class Frames final : public QObject {
- public:
-  explicit Frames(QWidget& widget) : QObject(&widget) { widget.installEventFilter(this); }
-  [[nodiscard]] int Drawn() const { return drawn_; }
-
- protected:
-  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-    if (event->type() == QEvent::Paint) ++drawn_;
-    return false;
-  }
-
- private:
-  int drawn_ = 0;
-};
-
-TEST_F(HostileHands, AWindowThatIsWrittenToWithoutEndRestsBetweenItsFrames) {
-  constexpr qint64 kShortestRestMs = 15;
-  Show(Panels().main);
-  station_->Settle();
-  QWidget& drawn = *station_->Of<QPlainTextEdit>(Panels().main.txtResults).viewport();
-  const auto& frames = *new Frames(drawn);
-  QElapsedTimer time;
-  time.start();
-  for (int write = 0; write < 50; ++write) {
-    drawn.update();
-    QEvent request(QEvent::UpdateRequest);
-    QCoreApplication::sendEvent(drawn.window(), &request);
-  }
-  const int meanwhile = frames.Drawn();
-  EXPECT_LE(meanwhile, time.elapsed() / kShortestRestMs + 1);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return frames.Drawn() > meanwhile; })) << "what was written last is drawn, too";
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QTimer>
 #include <functional>
 #include <string>
 
@@ -26,16 +25,12 @@ class PanelWindow final : public QMainWindow {
   void TakeItsSize();
 
  protected:
-  bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
   Panel& panel_;
   WindowContext context_;
   QByteArray place_;
-  /// Runs while the window rests from its last frame.
-  QTimer rest_;
-  bool frameWanted_ = false;
 };
 
 }  // namespace orvane
