@@ -51,30 +51,8 @@ auto Of(Group StationState::*group, Value Group::*member) {
   return [=](const StationState& state) { return JsonOf(state.*group.*member); };
 }
 
-const std::vector<StateRow>& StateRows() {
-  static const std::vector<StateRow> rows{
-      StateRow{"ReplyDone", Of(&StationState::reply, &ReplyState::ReplyDone)},
-      StateRow{"TMStatus", Of(&StationState::reply, &ReplyState::TMStatus)},
-      StateRow{"ReplyOperation", Of(&StationState::reply, &ReplyState::ReplyOperation)},
-      StateRow{"ReplyItem", Of(&StationState::reply, &ReplyState::ReplyItem)},
-      // Bytes as they came, one character each.
-      StateRow{"ReplyBuffer", [](const StationState& state) { return Json(TextOfBytes(state.reply.ReplyBuffer)); }},
-      StateRow{"ReplyBytes", Of(&StationState::reply, &ReplyState::ReplyBytes)},
-      StateRow{"ReplySpin", Of(&StationState::reply, &ReplyState::ReplySpin)},
-      StateRow{"ReplyHandled", Of(&StationState::reply, &ReplyState::ReplyHandled)},
-      StateRow{"PlainReplyMode", Of(&StationState::reply, &ReplyState::PlainReplyMode)},
-      StateRow{"SyncDelay", Of(&StationState::reply, &ReplyState::SyncDelay)},
-      StateRow{"TargetMode", Of(&StationState::reply, &ReplyState::TargetMode)},
-      StateRow{"CommEventText", Of(&StationState::reply, &ReplyState::CommEventText)},
-      StateRow{"CommErrorText", Of(&StationState::reply, &ReplyState::CommErrorText)},
-      StateRow{"AdcEnableValue", Of(&StationState::reply, &ReplyState::AdcEnableValue)},
-      StateRow{"ConvertedAdcValue", Of(&StationState::reply, &ReplyState::ConvertedAdcValue)},
-      StateRow{"RawAdcValue", Of(&StationState::reply, &ReplyState::RawAdcValue)},
-      StateRow{"CurrentTestModeValue", Of(&StationState::reply, &ReplyState::CurrentTestModeValue)},
-      StateRow{"PowerMeasureTimes10", Of(&StationState::reply, &ReplyState::PowerMeasureTimes10)},
-      StateRow{"RawAdcStage", Of(&StationState::reply, &ReplyState::RawAdcStage)},
-      StateRow{"RawAdcSkip", Of(&StationState::reply, &ReplyState::RawAdcSkip)},
-      StateRow{"RawAdcOutOfWindow", Of(&StationState::reply, &ReplyState::RawAdcOutOfWindow)},
+std::vector<StateRow> OtherRows() {
+  return {
       StateRow{"LogFileNumber", Of(&StationState::console, &ConsoleState::LogFileNumber)},
       StateRow{"LogOffState", Of(&StationState::console, &ConsoleState::LogOffState)},
       StateRow{"LogFileName", Of(&StationState::console, &ConsoleState::LogFileName)},
@@ -121,6 +99,43 @@ const std::vector<StateRow>& StateRows() {
       StateRow{"CC2CVADCSaved", Of(&StationState::charger, &ChargerState::CC2CVADCSaved)},
       StateRow{"ShutDownADCSaved", Of(&StationState::charger, &ChargerState::ShutDownADCSaved)},
   };
+}
+
+std::vector<StateRow> ReplyRows() {
+  return {
+      StateRow{"ReplyDone", Of(&StationState::reply, &ReplyState::ReplyDone)},
+      StateRow{"TMStatus", Of(&StationState::reply, &ReplyState::TMStatus)},
+      StateRow{"ReplyOperation", Of(&StationState::reply, &ReplyState::ReplyOperation)},
+      StateRow{"ReplyItem", Of(&StationState::reply, &ReplyState::ReplyItem)},
+      // Bytes as they came, one character each.
+      StateRow{"ReplyBuffer", [](const StationState& state) { return Json(TextOfBytes(state.reply.ReplyBuffer)); }},
+      StateRow{"ReplyBytes", Of(&StationState::reply, &ReplyState::ReplyBytes)},
+      StateRow{"ReplySpin", Of(&StationState::reply, &ReplyState::ReplySpin)},
+      StateRow{"ReplyHandled", Of(&StationState::reply, &ReplyState::ReplyHandled)},
+      StateRow{"PlainReplyMode", Of(&StationState::reply, &ReplyState::PlainReplyMode)},
+      StateRow{"SyncDelay", Of(&StationState::reply, &ReplyState::SyncDelay)},
+      StateRow{"TargetMode", Of(&StationState::reply, &ReplyState::TargetMode)},
+      StateRow{"CommEventText", Of(&StationState::reply, &ReplyState::CommEventText)},
+      StateRow{"CommErrorText", Of(&StationState::reply, &ReplyState::CommErrorText)},
+      StateRow{"AdcEnableValue", Of(&StationState::reply, &ReplyState::AdcEnableValue)},
+      StateRow{"ConvertedAdcValue", Of(&StationState::reply, &ReplyState::ConvertedAdcValue)},
+      StateRow{"RawAdcValue", Of(&StationState::reply, &ReplyState::RawAdcValue)},
+      StateRow{"CurrentTestModeValue", Of(&StationState::reply, &ReplyState::CurrentTestModeValue)},
+      StateRow{"PowerMeasureTimes10", Of(&StationState::reply, &ReplyState::PowerMeasureTimes10)},
+      StateRow{"RawAdcStage", Of(&StationState::reply, &ReplyState::RawAdcStage)},
+      StateRow{"RawAdcSkip", Of(&StationState::reply, &ReplyState::RawAdcSkip)},
+      StateRow{"RawAdcOutOfWindow", Of(&StationState::reply, &ReplyState::RawAdcOutOfWindow)},
+  };
+}
+
+/// All rows.
+const std::vector<StateRow>& StateRows() {
+  static const std::vector<StateRow> rows = [] {
+    std::vector<StateRow> all = ReplyRows();
+    const std::vector<StateRow> more = OtherRows();
+    all.insert(all.end(), more.begin(), more.end());
+    return all;
+  }();
   return rows;
 }
 

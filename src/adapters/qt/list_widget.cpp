@@ -70,6 +70,8 @@ class RowsView final : public QListView {
       rows_->TakeAll();
       ShowSelected();
     });
+    followEnd_.setSingleShot(true);
+    connect(&followEnd_, &QTimer::timeout, this, [this] { scrollToBottom(); });
     list.rowAdded.Connect([this](const std::string&) { ShowAdded(); });
   }
 
@@ -93,15 +95,10 @@ class RowsView final : public QListView {
  private:
   void ShowAdded() {
     const QScrollBar& bar = *verticalScrollBar();
-    const bool atEnd = followsEnd_ || bar.value() == bar.maximum();
+    const bool atEnd = followEnd_.isActive() || bar.value() == bar.maximum();
     rows_->TakeRow();
-    if (!atEnd || followsEnd_) return;
     // Once for all rows that come in one turn: the view lays out all its rows for it.
-    followsEnd_ = true;
-    QTimer::singleShot(0, this, [this] {
-      followsEnd_ = false;
-      scrollToBottom();
-    });
+    if (atEnd) followEnd_.start();
   }
   void ShowSelected() {
     const QModelIndex wanted = rows_->index(list_.Selected());
@@ -124,7 +121,7 @@ class RowsView final : public QListView {
   ListBox& list_;
   Hands& hands_;
   Rows* rows_;
-  bool followsEnd_ = false;
+  QTimer followEnd_;
 };
 
 }  // namespace
