@@ -2,6 +2,7 @@
 
 #include <QScreen>
 
+#include "app/windows/status_strip.h"
 #include "windows/windows_test.h"
 
 namespace orvane::test {
@@ -38,6 +39,19 @@ TEST_F(FrontEndTest, NoWindowComesUpRightOverAnotherOneOrOffTheScreen) {
     for (const QRect& other : places) EXPECT_NE(place.topLeft(), other.topLeft()) << panel->Name();
     places.push_back(place);
   }
+}
+
+TEST_F(FrontEndTest, TheMainWindowFitsOnASmallScreenWithItsStatus) {
+  const StationStatus status(on_.loop, on_.bench.Serial(), on_.State(), on_.Panels());
+  QWidget* strip = nullptr;
+  windows_.belowMain = [&](QWidget* parent) { return strip = new StatusStrip(status, Surroundings{}, parent); };
+  Shown(on_.Panels().main);
+  ASSERT_NE(strip, nullptr);
+  EXPECT_TRUE(strip->isVisible());
+  const QSize least = windows_.WindowOf(on_.Panels().main)->minimumSizeHint();
+  EXPECT_LE(least.width(), 1270);
+  EXPECT_LE(least.height(), 680);
+  delete strip;  // It looks at a status that goes before the windows.
 }
 
 TEST_F(FrontEndTest, AVerdictComesUpInTheMiddleOfTheScreen) {

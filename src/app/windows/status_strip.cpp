@@ -21,7 +21,8 @@ class Shortened final : public QLabel {
 
   [[nodiscard]] QSize minimumSizeHint() const override {
     constexpr int kCharacters = 12;
-    return {fontMetrics().horizontalAdvance(u'0') * kCharacters, QLabel::minimumSizeHint().height()};
+    const QSize whole = QLabel::minimumSizeHint();
+    return {std::min(whole.width(), fontMetrics().horizontalAdvance(u'0') * kCharacters), whole.height()};
   }
 
  protected:
@@ -31,6 +32,8 @@ class Shortened final : public QLabel {
     QPainter(this).drawText(rect(), Qt::AlignVCenter | Qt::TextSingleLine, seen);
   }
 };
+
+QString WaitingText() { return StatusStrip::tr("\u2026 Waiting for a reply"); }
 
 void Show(QProgressBar& bar, const std::optional<StationStatus::Progress>& progress) {
   bar.setVisible(progress.has_value());
@@ -44,11 +47,13 @@ void Show(QProgressBar& bar, const std::optional<StationStatus::Progress>& progr
 StatusStrip::StatusStrip(const StationStatus& status, Surroundings surroundings, QWidget* parent)
     : QWidget(parent), status_(status), surroundings_(std::move(surroundings)) {
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(4, 2, 4, 2);
+  row->setContentsMargins(4, 0, 4, 0);
   row->setSpacing(14);
   bench_ = Add(new QLabel(this), "statusBench");
   place_ = Add(new Shortened(this), "statusPlace");
   link_ = Add(new QLabel(this), "statusLink");
+  // What stands behind it keeps its place when a reply takes long.
+  link_->setMinimumWidth(fontMetrics().horizontalAdvance(WaitingText()));
   stage_ = Add(new Shortened(this), "statusStage");
   row->setStretchFactor(stage_, 1);
   elapsed_ = Add(new QLabel(this), "statusElapsed");
@@ -95,7 +100,7 @@ void StatusStrip::ShowLink() {
       case StationStatus::Link::NoReply:
         return tr("\u2715 No reply");
       case StationStatus::Link::Waiting:
-        if (waits_ >= kLooksThatAreWaiting) return tr("\u2026 Waiting for a reply");
+        if (waits_ >= kLooksThatAreWaiting) return WaitingText();
         break;
       case StationStatus::Link::Open:
         break;

@@ -1,6 +1,7 @@
 #include "adapters/qt/views/ramp_shape_view.h"
 
 #include <QCategoryAxis>
+#include <QLegend>
 #include <QLineSeries>
 #include <QPointer>
 #include <QScatterSeries>
@@ -22,6 +23,8 @@ class RampShapeView final : public ChartView {
   RampShapeView(RampEditorFace& face, QWidget* parent)
       : ChartView(parent), up_{face.txtUP, 0}, down_{face.txtDN, kDownFrom} {
     setAccessibleName(tr("Ramp shape"));
+    // A wide and low chart has its room beside it.
+    chart()->legend()->setAlignment(Qt::AlignRight);
     AddBoxAxis();
     values_ = AddAxis(Qt::AlignLeft, tr("Value"));
     values_->setLabelFormat("%d");
@@ -40,7 +43,6 @@ class RampShapeView final : public ChartView {
 
   void AddBoxAxis() {
     boxAxis_ = new QCategoryAxis;
-    boxAxis_->setTitleText(tr("Box, up part and down part"));
     boxAxis_->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
     boxAxis_->setRange(-0.5, kDownFrom + kBoxes - 0.5);
     for (const int box : {0, 5, 10, 15}) boxAxis_->append("UP " + QString::number(box), box);
