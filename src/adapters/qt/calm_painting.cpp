@@ -12,9 +12,9 @@ using std::chrono::milliseconds;
 using std::chrono::nanoseconds;
 
 /// Of the time between two paintings, one part in so many goes to the painting.
-constexpr int kShare = 40;
+constexpr int kShare = 30;
 /// However dear a painting was, it may have been the first one, or the machine busy.
-constexpr milliseconds kLongestRest{250};
+constexpr milliseconds kLongestRest{100};
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include "adapters/qt/panel_window.h"
 
 #include <QCloseEvent>
+#include <QScreen>
 
 #include "adapters/qt/calm_painting.h"
 #include "adapters/qt/layout_builder.h"
@@ -16,9 +17,10 @@ PanelWindow::PanelWindow(Panel& panel, const Layout& layout, Hands& hands, const
 }
 
 void PanelWindow::TakeItsSize() {
-  // What would like more room than a small screen has gets it from whoever enlarges the window.
+  // What would like more room than a small screen has gets it on a larger one, but not all of it.
   constexpr QSize kSmallScreen(1270, 680);
-  resize(sizeHint().boundedTo(kSmallScreen).expandedTo(minimumSizeHint()));
+  const QSize room = (screen()->availableSize() * 4 / 5).expandedTo(kSmallScreen);
+  resize(sizeHint().boundedTo(room).expandedTo(minimumSizeHint()));
 }
 
 void PanelWindow::FollowPanel() {
