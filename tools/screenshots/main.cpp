@@ -16,6 +16,7 @@
 
 #include "app/program.h"
 #include "app/windows/front_end.h"
+#include "app/windows/status_strip.h"
 #include "app/windows/theme.h"
 
 namespace {
@@ -32,12 +33,17 @@ class Photographer {
  public:
   Photographer(const orvane::bench::BenchOptions& bench, std::filesystem::path folder)
       : program_(OptionsOf(bench)),
+        status_(program_.TheWorld().loop, program_.TheWorld().Ports().mscomTarget, program_.TheStation().State(),
+                program_.TheStation().Panels()),
         frontEnd_(program_.TheWorld().loop, program_.TheWorld().desk, program_.TheStation()),
         folder_(std::move(folder)),
         hand_(program_.TheStation().Nest()) {
     program_.TheWorld().desk.boxOpened.Connect([this](const Desk::OpenBox& open) {
       program_.TheWorld().loop.Post([this, id = open.id, box = open.box] { AnswerBox(id, box); });
     });
+    frontEnd_.belowMain = [this](QWidget* parent) {
+      return new orvane::StatusStrip(status_, orvane::SurroundingsOf(program_.TheOptions()), parent);
+    };
     program_.TheStation().Start();
   }
 
@@ -47,6 +53,17 @@ class Photographer {
     hand_.Click(Panels().main.cmdPSInitialize);
     program_.TheStation().Nest().Run([&] { Panels().baseBand.Touch(); });
     hand_.Click(Panels().baseBand.load.initialize);
+  }
+  /// The windows of a run, while it looks for that level.
+  void TakeInRun(const std::string& level) {
+    program_.TheStation().State().searchTrail.passed.Connect([this, level, taken = false](const auto&) mutable {
+      if (taken || program_.TheStation().State().searchTrail.Last()->subject.name != level) return;
+      taken = true;
+      program_.TheWorld().loop.Post([this] {
+        Take(Panels().main, "OrvaneMain-in-a-run");
+        Take(Panels().autoCal, "frmAutoCal-in-a-run");
+      });
+    });
   }
   void RunTarget() { hand_.Click(Panels().main.cmdTargetInitialize); }
 
@@ -94,6 +111,7 @@ class Photographer {
   }
 
   Program program_;
+  orvane::StationStatus status_;
   FrontEnd frontEnd_;
   std::filesystem::path folder_;
   Operator hand_;
@@ -104,6 +122,7 @@ class Photographer {
 void TakeAll(const std::filesystem::path& folder) {
   Photographer good({}, folder);
   good.InitializeInstruments();
+  good.TakeInRun("GSM level 12");
   good.RunTarget();
   good.TakeTabs(good.Panels().main);
   for (Panel* panel : good.Panels().All()) {
