@@ -53,6 +53,12 @@ void LookUntil(const std::function<bool()>& isSo, const std::string& orElse) {
   }
 }
 
+/// What the toolkit and its libraries leave to the system at their end is no leak of the station's.
+std::string LeakOptions(const std::string& file) {
+  Fill(file, "leak:libdbus\nleak:libXcursor\nleak:libQt6\nleak:libfontconfig\n");
+  return "print_suppressions=0:suppressions=" + file;
+}
+
 }  // namespace
 
 ScreenStation::ScreenStation(XDisplay& display, const Arguments& arguments, const char* platform)
@@ -62,6 +68,7 @@ ScreenStation::ScreenStation(XDisplay& display, const Arguments& arguments, cons
       platform_("QT_QPA_PLATFORM", platform),
       plugins_("QT_PLUGIN_PATH", WHEREABOUTS_FOLDER),
       whereabouts_("QT_QPA_GENERIC_PLUGINS", "whereabouts:" + (folder_ / "where")),
+      leaks_("LSAN_OPTIONS", LeakOptions(folder_ / "leaks")),
       process_(Windows(arguments)) {
   port_.answersBoxes = false;
   (void)Await("OrvaneMain");

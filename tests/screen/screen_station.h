@@ -46,6 +46,7 @@ class ScreenStation {
   Variable platform_;
   Variable plugins_;
   Variable whereabouts_;
+  Variable leaks_;
   Child process_;
   Client port_{process_};
 };
