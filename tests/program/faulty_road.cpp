@@ -140,9 +140,22 @@ class Road {
     }
     station_.Click("OrvaneMain.cmdTargetReset");
     bench_->Kill();
-    bench_.emplace(arguments);
+    bench_.reset();
+    EmplaceBench(arguments);
     wire_.LeadTo(*bench_);
     station_.InitializeInstruments();
+  }
+
+  /// At the places that the first bench left; a client of another road may hold one of them for as long as it lasts.
+  void EmplaceBench(const Arguments& arguments) {
+    for (int tries = 100; !bench_; --tries) {
+      try {
+        bench_.emplace(arguments);
+      } catch (const std::runtime_error&) {
+        if (tries == 0) throw;
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+      }
+    }
   }
 
   void TakesAWholeRoad() {
