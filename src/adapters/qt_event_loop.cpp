@@ -70,11 +70,16 @@ void QtEventLoop::WakeAt(TimePoint when) {
   ::timerfd_settime(timer_, TFD_TIMER_ABSTIME, &alarm, nullptr);
 }
 
+TimePoint QtEventLoop::NextDue(TimePoint until) const {
+  return events_.empty() ? until : std::min(until, events_.top().when);
+}
+
 void QtEventLoop::Yield(TimePoint until) {
   const bool systemServed = ServeSystem(QEventLoop::AllEvents);
   if (ServeDue() || systemServed || until <= Now()) return;
 
-  WakeAt(events_.empty() ? until : std::min(until, events_.top().when));
+  if (onFreeTime) onFreeTime(NextDue(until));
+  WakeAt(NextDue(until));
   ServeSystem(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
   ServeDue();
 }

@@ -30,6 +30,9 @@ class QtEventLoop final : public EventLoop {
   void Spin(std::int64_t turns) override;
   void PostAt(TimePoint when, std::function<void()> event) override;
 
+  /// Ahead of each sleep: until when it will last, unless the system has an event. What takes processor time and can
+  /// wait, such as painting, costs the station nothing there.
+  std::function<void(TimePoint)> onFreeTime;
   /// The display has gone; told once, as an event. All else is served as before.
   std::function<void()> onDisplayGone;
 
@@ -43,6 +46,7 @@ class QtEventLoop final : public EventLoop {
 
   bool ServeSystem(QEventLoop::ProcessEventsFlags flags);
   bool ServeDue();
+  [[nodiscard]] TimePoint NextDue(TimePoint until) const;
   void WakeAt(TimePoint when);
 
   bool displayGone_ = false;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adapters/qt_test.h"
@@ -60,6 +61,39 @@ TEST_F(QtLoop, AWaitSleepsAndUsesNoProcessorTime) {
   YieldFor(100ms);
   EXPECT_GE(loop_.Now() - start, 100ms);
   EXPECT_LT(ProcessorTime() - used, 20ms);
+}
+
+TEST_F(QtLoop, FreeTimeIsToldAheadOfASleepUpToTheNextEvent) {
+  std::vector<TimePoint> told;
+  loop_.onFreeTime = [&](TimePoint until) { told.push_back(until); };
+  loop_.Post([] {});
+  loop_.Yield(loop_.Now() + 1s);
+  EXPECT_TRUE(told.empty()) << "it has work to do";
+
+  const TimePoint due = loop_.Now() + 20ms;
+  bool served = false;
+  loop_.PostAt(due, [&] { served = true; });
+  while (!served) loop_.Yield(kForever);
+  ASSERT_FALSE(told.empty());
+  for (const TimePoint until : told) EXPECT_EQ(until, due);
+
+  told.clear();
+  const TimePoint end = loop_.Now() + 3ms;
+  while (loop_.Now() < end) loop_.Yield(end);
+  ASSERT_FALSE(told.empty());
+  EXPECT_EQ(told.front(), end);
+}
+
+TEST_F(QtLoop, WhatIsPostedInFreeTimeIsServedWithoutASleep) {
+  bool posted = false;
+  bool served = false;
+  loop_.onFreeTime = [&](TimePoint) {
+    if (!std::exchange(posted, true)) loop_.Post([&] { served = true; });
+  };
+  const TimePoint end = loop_.Now() + 10s;
+  while (!served && loop_.Now() < end) loop_.Yield(end);
+  EXPECT_TRUE(served);
+  EXPECT_LT(loop_.Now(), end);
 }
 
 TEST_F(QtLoop, ATimeThatHasPassedReturnsAtOnce) {

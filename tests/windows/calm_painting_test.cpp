@@ -4,9 +4,12 @@
 
 #include <QElapsedTimer>
 #include <QTest>
+#include <thread>
 
 namespace orvane::test {
 namespace {
+
+using namespace std::chrono_literals;
 
 /// Counts how often it is painted, and what it painted last.
 class Picture final : public QWidget {
@@ -14,14 +17,17 @@ class Picture final : public QWidget {
   void Show(int number) {
     number_ = number;
     update();
+    QCoreApplication::processEvents();
   }
   int paintings = 0;
   int painted = 0;
+  std::chrono::milliseconds cost{0};
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
     ++paintings;
     painted = number_;
+    std::this_thread::sleep_for(cost);
   }
 
  private:
@@ -43,7 +49,7 @@ class CalmPaintingTest : public testing::Test {
     }
   }
   Picture picture_;
-  CalmPainting* calm_ = new CalmPainting(picture_);
+  CalmPainting calm_{picture_};
 };
 
 TEST_F(CalmPaintingTest, AFloodOfChangesIsPaintedSixtyTimesASecond) {
@@ -53,7 +59,7 @@ TEST_F(CalmPaintingTest, AFloodOfChangesIsPaintedSixtyTimesASecond) {
   time.start();
   for (int change = 1; change <= kChanges; ++change) {
     picture_.Show(change);
-    QCoreApplication::processEvents();
+    calm_.UseFreeTime(1h);
   }
   const auto atMost = time.elapsed() / CalmPainting::kShortestRest.count() + 2;
   ASSERT_LT(atMost, kChanges / 2) << "the machine is too slow to tell";
@@ -61,19 +67,38 @@ TEST_F(CalmPaintingTest, AFloodOfChangesIsPaintedSixtyTimesASecond) {
   EXPECT_TRUE(QTest::qWaitFor([this] { return picture_.painted == kChanges; })) << "the last one is seen";
 }
 
-TEST_F(CalmPaintingTest, AChangeOfARestedWindowIsPaintedAtOnce) {
+TEST_F(CalmPaintingTest, ARestedWindowIsPaintedInTheFirstFreeTimeBehindAChange) {
   for (int change = 1; change <= 3; ++change) {
     picture_.Show(change);
-    QCoreApplication::processEvents();
+    EXPECT_NE(picture_.painted, change);
+    calm_.UseFreeTime(1h);
     EXPECT_EQ(picture_.painted, change);
     Rest();
   }
 }
 
+TEST_F(CalmPaintingTest, FreeTimeThatIsTooShortForItIsLeftAlone) {
+  picture_.cost = 20ms;
+  picture_.Show(1);
+  calm_.UseFreeTime(1h);
+  Rest();
+  picture_.Show(2);
+  calm_.UseFreeTime(19ms);
+  EXPECT_EQ(picture_.painted, 1);
+  calm_.UseFreeTime(1h);
+  EXPECT_EQ(picture_.painted, 2);
+}
+
+TEST_F(CalmPaintingTest, WithoutFreeTimeItIsPaintedAWhileLater) {
+  picture_.Show(1);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return picture_.painted == 1; }));
+}
+
 TEST_F(CalmPaintingTest, ARestedWindowIsNotPaintedWithoutAChange) {
-  const int before = calm_->Paintings();
+  const int before = calm_.Paintings();
+  calm_.UseFreeTime(1h);
   QTest::qWait(150);
-  EXPECT_EQ(calm_->Paintings(), before);
+  EXPECT_EQ(calm_.Paintings(), before);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "app/windows/front_end.h"
 
 #include <QScreen>
+#include <algorithm>
 
 #include "app/windows/status_strip.h"
 #include "windows/windows_test.h"
@@ -26,6 +27,27 @@ TEST_F(FrontEndTest, APanelHasNoWindowBeforeItIsShown) {
   EXPECT_EQ(windows_.WindowOf(on_.Panels().baseBand), nullptr);
   Shown(on_.Panels().baseBand);
   EXPECT_TRUE(windows_.WindowOf(on_.Panels().baseBand)->isVisible());
+}
+
+TEST_F(FrontEndTest, WindowsAreMadeAheadOneByOneWhileNothingIsUnderWay) {
+  Shown(on_.Panels().main);
+  const auto made = [this] {
+    const auto panels = LayOutAll(on_.Panels());
+    return std::ranges::count_if(panels, [&](const auto& l) { return windows_.WindowOf(*l.panel) != nullptr; });
+  };
+  windows_.UseFreeTime(on_.loop.Now() + std::chrono::seconds(3));  // As in a wait for a reply.
+  EXPECT_EQ(made(), 1);
+  for (int turn = 2; turn <= 5; ++turn) {
+    windows_.UseFreeTime(kForever);
+    EXPECT_EQ(made(), turn);
+    on_.loop.Yield(on_.loop.Now() + TimePoint{1});
+  }
+  const auto all = static_cast<int>(LayOutAll(on_.Panels()).size());
+  for (int turn = 0; turn < all; ++turn) windows_.UseFreeTime(kForever);
+  EXPECT_EQ(made(), all);
+  for (const auto& layout : LayOutAll(on_.Panels())) {
+    EXPECT_EQ(windows_.WindowOf(*layout.panel)->isVisible(), layout.panel->Visible()) << layout.panel->Name();
+  }
 }
 
 TEST_F(FrontEndTest, NoWindowComesUpRightOverAnotherOneOrOffTheScreen) {

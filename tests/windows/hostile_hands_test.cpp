@@ -165,9 +165,11 @@ TEST_F(HostileHands, AConsoleAtItsLimitShowsWhatItHasAndKeepsASelection) {
     if (box.Text().size() > 16'000) box.DropFrontQuietly(4096 + static_cast<std::size_t>(line) % 3);
     box.AppendQuietly("line " + std::to_string(line) + "\r\n");
     if (line % 97 == 0) {
+      QCoreApplication::processEvents();
       ASSERT_EQ(view.toPlainText(), shown()) << line;
     }
   }
+  QCoreApplication::processEvents();
   ASSERT_EQ(view.toPlainText(), shown());
 
   QTextCursor marked = view.textCursor();
@@ -176,6 +178,8 @@ TEST_F(HostileHands, AConsoleAtItsLimitShowsWhatItHasAndKeepsASelection) {
   view.setTextCursor(marked);
   const QString before = view.textCursor().selectedText();
   box.AppendQuietly("one more\r\n");
+  QCoreApplication::processEvents();
+  ASSERT_TRUE(view.toPlainText().endsWith("one more\n"));
   EXPECT_EQ(view.textCursor().selectedText(), before);
 }
 

@@ -136,6 +136,7 @@ TEST_F(OddInput, TheContextMenusCutAndDeleteReachTheBox) {
   ExpectAlike(box, "");
 
   Panels().main.txtResults.SetText("one\r\ntwo\r\n");
+  station_->Settle();
   Console().selectAll();
   Choose(Console().createStandardContextMenu(), "Delete");
   station_->Settle();
@@ -145,6 +146,7 @@ TEST_F(OddInput, TheContextMenusCutAndDeleteReachTheBox) {
 TEST_F(OddInput, MarkedTextOfAConsoleIsNotDraggedAway) {
   Show(Panels().main);
   Panels().main.txtResults.SetText("one two three");
+  station_->Settle();
   Console().selectAll();
   QTest::mousePress(Console().viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(12, 8));
   EXPECT_FALSE(Console().textCursor().hasSelection());
@@ -236,10 +238,12 @@ TEST_F(OddInput, AButtonOfARunTellsWhyItIsDisabled) {
   auto& button = station_->Of<QPushButton>(Panels().autoCal.cmdAllCalStart);
   QString inRun;
   Panels().mpAutoCal.lstMPRxChannelCalResult.rowAdded.Connect([&](const std::string&) {
+    QCoreApplication::processEvents();
     EXPECT_FALSE(button.isEnabled());
     inRun = button.toolTip();
   });
   station_->on.InitializeTarget();
+  station_->Settle();
   EXPECT_EQ(inRun, "A run is under way.");
   EXPECT_TRUE(button.isEnabled());
   EXPECT_EQ(button.toolTip(), "");

@@ -85,6 +85,7 @@ TEST_F(WindowShapes, WhoCannotSeeAnEntryHearsItsCaption) {
   EXPECT_EQ(arrow->accessibleName(), "Channels and losses: Tx loss (dB), DCS up");
   EXPECT_EQ(windowed_->Of(panels.main.shpTargetOnOff).accessibleDescription(), "Not used yet");
   panels.main.shpTargetOnOff.SetBackColor(kGreen);
+  windowed_->Settle();
   EXPECT_EQ(windowed_->Of(panels.main.shpTargetOnOff).accessibleDescription(), "Ready");
 }
 
@@ -153,6 +154,7 @@ TEST_F(WindowShapes, AVerdictIsAWordAndAMarkToBeToldFromFarAway) {
   EXPECT_GE(HeightOfWord(fail), 108);
 
   passPanel.Image1.SetPicture("incomplete");
+  windowed_->Settle();
   EXPECT_THAT(ColoursOf(passed->grab().toImage(), 50), testing::IsSupersetOf({kAmberGround, 0xFF000000U}));
 }
 

@@ -36,10 +36,11 @@ class WindowedStation {
     if (widget == nullptr) throw std::runtime_error("No widget stands for " + control.Name());
     return *widget;
   }
-  /// Lets the acts that the widgets posted take place.
+  /// Lets the acts that the widgets posted take place, and their outcome be shown.
   void Settle() {
     QCoreApplication::processEvents();
     on.loop.Yield(on.loop.Now());
+    QCoreApplication::processEvents();
   }
 
   VirtualStation on;

@@ -1,7 +1,10 @@
 #include "adapters/qt/appearance.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QFontDatabase>
 #include <QPalette>
+#include <utility>
 #include <vector>
 
 namespace orvane {
@@ -32,6 +35,28 @@ std::vector<QPalette::ColorRole> TextRoles(ControlKind kind) {
   return {QPalette::Text, QPalette::ButtonText, QPalette::WindowText};
 }
 
+/// Does its work in the next turn of the loop, once, however often it was asked to.
+class Soon final : public QObject {
+ public:
+  Soon(QWidget& widget, std::function<void()> work) : QObject(&widget), work_(std::move(work)) {}
+
+  void Ask() {
+    if (!std::exchange(asked_, true)) QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+  }
+
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() != QEvent::User) return QObject::event(event);
+    asked_ = false;
+    work_();
+    return true;
+  }
+
+ private:
+  std::function<void()> work_;
+  bool asked_ = false;
+};
+
 }  // namespace
 
 void ShowColours(const Control& control, QWidget& widget) {
@@ -51,6 +76,11 @@ void ShowColours(const Control& control, QWidget& widget) {
   widget.setPalette(ownGround || ownText ? palette : QPalette());
 }
 
+std::function<void()> ShownSoon(QWidget& widget, std::function<void()> show) {
+  auto* soon = new Soon(widget, std::move(show));
+  return [soon] { soon->Ask(); };
+}
+
 void Follow(Control& control, QWidget& widget, std::function<void()> show) {
   widget.setObjectName(ToQt(control.Name()));
   const auto showAll = [&control, &widget, show = std::move(show)] {
@@ -60,7 +90,7 @@ void Follow(Control& control, QWidget& widget, std::function<void()> show) {
     if (show) show();
   };
   showAll();
-  control.changed.Connect(showAll);
+  control.changed.Connect(ShownSoon(widget, showAll));
 }
 
 QFont FixedPitchFont() { return QFontDatabase::systemFont(QFontDatabase::FixedFont); }

@@ -15,8 +15,12 @@ namespace orvane {
   return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
-/// Name, enabling, visibility and colours: what every widget has of its control. Calls `show` now and whenever the
-/// control is shown anew.
+/// Asks for one call of `show` in the next turn of the loop, however often it is called before: what changes while
+/// the station is at work is shown while it waits.
+[[nodiscard]] std::function<void()> ShownSoon(QWidget& widget, std::function<void()> show);
+
+/// Name, enabling, visibility and colours: what every widget has of its control. Calls `show` now, and soon whenever
+/// the control is shown anew.
 void Follow(Control& control, QWidget& widget, std::function<void()> show);
 
 /// Colours of a control that the station has set; those of the desktop otherwise.

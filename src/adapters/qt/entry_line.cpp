@@ -21,7 +21,7 @@ char32_t CharacterOf(const QKeyEvent& event) {
 EntryLine::EntryLine(TextBox& box, Hands& hands, QWidget* parent) : QLineEdit(parent), box_(box), hands_(hands) {
   Follow(box, *this, [this] { ShowText(); });
   // Only the tail is new, but in one line that is no matter.
-  box.appended.Connect([this](std::string_view) { ShowText(); });
+  box.appended.Connect([show = ShownSoon(*this, [this] { ShowText(); })](std::string_view) { show(); });
   connect(this, &QLineEdit::textEdited, this, [this] { TakeEdit(); });
 }
 
@@ -44,6 +44,7 @@ void EntryLine::keyPressEvent(QKeyEvent* event) {
 
 void EntryLine::TakeKey(Operator& hand, QKeyEvent& event) {
   hand.Key(box_, CharacterOf(event), [this, &event] {
+    ShowText();
     takingKey_ = true;
     QLineEdit::keyPressEvent(&event);
     takingKey_ = false;

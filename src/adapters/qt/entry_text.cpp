@@ -6,6 +6,7 @@
 #include <QTextBlock>
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "adapters/qt/appearance.h"
 #include "adapters/qt/entry_line.h"
@@ -29,7 +30,10 @@ EntryText::EntryText(TextBox& box, Hands& hands, QWidget* parent) : QPlainTextEd
   setUndoRedoEnabled(false);
   setTabChangesFocus(true);
   Follow(box, *this, [this] { ShowText(); });
-  box.appended.Connect([this](std::string_view text) { ShowAppended(text); });
+  box.appended.Connect([this, show = ShownSoon(*this, [this] { ShowText(); })](std::string_view text) {
+    appended_ += text;
+    show();
+  });
   connect(this, &QPlainTextEdit::textChanged, this, [this] { TakeEdit(); });
 }
 
@@ -53,13 +57,16 @@ void EntryText::KeepingEnd(Change change) {
   if (atEnd) bar.setValue(bar.maximum());
 }
 
-void EntryText::ShowAppended(std::string_view text) {
+bool EntryText::ShowAppended(const std::string& wanted, const std::string& appended) {
+  const std::string longer = shown_ + appended;
+  if (appended.size() > wanted.size() || !longer.ends_with(wanted)) return false;
   KeepingEnd([&] {
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
-    end.insertText(WithPlainLineEnds(text));
+    end.insertText(WithPlainLineEnds(appended));
   });
-  shown_ += text;
+  shown_ = longer;
+  return DropShownFront(longer.size() - wanted.size());
 }
 
 bool EntryText::DropShownFront(std::size_t bytes) {
@@ -77,9 +84,10 @@ bool EntryText::DropShownFront(std::size_t bytes) {
 
 void EntryText::ShowText() {
   const std::string& wanted = box_.Text();
+  const std::string appended = std::exchange(appended_, {});
   if (takingEdit_ || wanted == shown_) return;
-  // A console at its limit loses its front.
-  if (!wanted.empty() && shown_.ends_with(wanted) && DropShownFront(shown_.size() - wanted.size())) return;
+  // What has grown, also a console at its limit, which loses its front, keeps what it shows else.
+  if (!wanted.empty() && ShowAppended(wanted, appended)) return;
   KeepingEnd([&] { setPlainText(WithPlainLineEnds(wanted)); });
   shown_ = wanted;
 }
@@ -90,6 +98,7 @@ void EntryText::TakeEffect(const std::function<void()>& effect, char32_t key) {
   hands_.Do(
       [this, effect, key](Operator& hand) {
         hand.Key(box_, key, [&] {
+          ShowText();
           takingEdit_ = true;
           const int revision = document()->revision();
           effect();

@@ -24,7 +24,8 @@ class EntryText final : public QPlainTextEdit {
   void ShowText();
   /// A text that came by mouse or input method.
   void TakeEdit();
-  void ShowAppended(std::string_view text);
+  /// Takes up a box that had this added and may have lost some of its front; false where that is not all.
+  bool ShowAppended(const std::string& wanted, const std::string& appended);
   /// Takes that many bytes off the front of what is shown; false where they end within a line end.
   bool DropShownFront(std::size_t bytes);
   /// The view stays at its end when it was there.
@@ -38,6 +39,8 @@ class EntryText final : public QPlainTextEdit {
   Hands& hands_;
   /// The text as the widget shows it.
   std::string shown_;
+  /// What came behind it since.
+  std::string appended_;
   bool takingEdit_ = false;
   /// The widget takes up what the box has.
   bool showing_ = false;

@@ -66,10 +66,9 @@ class RowsView final : public QListView {
     setUniformItemSizes(true);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    Follow(list, *this, [this] {
-      rows_->TakeAll();
-      ShowSelected();
-    });
+    Follow(list, *this, [this] { ShowSelected(); });
+    // At once: whatever asks for a row meanwhile is told of the rows that are there.
+    list.changed.Connect([this] { rows_->TakeAll(); });
     followEnd_.setSingleShot(true);
     connect(&followEnd_, &QTimer::timeout, this, [this] { scrollToBottom(); });
     list.rowAdded.Connect([this](const std::string&) { ShowAdded(); });

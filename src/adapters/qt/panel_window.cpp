@@ -3,7 +3,6 @@
 #include <QCloseEvent>
 #include <QScreen>
 
-#include "adapters/qt/calm_painting.h"
 #include "adapters/qt/layout_builder.h"
 
 namespace orvane {
@@ -11,7 +10,6 @@ namespace orvane {
 PanelWindow::PanelWindow(Panel& panel, const Layout& layout, Hands& hands, const ViewMaker& views)
     : panel_(panel), context_{hands} {
   setObjectName(ToQt(panel.Name()));
-  new CalmPainting(*this);
   setCentralWidget(BuildLayout(layout, context_, views, this));
   TakeItsSize();
 }

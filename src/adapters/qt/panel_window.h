@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "adapters/qt/calm_painting.h"
 #include "adapters/qt/control_widgets.h"
 #include "platform/layout.h"
 
@@ -21,6 +22,8 @@ class PanelWindow final : public QMainWindow {
   /// Takes up the panel's caption, and whether it is shown. A panel that is shown again comes to the front, in the
   /// place where its window was.
   void FollowPanel();
+  /// Paints what has changed, in time that the station has to wait anyhow.
+  void UseFreeTime(std::chrono::nanoseconds left) { painting_.UseFreeTime(left); }
   /// The size that the layout asks for, as far as a small screen has it.
   void TakeItsSize();
 
@@ -29,6 +32,7 @@ class PanelWindow final : public QMainWindow {
 
  private:
   Panel& panel_;
+  CalmPainting painting_{*this};
   WindowContext context_;
   QByteArray place_;
 };

@@ -6,6 +6,12 @@
 #include "app/windows/panel_views.h"
 
 namespace orvane {
+namespace {
+
+/// Longer than any wait for a reply: nothing is under way.
+constexpr std::chrono::seconds kQuiet{10};
+
+}  // namespace
 
 FrontEnd::FrontEnd(EventLoop& loop, Desk& desk, Station& station)
     : loop_(loop),
@@ -14,7 +20,7 @@ FrontEnd::FrontEnd(EventLoop& loop, Desk& desk, Station& station)
       state_(station.State()),
       panels_(station.Panels()),
       layouts_(LayOutAll(panels_)) {
-  for (PanelLayout& layout : layouts_) {
+  for (const PanelLayout& layout : layouts_) {
     layout.panel->changed.Connect([this, &layout] { Follow(layout); });
   }
 }
@@ -24,24 +30,42 @@ PanelWindow* FrontEnd::WindowOf(const Panel& panel) const {
   return window == windows_.end() ? nullptr : window->second.get();
 }
 
-void FrontEnd::Abandon() {
-  abandoned_ = true;
-  deskWindows_.Abandon();
-  for (const auto& [panel, window] : windows_) {
-    if (window) window->setUpdatesEnabled(false);
+void FrontEnd::UseFreeTime(TimePoint until) {
+  if (abandoned_) return;
+  for (const auto& [panel, window] : windows_) window->UseFreeTime(until - loop_.Now());
+  if (until - loop_.Now() > kQuiet) MakeOneAhead();
+}
+
+void FrontEnd::MakeOneAhead() {
+  for (const PanelLayout& layout : layouts_) {
+    if (WindowOf(*layout.panel) != nullptr) continue;
+    Make(layout);
+    loop_.Post([] {});  // Whatever has come meanwhile is served, then the next one has its turn.
+    return;
   }
 }
 
-void FrontEnd::Follow(PanelLayout& layout) {
+void FrontEnd::Abandon() {
+  abandoned_ = true;
+  deskWindows_.Abandon();
+  for (const auto& [panel, window] : windows_) window->setUpdatesEnabled(false);
+}
+
+void FrontEnd::Follow(const PanelLayout& layout) {
   if (abandoned_) return;
-  auto& window = windows_[layout.panel];
-  if (!window) {
-    if (!layout.panel->Visible()) return;
-    window = std::make_unique<PanelWindow>(*layout.panel, layout.layout, hands_, ViewsOf(*layout.panel));
-    if (layout.panel == &panels_.main && belowMain) window->statusBar()->addWidget(belowMain(window.get()), 1);
-    Place(*window, *layout.panel);
+  PanelWindow* window = WindowOf(*layout.panel);
+  if (layout.panel->Visible()) {
+    if (window == nullptr) window = &Make(layout);
+    if (placed_.insert(window).second) Place(*window, *layout.panel);
   }
-  window->FollowPanel();
+  if (window != nullptr) window->FollowPanel();
+}
+
+PanelWindow& FrontEnd::Make(const PanelLayout& layout) {
+  auto& window = windows_[layout.panel];
+  window = std::make_unique<PanelWindow>(*layout.panel, layout.layout, hands_, ViewsOf(*layout.panel));
+  if (layout.panel == &panels_.main && belowMain) window->statusBar()->addWidget(belowMain(window.get()), 1);
+  return *window;
 }
 
 void FrontEnd::Place(PanelWindow& window, const Panel& panel) {
@@ -51,7 +75,7 @@ void FrontEnd::Place(PanelWindow& window, const Panel& panel) {
   if (&panel == &panels_.fail || &panel == &panels_.pass) {
     place.moveCenter(room.center());
   } else {
-    place.moveTopLeft(room.topLeft() + QPoint(kStep, kStep) * static_cast<int>(windows_.size() - 1));
+    place.moveTopLeft(room.topLeft() + QPoint(kStep, kStep) * static_cast<int>(placed_.size() - 1));
     if (!room.contains(place)) place.moveBottomRight(room.bottomRight());
   }
   window.resize(place.size());

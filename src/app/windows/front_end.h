@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 
 #include "adapters/qt/hands.h"
 #include "adapters/qt/panel_window.h"
@@ -12,8 +13,8 @@
 
 namespace orvane {
 
-/// The station on the screen: a window for each panel, made when the panel is first shown, and the desk's boxes. It
-/// is made before the station starts and goes when it has ended.
+/// The station on the screen: a window for each panel, made when the panel is first shown or when there is nothing
+/// else to do, and the desk's boxes. It is made before the station starts and goes when it has ended.
 class FrontEnd {
  public:
   FrontEnd(EventLoop& loop, Desk& desk, Station& station);
@@ -23,14 +24,20 @@ class FrontEnd {
   /// Makes what stands below the main panel; set before that one is shown.
   std::function<QWidget*(QWidget* parent)> belowMain;
 
-  /// The window of a panel; null for one that was never shown.
+  /// The window of a panel; null for one that is not made yet.
   [[nodiscard]] PanelWindow* WindowOf(const Panel& panel) const;
+
+  /// Does what is better done while the station waits anyhow, as it does until then: paints what has changed, and
+  /// makes the windows that are to come, so that a run is not held up by those that it brings up.
+  void UseFreeTime(TimePoint until);
 
   /// The display has gone: shows nothing more.
   void Abandon();
 
  private:
-  void Follow(PanelLayout& panel);
+  void Follow(const PanelLayout& panel);
+  PanelWindow& Make(const PanelLayout& panel);
+  void MakeOneAhead();
   /// Where a window comes up for the first time: a verdict in the middle of the screen, every other one a step off
   /// the one before.
   void Place(PanelWindow& window, const Panel& panel);
@@ -44,6 +51,8 @@ class FrontEnd {
   StationPanels& panels_;
   std::vector<PanelLayout> layouts_;
   std::map<const Panel*, std::unique_ptr<PanelWindow>> windows_;
+  /// Those that have come up.
+  std::set<const PanelWindow*> placed_;
 };
 
 }  // namespace orvane

@@ -35,6 +35,9 @@ std::unique_ptr<QCoreApplication> OpenDisplay(const orvane::Options& options, in
 
 std::shared_ptr<void> OpenWindows(orvane::Program& program) {
   auto windows = std::make_shared<Windows>(program);
+  program.TheWorld().loop.onFreeTime = [front = &windows->frontEnd](orvane::TimePoint until) {
+    front->UseFreeTime(until);
+  };
   program.TheWorld().loop.onDisplayGone = [&program, front = &windows->frontEnd] {
     front->Abandon();
     program.GoOnWithoutScreen();
