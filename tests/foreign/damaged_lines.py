@@ -33,6 +33,15 @@ def routes(bench, target):
     return arguments
 
 
+def hear_out(target):
+    """What a Target that lost its station still had to say is said when it answers something new."""
+    answer = bytes.fromhex("02 14 00 20 00 00 00 20 02")
+    with serial.Serial(target, 115200, timeout=10) as line:
+        line.write(frame("02 14 20 20 02"))
+        if not line.read_until(answer).endswith(answer):
+            raise RuntimeError("the Target does not answer")
+
+
 class TypedFrames(unittest.TestCase):
     def setUp(self):
         self.bench = self.enterContext(Bench())
@@ -93,6 +102,8 @@ class Relay:
         self.pump(lambda: self.target.read(1) + self.target.read(self.target.in_waiting), change, self.near.sendall)
 
     def cut(self):
+        """The adapter is pulled: its name goes, then its line."""
+        os.unlink(self.path)
         self.socat.kill()
         self.socat.wait()
         self.near.close()
@@ -187,8 +198,10 @@ class Relayed(unittest.TestCase):
         self.assertIn(f"COM1 ({path}): the device is gone.", answer["error"]["message"])
         self.assertEqual(station.verdicts, [("NONE", False)])
 
+        hear_out(bench["target"])
         self.enterContext(Relay(bench["target"], path))
-        self.assertEqual(station.answer(station.click("OrvaneMain.cmdTargetInitialize")).get("result"), {})
+        answer = station.answer(station.click("OrvaneMain.cmdTargetInitialize"))
+        self.assertEqual(answer.get("result"), {}, answer)
         self.assertEqual(station.verdicts[1:], [("PASS", True)])
 
 
