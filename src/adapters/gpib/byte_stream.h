@@ -5,6 +5,8 @@
 
 #include "adapters/gpib/deadline.h"
 
+struct addrinfo;
+
 namespace orvane {
 
 /// Bytes to and from another end, over a socket or a serial device. Nothing here blocks beyond its deadline.
@@ -47,6 +49,8 @@ class ByteStream {
 /// A connection. Tries all addresses of the host within 3 s, or up to the deadline when that is sooner.
 [[nodiscard]] ByteStream ConnectTcp(const std::string& host, int port, const Deadline& deadline,
                                     const std::string& peer);
+/// A connection to the first of these addresses that takes it up. Each has its share of the time that is left.
+[[nodiscard]] ByteStream ConnectToOneOf(const addrinfo* addresses, const Deadline& deadline, const std::string& peer);
 
 /// A serial device, raw, 115200 baud, 8 data bits, no parity, for this program alone.
 [[nodiscard]] ByteStream OpenSerialDevice(const std::string& device, const std::string& peer);

@@ -82,25 +82,31 @@ int Connect(int descriptor, const addrinfo& address, const Deadline& deadline) {
 
 }  // namespace
 
-ByteStream ConnectTcp(const std::string& host, int port, const Deadline& deadline, const std::string& peer) {
-  const Deadline limit = deadline.Within(kConnectLimit);
-  const auto lookup = AddressesOf(host, port, limit);
+ByteStream ConnectToOneOf(const addrinfo* addresses, const Deadline& deadline, const std::string& peer) {
+  int count = 0;
+  for (const addrinfo* address = addresses; address != nullptr; address = address->ai_next) ++count;
   std::string why;
-  for (const addrinfo* address = lookup->Addresses(); address != nullptr; address = address->ai_next) {
+  for (const addrinfo* address = addresses; address != nullptr; address = address->ai_next, --count) {
     const int descriptor = ::socket(address->ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-    if (descriptor < 0) FailAbsent(std::string(std::strerror(errno)) + ".");
+    const int fault = descriptor < 0 ? errno : 0;
     ByteStream stream(descriptor, peer);
-    const int error = Connect(descriptor, *address, limit);
+    // An address that is never heard of must not have the time of those behind it.
+    const int error = fault != 0 ? fault : Connect(descriptor, *address, deadline.Within(deadline.Left() / count));
     if (error == 0) {
       // Lines are short and each awaits its reply: none may wait for company.
       const int on = 1;
       ::setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
       return stream;
     }
-    if (error == EINPROGRESS) FailAbsent("no connection within " + limit.Text() + ".");
-    why = std::strerror(error);
+    why = error == EINPROGRESS ? " within " + deadline.Text() : std::string(": ") + std::strerror(error);
   }
-  FailAbsent("no connection: " + why + ".");
+  FailAbsent("no connection" + why + ".");
+}
+
+ByteStream ConnectTcp(const std::string& host, int port, const Deadline& deadline, const std::string& peer) {
+  const Deadline limit = deadline.Within(kConnectLimit);
+  const auto lookup = AddressesOf(host, port, limit);
+  return ConnectToOneOf(lookup->Addresses(), limit, peer);
 }
 
 }  // namespace orvane
