@@ -3,6 +3,7 @@
 
 #include <iostream>
 #include <memory>
+#include <thread>
 
 #include "figures.h"
 #include "screen/screen_station.h"
@@ -23,10 +24,13 @@ double StartOn(XDisplay& display, const char* platform) {
   return Median(starts);
 }
 
-/// From the operator's click to the verdict of a Target that stands on a station made ready.
+/// From the operator's click to the verdict of a Target that stands on a station made ready. The click comes no
+/// sooner than a hand gets from button to button.
 double RoadOf(Client& station) {
+  constexpr std::chrono::milliseconds kHand{500};
   station.answersBoxes = true;
   station.InitializeInstruments();
+  std::this_thread::sleep_for(kHand);
   return Milliseconds([&] {
     station.SendClick("OrvaneMain.cmdTargetInitialize");
     if (station.Await("verdict")["result"] != "PASS") throw std::runtime_error("a good unit does not pass");

@@ -41,8 +41,10 @@ void CalmPainting::Paint() {
   time.start();
   QEvent request(QEvent::UpdateRequest);
   if (!getenv("NOPAINT")) static_cast<QObject&>(window_).event(&request);
-  cost_ = nanoseconds(time.nsecsElapsed());
-  const auto rest = std::chrono::duration_cast<milliseconds>(cost_ * kShare);
+  const nanoseconds cost(time.nsecsElapsed());
+  // A dear painting is remembered for a while: the next one may be as dear.
+  cost_ = std::max(cost, cost_ * 9 / 10);
+  const auto rest = std::chrono::duration_cast<milliseconds>(cost * kShare);
   rest_ = QDeadlineTimer(std::clamp(rest, kShortestRest, kLongestRest), Qt::PreciseTimer);
 }
 

@@ -35,6 +35,7 @@ class CalmPainting final : public QObject {
   QDeadlineTimer rest_{0};
   /// Runs while something that has changed is not painted yet.
   QTimer patience_;
+  /// What the next painting will probably take.
   std::chrono::nanoseconds cost_{0};
   int paintings_ = 0;
 };
