@@ -18,6 +18,8 @@ using namespace std::chrono_literals;
 /// Where the test set, the supply and the load stand as the panels come up.
 constexpr std::array kUsualAddresses{1, 2, 5};
 constexpr auto kAnswerTime = 1s;
+/// An adapter that starts afresh when its device is opened hears nothing for a while.
+constexpr auto kRestartTime = 3s;
 constexpr std::size_t kLongestAnswer = 200;
 
 std::string LineFor(int address, const std::string& route, const std::string& what) {
@@ -41,10 +43,10 @@ void BackToLocal(GpibSession& session) {
   }
 }
 
-std::string Asked(GpibBus& bus, int address, const std::string& route) {
+std::string Asked(GpibBus& bus, int address, const std::string& route, TimePoint takenWithin = kAnswerTime) {
   try {
     const auto session = bus.Open({0, static_cast<Integer>(address), 0});
-    session->Write("*IDN?", kAnswerTime);
+    session->Write("*IDN?", takenWithin);
     const std::string reply = session->Read(kLongestAnswer, kAnswerTime);
     BackToLocal(*session);
     return LineFor(address, route, Readable(reply));
@@ -83,9 +85,14 @@ std::string NativeBusList(const GpibRoutes& routes, const std::vector<int>& usua
 /// One wire: one instrument at a time.
 std::string BusList(const GpibRoutes& routes, const std::vector<int>& usual) {
   if (std::holds_alternative<NativeRoute>(routes.bus)) return NativeBusList(routes, usual);
+  const bool mayRestart = std::holds_alternative<PrologixSerialRoute>(routes.bus);
   RoutedGpibBus bus({routes.bus, {}});
+  // As long as it is there the adapter's connection stays, and is made once for all.
+  const auto held = bus.Open({0, kUsualAddresses.front(), 0});
   std::string text;
-  for (const int address : usual) text += Asked(bus, address, RouteText(routes.bus));
+  for (const int address : usual) {
+    text += Asked(bus, address, RouteText(routes.bus), mayRestart ? kRestartTime : kAnswerTime);
+  }
   return text;
 }
 
