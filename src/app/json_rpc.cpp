@@ -3,6 +3,9 @@
 namespace orvane {
 namespace {
 
+/// No request nests as deep. What does is left out: copies go down into a value, and the stack has an end.
+constexpr int kDeepest = 8;
+
 std::string LineOf(const Json& message) { return message.dump(-1, ' ', false, Json::error_handler_t::replace); }
 
 const Json& Param(const Json& params, const char* name) {
@@ -20,7 +23,8 @@ const Json& Param(const Json& params, const char* name) {
 }  // namespace
 
 void ParseRequest(std::string_view line, RpcRequest& request) {
-  const Json message = Json::parse(line, nullptr, false);
+  const auto isNeeded = [](int depth, Json::parse_event_t, const Json&) { return depth <= kDeepest; };
+  const Json message = Json::parse(line, isNeeded, false);
   if (message.is_discarded()) throw RpcFailure(RpcError::NoJson, "The line is no JSON.");
   if (!message.is_object()) throw RpcFailure(RpcError::InvalidRequest, "A request is one JSON object.");
 

@@ -135,6 +135,25 @@ TEST_F(Port, RefusesWhatIsNoRequest) {
   EXPECT_EQ(Ask("state", {{"name", "TMStatus"}})["result"], "&H00") << "and the port lives on";
 }
 
+TEST_F(Port, ANestOfAnyDepthIsABadParameterAndNotTheStationsEnd) {
+  constexpr std::size_t kDepth = 400'000;
+  const std::string nest = std::string(kDepth, '[') + std::string(kDepth, ']');
+  const std::pair<std::string, int> rows[] = {
+      {R"({"jsonrpc":"2.0","id":3,"method":"get","params":{"control":)" + nest + "}}", -32602},
+      {R"({"jsonrpc":"2.0","id":3,"method":"get","params":)" + nest + "}", -32602},
+      {R"({"jsonrpc":)" + nest + R"(,"id":3,"method":"get"})", -32600},
+      {R"({"jsonrpc":"2.0","id":3,"method":)" + nest + "}", -32600},
+      {R"({"jsonrpc":"2.0","id":)" + nest + R"(,"method":"get"})", -32600},
+      {nest, -32600},
+  };
+  for (const auto& [line, code] : rows) {
+    sent_.clear();
+    port_.Receive(line);
+    ASSERT_EQ(sent_.size(), 1U) << line.substr(0, 60);
+    EXPECT_EQ(sent_[0]["error"]["code"], code) << line.substr(0, 60);
+  }
+}
+
 TEST_F(Port, CarriesOutARequestWithoutAnIdAndDoesNotAnswerIt) {
   bool clicked = false;
   operation_ = [&] { clicked = true; };
