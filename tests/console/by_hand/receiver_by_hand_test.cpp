@@ -89,6 +89,17 @@ TEST_F(ReceiverByHandTest, AFrequencyBurstTestIsEnabledByItsMode) {
   EXPECT_THAT(CommandsOf([this] { op.Click(main.cmdFBTest); }).back(), "rfe 12");
 }
 
+TEST_F(ReceiverByHandTest, AFrequencyBurstTestReadsItsBoxesAtEachStep) {
+  // What an operator does while a reply is awaited counts from the next step on.
+  serial.answer = [this](const SentCommand& command) {
+    main.txtFBFrame.SetText("11");
+    main.cboFBMode.SetText("1");
+    return Answer(command);
+  };
+  EXPECT_THAT(CommandsOf([this] { op.Click(main.cmdFBTest); }),
+              ElementsAre("scw 16 10", "scw 17 11", "scw 18 11", "scw 24 1", "scw 25 0x0004", "rfe 12"));
+}
+
 TEST_F(ReceiverByHandTest, AFrequencyBurstTestOfAnotherModeIsSetUpAndNotEnabled) {
   for (const char* mode : {"2", "00", ""}) {
     op.Type(main.cboFBMode, mode);

@@ -19,6 +19,13 @@ TEST_F(TransmitterByHandTest, SetsALevelOnTheChannelOfTheOtherTabAndReadsItBack)
   EXPECT_EQ(Shown(), "Tx power level = 5\r\n");
 }
 
+TEST_F(TransmitterByHandTest, ALevelIsSetAfterItsPauseAlsoWhenTheTargetRefusedTheChannel) {
+  failing = 1;
+  EXPECT_THAT(Trace([this] { op.Click(main.Command4); }),
+              ElementsAre("Target: rfpw 2 30 +62511", "Target: txpw 1 5 +11", "Target: txpr 1"))
+      << "a refusal leaves the wait its 2.5 s, which are 62500 paces";
+}
+
 TEST_F(TransmitterByHandTest, SendsADcsLevelAHundredHigher) {
   EXPECT_THAT(Trace([this] { op.Select(main.optTxLevelDCS); }), ElementsAre("Target: txpw 1 105"));
   EXPECT_THAT(Trace([this] { op.Click(main.Command4); }),
@@ -116,6 +123,17 @@ TEST_F(TransmitterByHandTest, TheBurstButtonStartsAndStopsAndItsCaptionSaysWhatC
   EXPECT_EQ(main.cmdULTest.Caption(), "Test");
   EXPECT_EQ(main.cmdULTest.BackColor(), kButtonFace);
   EXPECT_THAT(boxes.shown, IsEmpty());
+}
+
+TEST_F(TransmitterByHandTest, TheBurstButtonChangesBeforeItsPauseAndItsCommand) {
+  main.txtSyncDelay.SetText("x");
+  EXPECT_NE(op.Click(main.cmdULTest), std::nullopt) << "a pause of no length fails";
+  EXPECT_EQ(main.cmdULTest.Caption(), "Stop");
+  EXPECT_EQ(main.cmdULTest.BackColor(), kBurstOn);
+  EXPECT_NE(op.Click(main.cmdULTest), std::nullopt);
+  EXPECT_EQ(main.cmdULTest.Caption(), "Test");
+  EXPECT_EQ(main.cmdULTest.BackColor(), kButtonFace);
+  EXPECT_THAT(serial.commands, IsEmpty());
 }
 
 TEST_F(TransmitterByHandTest, AStopThatFailsIsToldAndNotRepeated) {
