@@ -48,7 +48,9 @@ TEST_F(EepromTestPanelTest, PagesAreNumberedTo511AndComeOneByOne) {
   EXPECT_FALSE(panel_.txtEepromLength.Enabled());
   EXPECT_EQ(panel_.txtEepromLength.Text(), "1");
   rig_.op.Select(panel_.optEepromByte);
+  EXPECT_EQ(panel_.lblEepromAddress.Caption(), "Address");
   EXPECT_EQ(panel_.lblEepromLength.Caption(), "Length");
+  EXPECT_EQ(panel_.updEepromStartAddress.Max(), 65536);
   EXPECT_EQ(panel_.updEepromLength.Max(), 65536);
   EXPECT_TRUE(panel_.txtEepromLength.Enabled());
 }
@@ -86,6 +88,22 @@ TEST_F(EepromTestPanelTest, AnAddressWithoutAnXIsDecimalAndABadOneIsPassedOver) 
   EXPECT_THAT(rig_.boxes.shown, IsEmpty());
 }
 
+TEST_F(EepromTestPanelTest, AnAddressWithASmallXIsHexadecimalFromItsThirdCharacterOn) {
+  const struct {
+    const char* start;
+    const char* shown;
+  } cases[] = {{"0x10", "0x10"}, {"1x5", "0x6"}, {"x1F", "0x11"}, {"20x", "0x11"}, {"0X10", "17"}};
+  rig_.op.Select(panel_.optEepromWrite);
+  for (const auto& [start, shown] : cases) {
+    rig_.op.Type(panel_.txtEepromStartAddress, start);
+    TypeEntry("AA");
+    EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), shown) << start;
+  }
+  EXPECT_THAT(panel_.lstDataReadWindow.Items(),
+              ElementsAre("0x10\t0\tAA", "1x5\t1\tAA", "x1F\t2\tAA", "20x\t3\tAA", "0X10\t4\tAA"));
+  EXPECT_THAT(rig_.boxes.shown, IsEmpty());
+}
+
 TEST_F(EepromTestPanelTest, FourHexadecimalDigitsReadAsASignedNumber) {
   rig_.op.Select(panel_.optEepromWrite);
   rig_.op.Type(panel_.txtEepromStartAddress, "0x7FFF");
@@ -103,6 +121,7 @@ TEST_F(EepromTestPanelTest, InPageModeTheFirstEntryIsTheLast) {
   rig_.op.Select(panel_.optEepromWrite);
   rig_.op.Select(panel_.optEepromPage);
   rig_.op.Type(panel_.txtEepromStartAddress, "7");
+  panel_.cmdEepromTest.SetBackColor(kRed);
   TypeEntry("AA");
   EXPECT_THAT(panel_.lstDataReadWindow.Items(), ElementsAre("7\t0\tAA"));
   EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), "");
@@ -125,17 +144,26 @@ TEST_F(EepromTestPanelTest, TheCountIsNotSetBackAfterALastEntry) {
   EXPECT_TRUE(panel_.txtEepromDataWrite.Enabled());
 }
 
-TEST_F(EepromTestPanelTest, BackAtBytesAnEntryTakes65536OfThem) {
-  rig_.op.Select(panel_.optEepromWrite);
+class EepromByteEntry : public EepromTestPanelTest {
+ protected:
+  void ExpectAnEntryOf65536() {
+    rig_.op.Select(panel_.optEepromWrite);
+    for (int i = 0; i < 65535; ++i) rig_.op.Key(panel_.txtEepromDataWrite, 13);
+    EXPECT_TRUE(panel_.txtEepromDataWrite.Enabled());
+    EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), "65534");
+    rig_.op.Key(panel_.txtEepromDataWrite, 13);
+    EXPECT_FALSE(panel_.txtEepromDataWrite.Enabled());
+    EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), "");
+    EXPECT_THAT(panel_.lstDataReadWindow.Items(), SizeIs(65536));
+  }
+};
+
+TEST_F(EepromByteEntry, Has65536BytesAsThePanelOpens) { ExpectAnEntryOf65536(); }
+
+TEST_F(EepromByteEntry, Has65536BytesAgainBehindPages) {
   rig_.op.Select(panel_.optEepromPage);
   rig_.op.Select(panel_.optEepromByte);
-  for (int i = 0; i < 65535; ++i) rig_.op.Key(panel_.txtEepromDataWrite, 13);
-  EXPECT_TRUE(panel_.txtEepromDataWrite.Enabled());
-  EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), "65534");
-  rig_.op.Key(panel_.txtEepromDataWrite, 13);
-  EXPECT_FALSE(panel_.txtEepromDataWrite.Enabled());
-  EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), "");
-  EXPECT_THAT(panel_.lstDataReadWindow.Items(), SizeIs(65536));
+  ExpectAnEntryOf65536();
 }
 
 TEST_F(EepromTestPanelTest, EachCharacterGoesStraightOutOnAnOpenPort) {
@@ -145,6 +173,15 @@ TEST_F(EepromTestPanelTest, EachCharacterGoesStraightOutOnAnOpenPort) {
   rig_.OpenPort();
   TypeEntry("0A");
   EXPECT_THAT(rig_.serial.writes, ElementsAre("0", "A", "\r"));
+}
+
+TEST_F(EepromTestPanelTest, NoKeyButEnterTakesTheEntry) {
+  rig_.op.Select(panel_.optEepromWrite);
+  rig_.OpenPort();
+  for (const char32_t key : {U'1', U'\n', U'\b', U'2'}) rig_.op.Key(panel_.txtEepromDataWrite, key);
+  EXPECT_EQ(panel_.txtEepromDataWrite.Text(), "2");
+  EXPECT_THAT(panel_.lstDataReadWindow.Items(), IsEmpty());
+  EXPECT_THAT(rig_.serial.writes, ElementsAre("1", "\n", "\b", "2")) << "each of them goes out";
 }
 
 TEST_F(EepromTestPanelTest, APortThatIsGoneDoesNotStopTheEntry) {
