@@ -225,6 +225,20 @@ TEST_P(RampEditorOn, AnIndexThatOverflowsIsNotSent) {
   EXPECT_THAT(Shown(), ElementsAre("Warning, stop: Error with saving Ramp Table."));
 }
 
+TEST_P(RampEditorOn, WithoutAnIndexTheFirstValueNamesTheTable) {
+  OpenPort();
+  Face().txtRampTableIndex.SetText("");
+  FillRow(Face().txtUP, "7");
+  Face().setToTarget.Click();
+  EXPECT_THAT(Commands(), ElementsAre(::testing::StartsWith("ttw  7 7 7 ")));
+  ASSERT_THAT(serial.commands, SizeIs(1));
+  EXPECT_THAT(serial.commands[0].data, SizeIs(33));
+  EXPECT_EQ(serial.commands[0].data[0], 7);
+  EXPECT_EQ(serial.commands[0].data[16], 16) << "the first down value, one place early";
+  EXPECT_EQ(serial.commands[0].data[32], 0);
+  EXPECT_THAT(Shown(), IsEmpty());
+}
+
 TEST_P(RampEditorOn, SendsNoBadValue) {
   OpenPort();
   Face().txtUP[0]->SetText("");

@@ -150,6 +150,37 @@ TEST_P(RampTransferOn, AFileThatCannotBeWrittenEndsTheSave) {
   EXPECT_FALSE(files.Exists("full.xls"));
 }
 
+TEST_P(RampTransferOn, ACompanionThatCannotBeWrittenIsTold) {
+  files.unwritable = {"full.xls"};
+  dialogs.answers = {"full.dat"};
+  Face().cmdRampSave.Click();
+  ASSERT_THAT(boxes.shown, SizeIs(1));
+  EXPECT_EQ(boxes.shown[0].text, "full.xls: No space left on device");
+  EXPECT_EQ(boxes.shown[0].icon, BoxIcon::Exclamation);
+  EXPECT_EQ(files.content.at("full.dat").size(), kRampFileSize);
+}
+
+TEST_P(RampTransferOn, FilesNeedNoTestMode) {
+  state.reply.TargetMode = "";
+  dialogs.answers = {"a.dat", "a.dat"};
+  Face().cmdRampSave.Click();
+  state.ramp.RampTable[0][0] = "9";
+  Face().cmdRampLoad.Click();
+  EXPECT_EQ(Face().txtUP[0]->Text(), "0");
+  EXPECT_THAT(boxes.shown, IsEmpty());
+}
+
+TEST_P(RampTransferOn, ALoadShowsTheTableBeforeTheRecordHasIt) {
+  Face().optTarget.Select();
+  state.ramp.RampTable[0][15] = "32";
+  Integer inRecord = -1;
+  boxes.whileOpen = [&](const Box&) { inRecord = state.rf.RFParams.BAND[0].ramp_tables[0].ramp_up[1]; };
+  Face().cmdRampLoad.Click();
+  EXPECT_THAT(Shown(), ElementsAre("Warning, stop: Input the number 0~31 without blank."));
+  EXPECT_EQ(inRecord, 0);
+  EXPECT_EQ(state.rf.RFParams.BAND[0].ramp_tables[0].ramp_up[15], 32) << "a number is a number for the record";
+}
+
 TEST_P(RampTransferOn, SavesAllTablesToTheTargetWithCommas) {
   Face().optTarget.Select();
   Face().txtUP[0]->SetText("31");  // An edit that was not stored is not sent.
