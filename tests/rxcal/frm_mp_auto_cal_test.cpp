@@ -103,6 +103,9 @@ TEST(MpAutoCalFace, StandsAsShipped) {
   ExpectFace(face, kReceiveSide);
   ExpectFace(face, kTransmitSide);
   EXPECT_TRUE(face.optGSMPattern.Selected());
+  ExpectSpin(face.updMPPattern, &face.txtMPPattern, 0, 2);
+  ExpectSpin(face.updMPLevel, &face.txtMPLevel, 5, 19);
+  ExpectSpin(face.updMPDAC, &face.txtMPDAC, 0, 1023);
 }
 
 }  // namespace

@@ -111,6 +111,23 @@ TEST_F(MPRxCalRun, NeedsNoFileForTheTargetAlone) {
   EXPECT_THAT(rig.journal.Lines(), ElementsAre("Rx run", "save", "box: Auto Calibration is completed."));
 }
 
+TEST_F(MPRxCalRun, AsksBehindTheRunOnceMoreWhetherItSavesByItself) {
+  rig.autoCal.chkAutoSaveMode.SetChecked(true);
+  rig.state.cal.SaveMode = "EEPROM";
+  // As an operator may, while the run awaits a reply.
+  face.cmdMPRxAllAutoCal.onClick = [this] { rig.autoCal.chkAutoSaveMode.SetChecked(false); };
+  rig.panel.MPRxCalRun();
+  EXPECT_THAT(rig.journal.Lines(), ElementsAre("box: Auto Calibration is completed."));
+}
+
+TEST_F(MPRxCalRun, HasEndedWhenItSaysSo) {
+  rig.state.cal.CalMode = "ALL";
+  std::string mode;
+  rig.boxes.whileOpen = [&](const Box&) { mode = rig.state.cal.CalMode; };
+  rig.panel.MPRxCalRun();
+  EXPECT_EQ(mode, "END");
+}
+
 TEST_F(MPRxCalRun, LeavesTheSaveToTheOperatorWhenNotOnAuto) {
   rig.state.cal.SaveMode = "File";
   rig.panel.MPRxCalRun();

@@ -181,6 +181,19 @@ TEST_F(PatternEditorTest, ALevelLeftByTheOtherBandIsNotStored) {
   EXPECT_EQ(state.pattern.APCDACPatternTable, before.APCDACPatternTable);
 }
 
+TEST_F(PatternEditorTest, SetComplainsOfItsBoxesAlsoWithAPatternThatIsNone) {
+  op.Type(face.txtMPPattern, "3");
+  op.Type(face.txtMPDAC, "");
+  op.Click(face.cmdMPSet);
+  EXPECT_THAT(Warnings(), ElementsAre("Input Pattern Value."));
+  op.Type(face.txtMPDAC, "7");
+  op.Select(face.optDCSPattern);
+  op.Type(face.txtMPLevel, "4");
+  op.Select(face.optGSMPattern);
+  op.Click(face.cmdMPSet);
+  EXPECT_THAT(Warnings(), ElementsAre("GSM Power Level should be equal or higher then 5."));
+}
+
 TEST_F(PatternEditorTest, LoadAsksWithItsTitleAndAnEmptyName) {
   Load("1 2 3\r\n");
   op.Click(face.cmdPatternLoad);
