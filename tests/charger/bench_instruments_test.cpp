@@ -68,6 +68,8 @@ TEST_F(BenchInstruments, AFailedIdentificationMakesReadyAndEndsTheNextInitialize
   EXPECT_TRUE(state.LoaderReady);
   EXPECT_TRUE(state.loaderError);
   EXPECT_FALSE(state.powerError);
+  EXPECT_THAT(rig.bus.At(5).lines, ElementsAre("*IDN?", "RES 2000", "CURR 0.1")) << "it goes on";
+  EXPECT_EQ(face.load.initialize.BackColor(), kInitialized);
   rig.bus.At(5).silent = false;
   rig.bus.At(5).lines.clear();
   face.load.initialize.Click();
@@ -248,6 +250,44 @@ TEST_F(BenchInstruments, ResetReleasesTheSessionAndForgetsWhatWasSet) {
   EXPECT_EQ(rig.bus.At(5).lines.back(), "*RST");
   EXPECT_FALSE(state.LoaderReady);
   EXPECT_EQ(face.load.initialize.BackColor(), kButtonFace);
+}
+
+TEST_F(BenchInstruments, AResetThatFailsEndsTheSessionAllTheSameAndTheNextInitializeToo) {
+  face.supply.initialize.Click();
+  rig.bus.At(2).absent = true;
+  EXPECT_THAT(TextsOf([&] { face.supply.reset.Click(); }),
+              ElementsAre("Unable to open device\ribsta = &H8000\riberr = 2"));
+  EXPECT_FALSE(rig.CWGPIBPower.HasSession());
+  EXPECT_FALSE(state.PSReady);
+  EXPECT_FALSE(state.PSVoltageSet);
+  EXPECT_EQ(face.cmdPSVoltageEnable.Caption(), "Enable");
+  EXPECT_EQ(face.supply.initialize.BackColor(), kButtonFace);
+  EXPECT_TRUE(state.powerError);
+
+  rig.bus.At(2).absent = false;
+  rig.bus.At(2).lines.clear();
+  EXPECT_THAT(TextsOf([&] { face.supply.initialize.Click(); }), IsEmpty());
+  EXPECT_THAT(rig.bus.At(2).lines, ElementsAre("*IDN?")) << "the flag of the failure before ends it";
+  EXPECT_FALSE(state.PSReady);
+  face.supply.initialize.Click();
+  EXPECT_TRUE(state.PSReady);
+}
+
+TEST_F(BenchInstruments, AVoltageThatDoesNotArriveCountsAsSetAndTheOutputAsSwitched) {
+  face.supply.initialize.Click();
+  state.PSVoltageSet = false;
+  rig.bus.At(2).absent = true;
+  EXPECT_EQ(TextsOf([&] { face.cmdPSVoltageSet.Click(); }).size(), 1U);
+  EXPECT_TRUE(state.PSVoltageSet);
+  EXPECT_EQ(TextsOf([&] { face.cmdPSVoltageEnable.Click(); }).size(), 1U);
+  EXPECT_EQ(face.cmdPSVoltageEnable.Caption(), "Enable") << "what the next click does";
+}
+
+TEST_F(BenchInstruments, ALeadingBackspaceOfTheReplyTakesACharacterOffTheConsole) {
+  rig.panels.main.txtResults.SetText("ab");
+  rig.bus.At(5).readings = {"\bLOAD"};
+  face.load.initialize.Click();
+  EXPECT_EQ(rig.panels.main.txtResults.Text(), "aLOAD");
 }
 
 TEST_F(BenchInstruments, CommandsAreNotEchoedOnTheConsole) {

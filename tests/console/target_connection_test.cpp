@@ -47,6 +47,7 @@ struct TargetConnectionTest : testing::Test, ConsoleRig {
 
 TEST_F(TargetConnectionTest, BringUpOpensThePortAndPutsTheTargetIntoTestMode) {
   HaveTestSet();
+  serial.setup.handshaking = 2;
   EXPECT_EQ(op.Click(main.cmdTargetInitialize), std::nullopt);
 
   EXPECT_EQ(Wire(), Frame(std::string_view("\x02\x14\x20\x20\x02", 5)) +

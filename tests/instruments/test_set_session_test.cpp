@@ -23,6 +23,8 @@ struct TestSetSessionTest : testing::Test, InstrumentsRig {};
 
 TEST_F(TestSetSessionTest, InitializeSetsTheSessionUpAndShowsWhatTheInstrumentSays) {
   Instrument().readings = {"Agilent,8960,0,A.1\n"};
+  CWGPIB1.readSize = 7;
+  CWGPIB1.optionFlag = true;
 
   EXPECT_EQ(op.Click(main.cmdInstrumentInitialize), std::nullopt);
 
@@ -46,6 +48,13 @@ TEST_F(TestSetSessionTest, TheReplyIsShownAsItStandsWithoutALineEndOfItsOwn) {
   Instrument().readings = {"HP,8922M"};
   op.Click(main.cmdInstrumentInitialize);
   EXPECT_EQ(Shown(), "HP,8922M");
+}
+
+TEST_F(TestSetSessionTest, TheReplysLeadingBackspaceTakesACharacterOffTheConsole) {
+  main.txtResults.SetText("ab");
+  Instrument().readings = {"\bHP,8922M"};
+  op.Click(main.cmdInstrumentInitialize);
+  EXPECT_EQ(Shown(), "aHP,8922M");
 }
 
 TEST_F(TestSetSessionTest, OnlyAnHP8960IsToldToLeaveItsAnalyserAlone) {
@@ -224,12 +233,16 @@ TEST_F(TestSetSessionTest, ACompletionEndsAReplyWaitAndKeepsTheDataWithoutLineFe
 }
 
 TEST_F(TestSetSessionTest, ABadCompletionWarnsAndEndsTheWaitAllTheSame) {
-  state.reply.ReplyDone = false;
-  CWGPIB1.onCompletion(-1, "1\n2");
-  ASSERT_EQ(boxes.shown.size(), 1U);
-  ExpectWarning(boxes.shown[0], "Can't read Power from Test Set. Check the Test Set.");
-  EXPECT_TRUE(state.reply.ReplyDone);
-  EXPECT_EQ(state.testSet.TestSetEventText, "12");
+  for (const Integer status : {Integer{-1}, Integer{1}}) {
+    boxes.shown.clear();
+    state.reply.ReplyDone = false;
+    state.testSet.TestSetEventText = "";
+    CWGPIB1.onCompletion(status, "1\n2");
+    ASSERT_EQ(boxes.shown.size(), 1U) << status;
+    ExpectWarning(boxes.shown[0], "Can't read Power from Test Set. Check the Test Set.");
+    EXPECT_TRUE(state.reply.ReplyDone);
+    EXPECT_EQ(state.testSet.TestSetEventText, "12");
+  }
 }
 
 TEST(EmptyReading, IsNothingButBlanksAndLineEnds) {

@@ -66,6 +66,16 @@ TEST(Frame, TheTerminatorMustLandWithinTheBody) {
   }
 }
 
+TEST(Frame, AChecksumThatIsNoByteSendsNothing) {
+  LinkRig rig;
+  for (const Integer checksum : {Integer{-1}, Integer{256}}) {
+    EXPECT_THROW(rig.link.BuildAndSendFrame(32, 0, {}, checksum), StationFailure);
+    EXPECT_THROW(rig.link.BuildAndSendFrame(35, 1, {7}, checksum), StationFailure);
+  }
+  EXPECT_TRUE(rig.serial.writes.empty());
+  EXPECT_EQ(rig.state.TMStatus, "");
+}
+
 TEST(Frame, AFailedAssemblyLeavesTheLinkAsItWas) {
   LinkRig rig;
   rig.Exchange("rfpr 2", "02 14 00 31 00 00 00 01 00 05 00 00 00 35 02");
@@ -115,8 +125,9 @@ TEST(Frame, AClosedPortCostsABoxAndAFullWait) {
 
 TEST(Frame, TextSentDirectlyGoesCharacterByCharacterWithAPaceBehindEach) {
   LinkRig rig;
-  rig.link.DataSend("ab");
-  EXPECT_EQ(rig.serial.writes, (std::vector<std::string>{"a", "b"}));
+  rig.link.DataSend("a\u00E9");
+  EXPECT_EQ(rig.serial.writes, (std::vector<std::string>{"a", "\xE9"})) << "one byte a character";
+  EXPECT_EQ(rig.tally.bytesOut, 2);
   EXPECT_FALSE(rig.state.ReplyDone);
   EXPECT_EQ(rig.loop.Now(), TimePoint{2 * 20000 * 2});
 }
