@@ -72,11 +72,15 @@ class DialogName : public DeskTest, public testing::WithParamInterface<NameCase>
 TEST_P(DialogName, GetsTheDefaultExtensionAndTheWorkingFolder) {
   const NameCase& row = GetParam();
   desk_.dialogOpened.Connect([&](const Desk::OpenDialog& open) {
-    loop_.Post([&row, this, id = open.id] { EXPECT_EQ(desk_.Choose(id, row.given), Desk::Answered::Yes); });
+    loop_.Post([&row, this, id = open.id] {
+      EXPECT_EQ(desk_.Choose(id, row.given), Desk::Answered::Yes);
+      EXPECT_EQ(desk_.Choose(id, std::nullopt), Desk::Answered::NoSuchId) << "one answer is enough";
+    });
   });
   FileDialog dialog{"Save", "All|*.*", row.defaultExtension, "", ""};
   EXPECT_EQ(desk_.ShowSave(dialog), row.path);
   EXPECT_EQ(dialog.fileName, row.path);
+  EXPECT_EQ(dialog.initialFolder, std::filesystem::path(row.path).parent_path()) << "where the next one starts";
 }
 
 INSTANTIATE_TEST_SUITE_P(Names, DialogName,
