@@ -136,7 +136,30 @@ TEST(SearchView, ShowsPowerAndDacOfEachPass) {
   search.shown.Renew();
   EXPECT_EQ(search.shown.PointsOf("Power"), (Points{{1, 6.5}, {2, 6.9}}));
   EXPECT_EQ(search.shown.PointsOf("DAC"), (Points{{1, 45}, {2, 46}}));
-  EXPECT_EQ(search.shown.charts[0]->chart()->title(), "GSM level 19: DAC 46, 6.9 of 7 dBm");
+  EXPECT_EQ(search.shown.charts[0]->chart()->title(), "GSM level 19<br>DAC 46, 6.9 of 7 dBm");
+}
+
+TEST(SearchView, OnlyALevelOffItsTargetIsInTheLegendAsOne) {
+  Search search;
+  const auto isInLegend = [&] {
+    search.shown.Renew();
+    auto* offTarget = search.shown.Find<QScatterSeries>("Off target");
+    return search.shown.charts[1]->chart()->legend()->markers(offTarget).front()->isVisible();
+  };
+  EXPECT_FALSE(isInLegend());
+  search.Begin(6, 31);
+  search.trail.Accept(1020, "26.1"_d4, false);
+  search.trail.End();
+  EXPECT_TRUE(isInLegend());
+}
+
+TEST(ChartView, LabelsStandAtRoundNumbers) {
+  const struct {
+    double length;
+    int most;
+    double step;
+  } rows[] = {{1, 6, 0.2}, {2.9, 6, 0.5}, {40, 6, 10}, {1020, 6, 200}, {12, 8, 2}, {26, 8, 5}, {6, 6, 1}};
+  for (const auto& row : rows) EXPECT_NEAR(RoundStep(row.length, row.most), row.step, 1e-9) << row.length;
 }
 
 TEST(SearchView, TheToleranceBandHasTheEdgesThatWereInForce) {

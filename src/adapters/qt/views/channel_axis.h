@@ -6,7 +6,8 @@
 
 namespace orvane {
 
-/// The channels that the Target has, side by side: between the bands nothing is drawn to scale.
+/// The channels that the Target has, side by side: between the bands nothing is drawn to scale, and there is room for
+/// the last label of one beside the first of the next.
 struct ChannelSpan {
   const char* name;
   int first;
@@ -18,8 +19,8 @@ struct ChannelSpan {
 
 inline constexpr std::array kChannelSpans{
     ChannelSpan{"GSM 900", 0, 124, 0.0, 1.0},
-    ChannelSpan{"DCS 1800", 512, 885, 1.2, 1.0},
-    ChannelSpan{"E-GSM 900", 975, 1023, 2.4, 0.6},
+    ChannelSpan{"DCS 1800", 512, 885, 1.4, 1.0},
+    ChannelSpan{"E-GSM 900", 975, 1023, 2.8, 0.6},
 };
 
 /// Place of a channel on the axis; none outside the span.

@@ -71,14 +71,15 @@ class ChannelCodesView final : public ChartView {
     codes_->setRange(lowest_ - 1, highest_ + 1);
     codes_->setTickType(QValueAxis::TicksDynamic);
     codes_->setTickAnchor(kNeutralCode);
-    codes_->setTickInterval(highest_ - lowest_ <= 2 * kFurthestStep ? 2 : (highest_ - lowest_ + 3) / 4);
+    codes_->setTickInterval(RoundStep(highest_ - lowest_, 5));
   }
 
   void Dress(const ChartColours& colours) override {
     neutral_->setPen(QPen(colours.text, 1, Qt::DashLine));
-    bands_[0]->setPen(QPen(colours.first, 3, Qt::SolidLine, Qt::FlatCap));
-    bands_[1]->setPen(QPen(colours.second, 3, Qt::SolidLine, Qt::FlatCap));
-    bands_[2]->setPen(QPen(colours.third, 3, Qt::SolidLine, Qt::FlatCap));
+    const std::array of{colours.first, colours.second, colours.third};
+    for (std::size_t i = 0; i < bands_.size(); ++i) {
+      bands_[i]->setPen(QPen(of[i], 3, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+    }
   }
 
   const RFParameter& record_;

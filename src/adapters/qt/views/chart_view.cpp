@@ -7,6 +7,7 @@
 #include <QLegendMarker>
 #include <QValueAxis>
 #include <algorithm>
+#include <cmath>
 
 namespace orvane {
 namespace {
@@ -32,6 +33,15 @@ ChartColours ChartColoursFor(const QPalette& palette) {
   return {ground, text, grid, "#0072b2", "#d55e00", "#00805c", "#a8437f"};
 }
 
+double RoundStep(double length, int most) {
+  const double least = length / most;
+  const double power = std::pow(10, std::floor(std::log10(least)));
+  for (const double step : {power, 2 * power, 5 * power}) {
+    if (step >= least) return step;
+  }
+  return 10 * power;
+}
+
 ChartView::ChartView(QWidget* parent) : QChartView(new QChart, parent) {
   setRenderHint(QPainter::Antialiasing);
   setViewportUpdateMode(FullViewportUpdate);
@@ -42,6 +52,8 @@ ChartView::ChartView(QWidget* parent) : QChartView(new QChart, parent) {
   chart()->setBackgroundRoundness(0);
   chart()->legend()->setAlignment(Qt::AlignTop);
   chart()->legend()->setMarkerShape(QLegend::MarkerShapeFromSeries);
+  // The toolkit would set a smaller one, in which the labels have no room.
+  setMinimumSize(fontMetrics().height() * 15, fontMetrics().height() * 9);
   rest_.setSingleShot(true);
   connect(&rest_, &QTimer::timeout, this, &ChartView::DrawDue);
 }
@@ -49,11 +61,6 @@ ChartView::ChartView(QWidget* parent) : QChartView(new QChart, parent) {
 QSize ChartView::sizeHint() const {
   const int line = fontMetrics().height();
   return {line * 26, line * 14};
-}
-
-QSize ChartView::minimumSizeHint() const {
-  const int line = fontMetrics().height();
-  return {line * 16, line * 9};
 }
 
 void ChartView::Touch() {

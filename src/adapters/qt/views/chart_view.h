@@ -26,6 +26,10 @@ struct ChartColours {
 
 [[nodiscard]] ChartColours ChartColoursFor(const QPalette& palette);
 
+/// The labels of an axis stand at round numbers: steps of 1, 2 or 5 of a power of ten, so long that a range of that
+/// length holds at most so many of them.
+[[nodiscard]] double RoundStep(double length, int most);
+
 /// A chart that follows something that may change very often. It is drawn anew soon after a change, but at most 30
 /// times a second, and rests for so long behind each drawing that all of them together take a small share of the
 /// time: a run is not held up by being looked at. What nobody sees is not drawn.
@@ -41,7 +45,6 @@ class ChartView : public QChartView {
   [[nodiscard]] int Drawings() const { return drawings_; }
 
   [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QSize minimumSizeHint() const override;
 
  protected:
   /// Puts what is to be shown into the series.
@@ -49,7 +52,7 @@ class ChartView : public QChartView {
   /// Gives the series their colours.
   virtual void Dress(const ChartColours& colours) = 0;
 
-  QValueAxis* AddAxis(Qt::AlignmentFlag side, const QString& title);
+  QValueAxis* AddAxis(Qt::AlignmentFlag side, const QString& title = {});
   /// The series with the axes that it belongs to. One without a name is not in the legend.
   template <class Series>
   Series* Add(Series* series, const QString& name, const QList<QAbstractAxis*>& axes) {

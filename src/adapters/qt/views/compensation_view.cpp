@@ -76,7 +76,7 @@ class CompensationView final : public ChartView {
     sound_->lowerSeries()->replace({{left, -kSoundCompensation}, {right, -kSoundCompensation}});
     halfDb_->setRange(-reach, reach);
     halfDb_->setTickType(QValueAxis::TicksDynamic);
-    halfDb_->setTickInterval(reach <= 12 ? 2 : (reach + 4) / 5);
+    halfDb_->setTickInterval(RoundStep(2.0 * reach, 8));
   }
 
   void Dress(const ChartColours& colours) override {

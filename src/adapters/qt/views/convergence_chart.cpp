@@ -12,30 +12,40 @@
 namespace orvane {
 namespace {
 
+constexpr int kMostLabels = 6;
+
+void SetRange(QValueAxis& axis, double low, double high) {
+  axis.setTickType(QValueAxis::TicksDynamic);
+  axis.setTickInterval(RoundStep(high - low, kMostLabels));
+  axis.setRange(low, high);
+}
+
 /// The range with some room around it, at least `least` wide.
 void Embrace(QValueAxis& axis, double low, double high, double least) {
-  const double room = std::max((high - low) * 0.08, (least - (high - low)) / 2);
-  axis.setRange(low - std::max(room, 0.0), high + std::max(room, 0.0));
+  const double room = std::max({(high - low) * 0.08, (least - (high - low)) / 2, 0.0});
+  SetRange(axis, low - room, high + room);
 }
 
 }  // namespace
 
 ConvergenceChart::ConvergenceChart(SearchTrail& trail, QWidget* parent) : ChartView(parent), trail_(trail) {
   setAccessibleName(tr("Power search"));
+  // The labels of either side have the colour of their marks: titles beside them would take the marks' room.
   passes_ = AddAxis(Qt::AlignBottom, tr("Pass"));
   passes_->setLabelFormat("%d");
   passes_->setRange(0, 8);
-  power_ = AddAxis(Qt::AlignLeft, tr("Power (dBm)"));
-  power_->setLabelFormat("%.2f");
-  power_->setRange(0, 40);
-  dac_ = AddAxis(Qt::AlignRight, tr("APC DAC"));
+  power_ = AddAxis(Qt::AlignLeft);
+  power_->setLabelFormat("%.1f");
+  SetRange(*power_, 0, 40);
+  dac_ = AddAxis(Qt::AlignRight);
   dac_->setLabelFormat("%d");
-  dac_->setRange(0, kDacLimit);
+  SetRange(*dac_, 0, kDacLimit);
   dac_->setGridLineVisible(false);
 
   tolerance_ = new QAreaSeries(new QLineSeries(this), new QLineSeries(this));
   Add(tolerance_, tr("Tolerance"), {passes_, power_});
   target_ = Add(new QLineSeries, tr("Target"), {passes_, power_});
+  ShowInLegend(target_, false);
   dacLine_ = Add(new QLineSeries, "", {passes_, dac_});
   dacMarks_ = Add(new QScatterSeries, tr("DAC"), {passes_, dac_});
   dacMarks_->setMarkerShape(QScatterSeries::MarkerShapeRectangle);
@@ -52,8 +62,9 @@ ConvergenceChart::ConvergenceChart(SearchTrail& trail, QWidget* parent) : ChartV
   trail.ended.Connect(touch);
 }
 
+/// In two lines: the second half of it would not fit on a small screen.
 QString ConvergenceChart::TitleOf(const SearchStory& search) const {
-  const QString title = QString::fromStdString(search.subject.name) + ": ";
+  const QString title = QString::fromStdString(search.subject.name) + "<br>";
   const QString target = QString::fromStdString(search.target.Text());
   if (search.passes.empty()) return title + tr("target %1 dBm").arg(target);
   const SearchPass& last = search.passes.back();
@@ -62,7 +73,7 @@ QString ConvergenceChart::TitleOf(const SearchStory& search) const {
 
 void ConvergenceChart::Draw() {
   if (!trail_.Last()) {
-    chart()->setTitle(tr("No search yet"));
+    chart()->setTitle(tr("No search yet") + "<br>&nbsp;");
     return;
   }
   const SearchStory& search = *trail_.Last();
@@ -134,9 +145,7 @@ void ConvergenceChart::Dress(const ChartColours& colours) {
     marks->setBorderColor(colours.ground);
   }
   dac_->setLabelsColor(colours.second);
-  dac_->setTitleBrush(colours.second);
   power_->setLabelsColor(colours.first);
-  power_->setTitleBrush(colours.first);
 }
 
 }  // namespace orvane

@@ -1,5 +1,6 @@
 #include "adapters/qt/views/found_levels_chart.h"
 
+#include <QLegendMarker>
 #include <QPointer>
 #include <QScatterSeries>
 #include <QValueAxis>
@@ -14,7 +15,8 @@ constexpr int kDacRange = 1024;
 
 FoundLevelsChart::FoundLevelsChart(SearchTrail& trail, QWidget* parent) : ChartView(parent), trail_(trail) {
   setAccessibleName(tr("Levels found"));
-  chart()->setTitle(tr("Levels found"));
+  // As high as the title of the search beside it.
+  chart()->setTitle(tr("Levels found") + "<br>&nbsp;");
   levels_ = AddAxis(Qt::AlignBottom, tr("Power level"));
   levels_->setLabelFormat("%d");
   levels_->setRange(-1, kHighestLevel + 1);
@@ -32,6 +34,8 @@ FoundLevelsChart::FoundLevelsChart(SearchTrail& trail, QWidget* parent) : ChartV
   offTarget_ = Add(new QScatterSeries, tr("Off target"), {levels_, dac_});
   offTarget_->setMarkerShape(QScatterSeries::MarkerShapeStar);
   offTarget_->setMarkerSize(20);
+  // In the legend no larger than the other marks.
+  chart()->legend()->markers(offTarget_).front()->setShape(QLegend::MarkerShapeStar);
   bands_[0] = Add(new QScatterSeries, "GSM", {levels_, dac_});
   bands_[1] = Add(new QScatterSeries, "DCS", {levels_, dac_});
   bands_[1]->setMarkerShape(QScatterSeries::MarkerShapeRectangle);
@@ -57,6 +61,7 @@ void FoundLevelsChart::Draw() {
     bands_[band]->replace(points);
   }
   offTarget_->replace(offTarget);
+  ShowInLegend(offTarget_, !offTarget.isEmpty());
 }
 
 void FoundLevelsChart::Dress(const ChartColours& colours) {

@@ -71,7 +71,7 @@ class RampShapeView final : public ChartView {
     DrawPart(down_);
     values_->setRange(lowest_, highest_ + 1);
     values_->setTickType(QValueAxis::TicksDynamic);
-    values_->setTickInterval(highest_ - lowest_ > 2 * kHighest ? (highest_ - lowest_) / 4 : 8);
+    values_->setTickInterval(highest_ - lowest_ > 2 * kHighest ? RoundStep(highest_ - lowest_, 4) : 8);
   }
 
   void DrawPart(Part& part) {
