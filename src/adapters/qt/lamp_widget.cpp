@@ -28,7 +28,7 @@ class LampWidget final : public QWidget {
     painter.setRenderHint(QPainter::Antialiasing);
     const qreal side = std::min(width(), height()) - 2.0;
     const QRectF disk((width() - side) / 2, (height() - side) / 2, side, side);
-    painter.setPen(QPen(palette().color(QPalette::Mid), 1.5));
+    painter.setPen(QPen(palette().color(QPalette::PlaceholderText), 1.5));
     painter.setBrush(IsGreen() ? QColor(0x2e, 0xb8, 0x4c) : IsRed() ? QColor(0xd9, 0x30, 0x30) : Qt::transparent);
     painter.drawEllipse(disk);
 

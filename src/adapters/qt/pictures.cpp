@@ -9,7 +9,7 @@ constexpr auto kPass = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="350"
   <g fill="none" stroke="#ffffff" stroke-linecap="round" stroke-linejoin="round">
     <path d="M139 56 L163 80 L211 29" stroke-width="17"/>
     <g stroke-width="15">
-      <path transform="translate(53 107)" d="M8 72 V8 H26 A18 18 0 0 1 26 44 H8"/>
+      <path transform="translate(53 107)" d="M8 72 V8 H26 A18 18 0 0 1 26 44 H12"/>
       <path transform="translate(116 107)" d="M6 72 L25 8 L44 72 M13 51 H37"/>
       <path transform="translate(180 107)" d="M42 19 C38 10 32 8 25 8 C15 8 8 14 8 23 C8 33 16 37 25 40
             C35 43 43 47 43 57 C43 66 35 72 25 72 C17 72 10 69 7 60"/>
@@ -38,12 +38,41 @@ constexpr auto kIncomplete = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width
   <circle cx="175" cy="160" r="17" fill="#000000"/>
 </svg>)svg";
 
+// The icons of boxes, each told by its shape as well as by its colour.
+constexpr auto kStop = R"svg(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 32 32">
+  <circle cx="16" cy="16" r="15" fill="#d93030"/>
+  <path d="M10 10 L22 22 M22 10 L10 22" stroke="#ffffff" stroke-width="4" stroke-linecap="round"/>
+</svg>)svg";
+
+constexpr auto kExclamation = R"svg(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 32 32">
+  <path d="M16 3.5 L29.5 28 H2.5 Z" fill="#ffbf00" stroke="#ffbf00" stroke-width="3" stroke-linejoin="round"/>
+  <path d="M16 11 V19" stroke="#201800" stroke-width="3.6" stroke-linecap="round"/>
+  <circle cx="16" cy="24.8" r="2.1" fill="#201800"/>
+</svg>)svg";
+
+constexpr auto kInformation = R"svg(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 32 32">
+  <circle cx="16" cy="16" r="15" fill="#2f65ca"/>
+  <circle cx="16" cy="9" r="2.3" fill="#ffffff"/>
+  <path d="M16 15 V24" stroke="#ffffff" stroke-width="4" stroke-linecap="round"/>
+</svg>)svg";
+
+constexpr auto kQuestion = R"svg(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 32 32">
+  <circle cx="16" cy="16" r="15" fill="#2f65ca"/>
+  <path d="M11 12 C11 5.5 21 5.5 21 12 C21 15.5 16 15.5 16 19.5" fill="none" stroke="#ffffff" stroke-width="3.4"
+        stroke-linecap="round"/>
+  <circle cx="16" cy="25" r="2.2" fill="#ffffff"/>
+</svg>)svg";
+
 }  // namespace
 
 QByteArray PictureNamed(std::string_view name) {
   if (name == "pass") return kPass;
   if (name == "fail") return kFail;
   if (name == "incomplete") return kIncomplete;
+  if (name == "stop") return kStop;
+  if (name == "exclamation") return kExclamation;
+  if (name == "information") return kInformation;
+  if (name == "question") return kQuestion;
   return {};
 }
 

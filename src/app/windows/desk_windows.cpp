@@ -4,8 +4,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTreeView>
 
 #include "adapters/qt/appearance.h"
 
@@ -41,6 +43,14 @@ QMessageBox::ButtonRole RoleOf(BoxButton button) {
       return QMessageBox::NoRole;
   }
   return QMessageBox::AcceptRole;
+}
+
+/// A file's name takes what room its size, kind and date leave.
+void ShowColumnsWhole(const QFileDialog& dialog) {
+  auto* files = dialog.findChild<QTreeView*>("treeView");
+  if (files == nullptr) return;
+  files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
 /// A text whose box would be larger than a screen, its buttons beyond reach, loses its end; a word that would be
@@ -112,7 +122,8 @@ void DeskWindows::Open(const Desk::OpenDialog& open) {
   auto dialog = std::make_unique<QFileDialog>(QApplication::activeWindow(), ToQt(open.dialog.title));
   dialog->setObjectName("fileDialog");
   // The station asks before it writes over a file, and adds the extension, by itself.
-  dialog->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
+  dialog->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
+                     QFileDialog::HideNameFilterDetails);
   dialog->setAcceptMode(open.mode == Desk::Mode::Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog->setFileMode(QFileDialog::AnyFile);
   dialog->setNameFilters(NameFilters(open.dialog.filter));
@@ -130,6 +141,7 @@ void DeskWindows::Open(const Desk::OpenDialog& open) {
                      }
                      loop_.Post([this, id, path] { desk_.Choose(id, path); });
                    });
+  ShowColumnsWhole(*dialog);
   dialog->setWindowModality(Qt::ApplicationModal);
   dialog->show();
   open_[open.id] = std::move(dialog);

@@ -59,6 +59,8 @@ StatusStrip::StatusStrip(const StationStatus& status, Surroundings surroundings,
   elapsed_ = Add(new QLabel(this), "statusElapsed");
   transfer_ = AddBar("statusTransfer", tr("Transfer %v of %m"));
   run_ = AddBar("statusRun", tr("%v of %m"));
+  // A bar that comes up moves nothing above.
+  setMinimumHeight(run_->sizeHint().height());
   ShowPlace();
   connect(&timer_, &QTimer::timeout, this, &StatusStrip::Look);
   timer_.start(kLook);

@@ -1,7 +1,8 @@
 #include "app/windows/theme.h"
 
 #include <QApplication>
-#include <QStyleFactory>
+
+#include "app/windows/station_style.h"
 
 namespace orvane {
 namespace {
@@ -15,8 +16,8 @@ struct Shades {
   QRgb marked;
 };
 
-constexpr Shades kLight{0xff1a1a1a, 0xff8a8a8a, 0xffe8e8e8, 0xfff1f1f1, 0xffffffff, 0xff2f65ca};
-constexpr Shades kDark{0xffe6e6e6, 0xff808080, 0xff3a3d41, 0xff2b2d30, 0xff1e1f22, 0xff2f65ca};
+constexpr Shades kLight{0xff1a1a1a, 0xff707070, 0xffe8e8e8, 0xfff1f1f1, 0xffffffff, 0xff2f65ca};
+constexpr Shades kDark{0xffe6e6e6, 0xff9c9c9c, 0xff3a3d41, 0xff2b2d30, 0xff1e1f22, 0xff2f65ca};
 
 }  // namespace
 
@@ -37,7 +38,7 @@ QPalette PaletteOf(Theme theme) {
 }
 
 void Wear(std::optional<Theme> theme) {
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QApplication::setStyle(new StationStyle);
   if (theme) QApplication::setPalette(PaletteOf(*theme));
 }
 
