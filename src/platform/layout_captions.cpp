@@ -27,8 +27,24 @@ void Join(std::string& text, const char* between, const std::string& more) {
   text += more;
 }
 
+bool IsPressed(const Control& control) {
+  const ControlKind kind = control.Kind();
+  return kind == ControlKind::Button || kind == ControlKind::Option || kind == ControlKind::Check;
+}
+
+/// How many controls that are pressed bear each caption.
+std::map<std::string, int> CaptionCounts(const Layout& layout) {
+  std::map<std::string, int> counts;
+  for (const Control* control : PlacedControls(layout)) {
+    if (IsPressed(*control)) ++counts[static_cast<const CaptionedControl*>(control)->Caption()];
+  }
+  return counts;
+}
+
 class Reader {
  public:
+  explicit Reader(const Layout& layout) : counts_(CaptionCounts(layout)) {}
+
   void Go(const Layout& part);
   [[nodiscard]] std::map<const Control*, std::string> Take() { return std::move(names_); }
 
@@ -37,10 +53,13 @@ class Reader {
     for (const Layout& part : layout.parts) Go(part);
   }
   void GoOverControl(const Layout& place);
+  void GoOverPressed(const CaptionedControl& control);
   void GoOverGrid(const Layout& grid);
   [[nodiscard]] std::string Name(const Control& control) const;
 
+  const std::map<std::string, int> counts_;
   std::string group_;
+  std::string field_;
   std::string row_;
   std::string caption_;
   std::string column_;
@@ -62,7 +81,16 @@ void Reader::GoOverControl(const Layout& place) {
     if (place.upDown != nullptr) names_[place.upDown] = Name(*place.control);
   } else if (place.control->Kind() == ControlKind::Label) {
     caption_ = Said(place);
+  } else if (IsPressed(*place.control)) {
+    GoOverPressed(*Captioned(place));
   }
+}
+
+void Reader::GoOverPressed(const CaptionedControl& control) {
+  if (counts_.at(control.Caption()) == 1) return;
+  std::string place = group_;
+  Join(place, ": ", field_);
+  if (!place.empty()) names_[&control] = place;
 }
 
 void Reader::GoOverGrid(const Layout& grid) {
@@ -92,9 +120,10 @@ void Reader::Go(const Layout& part) {
       caption_ = part.text;
       return;
     case Layout::Kind::Field:
-      caption_ = Said(part);
+      caption_ = field_ = Said(part);
       GoAll(part);
       caption_.clear();
+      field_.clear();
       return;
     case Layout::Kind::Group: {
       const std::string around = std::exchange(group_, Said(part));
@@ -119,7 +148,7 @@ void Reader::Go(const Layout& part) {
 }  // namespace
 
 std::map<const Control*, std::string> CaptionsBeside(const Layout& layout) {
-  Reader reader;
+  Reader reader(layout);
   reader.Go(layout);
   return reader.Take();
 }

@@ -24,7 +24,7 @@ Layout LayOut(FrmAutoCalTxResult& panel) {
               Column({Rows(panel.fraCHANNELCAL, panel.listChanCalPeakPower),
                       Rows(panel.fraChanCalPowerLevel, panel.listChanCalPowerLevel)})
                   .Stretched(),
-              View("channelCodes").Wide(64).Stretched(),
+              View("channelCodes").Wide(64).Stretched(2),
           })
           .Stretched(),
       Row({Space(), Of(panel.cmdTxcalClose)}),

@@ -78,8 +78,8 @@ Layout Save(FrmAutoCal& panel) {
       "Result save",
       {
           Row({Of(panel.optSaveModeEEPROM), Of(panel.optSaveModeFile), Of(panel.optSaveModeEEPROMFile), Space()}),
-          Row({Of(panel.chkAutoSaveMode), Of(panel.cmdAutoCalResultSave), Space()}),
-          Of(panel.prgAutoCalDownload),
+          Row({Of(panel.chkAutoSaveMode), Of(panel.cmdAutoCalResultSave), Of(panel.prgAutoCalDownload).Stretched(8),
+               Space()}),
       });
 }
 

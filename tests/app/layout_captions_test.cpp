@@ -39,6 +39,14 @@ TEST_F(LayoutCaptions, AControlIsCalledByWhatStandsBesideIt) {
       // A button that brings about what stands behind it.
       {panels_.baseBand.txtZeroCal, "Battery calibration: ZeroCal"},
       {panels_.txResult.listPeakPower, "Peak Power Measurement"},
+      // Buttons of one caption are told apart by where they stand; the others are called by theirs.
+      {panels_.main.cmdBeaconSet, "BCH Freq Setting: ARFCN"},
+      {panels_.main.Command4, "Target Power Level Setting: Index"},
+      {panels_.main.cmdPSReset, "Power Supply (GPIB)"},
+      {panels_.autoCal.cmdPowerIndexSet, "Power Index"},
+      {panels_.autoCal.cmdRxLossSave, "Cable Loss"},
+      {panels_.autoCal.optinitialDCS, "Initial Value"},
+      {panels_.autoCal.cmdAutoCalStop, ""},
   };
   for (const auto& row : rows) EXPECT_EQ(CaptionOf(row.control), row.caption) << row.control.Name();
 }
@@ -53,6 +61,22 @@ TEST_F(LayoutCaptions, NothingThatTakesAnEntryGoesWithoutOne) {
     }
   }
   EXPECT_THAT(unspoken, IsEmpty());
+}
+
+TEST_F(LayoutCaptions, NoTwoButtonsSoundAlike) {
+  for (const auto& [panel, layout] : layouts_) {
+    const auto places = CaptionsBeside(layout);
+    std::map<std::string, int> heard;
+    for (Control* control : PlacedControls(layout)) {
+      if (control->Kind() != ControlKind::Button) continue;
+      const auto place = places.find(control);
+      const std::string where = place == places.end() ? "" : place->second + ", ";
+      // These do nothing, each of them.
+      if (where.starts_with("Without effect")) continue;
+      const std::string name = where + static_cast<const Button*>(control)->Caption();
+      EXPECT_EQ(++heard[name], 1) << panel->Name() << ": " << name;
+    }
+  }
 }
 
 }  // namespace

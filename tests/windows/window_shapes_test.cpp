@@ -4,9 +4,13 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollBar>
+#include <QStyle>
 #include <QSvgWidget>
 #include <set>
 
+#include "adapters/qt/fitting_area.h"
+#include "app/windows/theme.h"
 #include "windows/windows_test.h"
 
 namespace orvane::test {
@@ -35,6 +39,57 @@ TEST_F(WindowShapes, EveryWindowFitsOnASmallScreen) {
     EXPECT_LE(window.height(), 680) << panel->Name();
     EXPECT_GE(window.width(), window.minimumSizeHint().width()) << panel->Name();
     EXPECT_GE(window.height(), window.minimumSizeHint().height()) << panel->Name();
+  }
+}
+
+std::vector<std::string> Scrolled(PanelWindow& window) {
+  std::vector<std::string> scrolled;
+  for (const FittingArea* area : window.findChildren<FittingArea*>()) {
+    const bool moves = area->verticalScrollBar()->maximum() > 0 || area->horizontalScrollBar()->maximum() > 0;
+    if (area->isVisible() && moves) scrolled.push_back(window.objectName().toStdString());
+  }
+  return scrolled;
+}
+
+TEST_F(WindowShapes, NothingIsScrolledInTheUsualType) {
+  for (Panel* panel : windowed_->on.Panels().All()) EXPECT_THAT(Scrolled(Shown(*panel)), testing::IsEmpty());
+  OrvaneMain& main = windowed_->on.Panels().main;
+  for (int page = 0; page < 3; ++page) {
+    main.SSTab1.Select(page);
+    EXPECT_THAT(Scrolled(Shown(main)), testing::IsEmpty()) << page;
+  }
+}
+
+/// The type of all windows, for as long as it lives.
+class TypeOf {
+ public:
+  explicit TypeOf(double times) {
+    QFont larger = usual_;
+    larger.setPointSizeF(usual_.pointSizeF() * times);
+    QApplication::setFont(larger);
+  }
+  TypeOf(const TypeOf&) = delete;
+  TypeOf& operator=(const TypeOf&) = delete;
+  ~TypeOf() { QApplication::setFont(usual_); }
+
+ private:
+  QFont usual_ = QApplication::font();
+};
+
+TEST_F(WindowShapes, InALargeTypeEveryWindowFitsOnASmallScreenToo) {
+  for (const double times : {1.25, 1.6}) {
+    const TypeOf large(times);
+    SetUp();
+    for (Panel* panel : windowed_->on.Panels().All()) {
+      PanelWindow& window = Shown(*panel);
+      EXPECT_LE(window.width(), 1270) << panel->Name() << " " << times;
+      EXPECT_LE(window.height(), 680) << panel->Name() << " " << times;
+      for (const FittingArea* area : window.findChildren<FittingArea*>()) {
+        const QWidget* content = area->widget();
+        EXPECT_GE(content->width(), content->minimumSizeHint().width()) << "what has no room is scrolled to";
+        EXPECT_GE(content->height(), content->minimumSizeHint().height()) << "what has no room is scrolled to";
+      }
+    }
   }
 }
 
@@ -83,10 +138,54 @@ TEST_F(WindowShapes, WhoCannotSeeAnEntryHearsItsCaption) {
   EXPECT_EQ(spoken(panels.autoCal.txtDCSLoss), "Channels and losses: Tx loss (dB), DCS");
   auto* arrow = windowed_->Of(panels.autoCal.updDCSLoss).findChild<QWidget*>("up");
   EXPECT_EQ(arrow->accessibleName(), "Channels and losses: Tx loss (dB), DCS up");
+  EXPECT_EQ(spoken(panels.main.cmdULTest), "Uplink Normal Burst test, Test");
+  panels.main.cmdULTest.SetCaption("Stop");
+  EXPECT_EQ(spoken(panels.main.cmdULTest), "Uplink Normal Burst test, Stop");
+  EXPECT_EQ(spoken(panels.autoCal.cmdAutoCalStop), "");
   EXPECT_EQ(windowed_->Of(panels.main.shpTargetOnOff).accessibleDescription(), "Not used yet");
   panels.main.shpTargetOnOff.SetBackColor(kGreen);
   windowed_->Settle();
   EXPECT_EQ(windowed_->Of(panels.main.shpTargetOnOff).accessibleDescription(), "Ready");
+}
+
+TEST_F(WindowShapes, WhatComesUpInARunMovesNothing) {
+  StationPanels& panels = windowed_->on.Panels();
+  for (ProgressBar* bar : {&panels.autoCal.prgAutoCalDownload, &panels.downLoad.prgDownload}) {
+    const QSize before = Shown(bar->Owner()).minimumSizeHint();
+    bar->SetVisible(true);
+    EXPECT_TRUE(windowed_->Of(*bar).isVisible());
+    EXPECT_EQ(Shown(bar->Owner()).minimumSizeHint().height(), before.height()) << bar->Owner().Name();
+  }
+}
+
+/// How far apart the lightest and the darkest dot of a picture are.
+int Contrast(const QImage& drawn) {
+  int darkest = 255;
+  int lightest = 0;
+  for (int y = 0; y < drawn.height(); ++y) {
+    for (int x = 0; x < drawn.width(); ++x) {
+      darkest = std::min(darkest, qGray(drawn.pixel(x, y)));
+      lightest = std::max(lightest, qGray(drawn.pixel(x, y)));
+    }
+  }
+  return lightest - darkest;
+}
+
+TEST_F(WindowShapes, OnADarkScreenEmptyBoxesAndLampsHaveAnEdge) {
+  const QPalette usual = QApplication::palette();
+  const QString usualStyle = QApplication::style()->objectName();
+  Wear(Theme::Dark);
+  SetUp();
+  StationPanels& panels = windowed_->on.Panels();
+  for (Panel* panel : {static_cast<Panel*>(&panels.main), static_cast<Panel*>(&panels.baseBand)}) Shown(*panel);
+  constexpr int kSeen = 60;
+  for (Control* control :
+       {static_cast<Control*>(&panels.main.txtUserCommand), static_cast<Control*>(&panels.main.txtResults),
+        static_cast<Control*>(&panels.main.shpTargetOnOff), static_cast<Control*>(&panels.baseBand.shpBatCalOnOff)}) {
+    EXPECT_GE(Contrast(windowed_->Of(*control).grab().toImage()), kSeen) << control->Name();
+  }
+  QApplication::setStyle(usualStyle);
+  QApplication::setPalette(usual);
 }
 
 void CollectViews(const Layout& layout, std::vector<std::string>& views) {

@@ -80,6 +80,10 @@ QWidget* MakeFrame(Frame& frame, QWidget* parent) {
 
 QWidget* MakeProgress(ProgressBar& progress, QWidget* parent) {
   auto* widget = new QProgressBar(parent);
+  // A bar that comes up in a run moves nothing.
+  QSizePolicy room = widget->sizePolicy();
+  room.setRetainSizeWhenHidden(true);
+  widget->setSizePolicy(room);
   Follow(progress, *widget, [&progress, widget] {
     widget->setRange(0, std::max<Long>(progress.Max(), 1));
     widget->setValue(progress.Value());

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QToolButton>
 
+#include "adapters/qt/fitting_area.h"
 #include "adapters/qt/up_down_widget.h"
 #include "platform/layout_captions.h"
 
@@ -15,6 +16,8 @@ namespace {
 constexpr int kMargin = 8;
 constexpr int kSpacing = 6;
 constexpr int kLargePoints = 28;
+/// What a window has on a small screen between its bars.
+constexpr QSize kWindowRoom(1270, 650);
 
 template <class BoxLayout>
 BoxLayout* Bare(BoxLayout* layout) {
@@ -31,6 +34,32 @@ void SetWeight(QWidget& widget, QFont::Weight weight) {
 
 void SetCharacters(QLabel& label, int characters) {
   label.setMinimumWidth(label.fontMetrics().horizontalAdvance(u'0') * characters);
+}
+
+/// What is left of that for a page: with its tab above it, a row of buttons below and the console beside it.
+QSize PageRoom(const QWidget& page) {
+  constexpr int kBeside = 404;
+  return kWindowRoom - QSize(kBeside, 2 * kMargin + 4 * page.fontMetrics().height());
+}
+
+/// It would like to be `width` wide, but goes down to three quarters of it where there is less room.
+void PlaceWide(QWidget& widget, int width, int stretch, QBoxLayout& into) {
+  widget.setMinimumWidth(width * 3 / 4);
+  auto* cell = Bare(new QGridLayout);
+  cell->addWidget(&widget, 0, 0);
+  cell->addItem(new QSpacerItem(width, 0, QSizePolicy::Preferred, QSizePolicy::Minimum), 0, 0);
+  into.addLayout(cell, stretch);
+}
+
+/// What somebody hears of a control; of one with a caption, which may change, that behind its place.
+void Name(Control& control, QWidget& widget, const QString& spoken) {
+  auto* captioned = dynamic_cast<CaptionedControl*>(&control);
+  if (captioned == nullptr) return widget.setAccessibleName(spoken);
+  const auto name = [captioned, &widget, spoken] {
+    widget.setAccessibleName(spoken + ", " + ToQt(captioned->Caption()));
+  };
+  name();
+  control.changed.Connect(name);
 }
 
 QLabel* PlainText(const std::string& text, int characters, QWidget* parent) {
@@ -78,7 +107,7 @@ QWidget* Builder::Single(const Layout& part, QWidget* parent) {
     widget->setFont(font);
   }
   if (const auto spoken = spoken_.find(part.control); spoken != spoken_.end()) {
-    widget->setAccessibleName(ToQt(spoken->second));
+    Name(*part.control, *widget, ToQt(spoken->second));
   }
   if (widget->focusPolicy() != Qt::NoFocus) focusable_.push_back(widget);
   return widget;
@@ -135,7 +164,7 @@ void Builder::PlaceTabs(const Layout& tabs, QBoxLayout& into, QWidget* parent) {
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kSpacing);
     Place(tabs.parts[page], *column, content);
-    widget->addTab(content, ToQt(control.Tabs().at(page)));
+    widget->addTab(new FittingArea(content, PageRoom(*content), widget), ToQt(control.Tabs().at(page)));
   }
   widget->setCurrentIndex(control.Selected());
   into.addWidget(widget, tabs.stretch);
@@ -143,10 +172,10 @@ void Builder::PlaceTabs(const Layout& tabs, QBoxLayout& into, QWidget* parent) {
 
 void Builder::PlaceControl(const Layout& place, QBoxLayout& into, QWidget* parent) {
   QWidget* widget = Single(place, parent);
-  if (place.upDown == nullptr) {
-    into.addWidget(widget, place.stretch);
-    return;
+  if (place.lines > 0 && place.size > 0 && place.control->Kind() == ControlKind::Text) {
+    return PlaceWide(*widget, widget->minimumWidth(), place.stretch, into);
   }
+  if (place.upDown == nullptr) return into.addWidget(widget, place.stretch);
   auto* pair = Bare(new QHBoxLayout);
   pair->setSpacing(0);
   pair->addWidget(widget);
@@ -179,8 +208,8 @@ void Builder::PlaceView(const Layout& place, QBoxLayout& into, QWidget* parent) 
   QWidget* view = views_ ? views_(place.text, parent) : nullptr;
   if (view == nullptr) return;
   view->setObjectName(ToQt(place.text));
-  if (place.size > 0) view->setMinimumWidth(view->fontMetrics().horizontalAdvance(u'0') * place.size);
-  into.addWidget(view, place.stretch);
+  if (place.size == 0) return into.addWidget(view, place.stretch);
+  PlaceWide(*view, view->fontMetrics().horizontalAdvance(u'0') * place.size, place.stretch, into);
 }
 
 template <class Inner>
@@ -230,7 +259,7 @@ QWidget* BuildLayout(const Layout& layout, WindowContext& context, const ViewMak
   Builder builder(layout, context, views);
   builder.Place(layout, *column, content);
   builder.ChainTabs();
-  return content;
+  return new FittingArea(content, kWindowRoom, parent);
 }
 
 }  // namespace orvane
