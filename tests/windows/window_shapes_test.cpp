@@ -153,8 +153,9 @@ TEST_F(WindowShapes, WhatComesUpInARunMovesNothing) {
   for (ProgressBar* bar : {&panels.autoCal.prgAutoCalDownload, &panels.downLoad.prgDownload}) {
     const QSize before = Shown(bar->Owner()).minimumSizeHint();
     bar->SetVisible(true);
-    EXPECT_TRUE(windowed_->Of(*bar).isVisible());
-    EXPECT_EQ(Shown(bar->Owner()).minimumSizeHint().height(), before.height()) << bar->Owner().Name();
+    const QSize after = Shown(bar->Owner()).minimumSizeHint();
+    EXPECT_TRUE(windowed_->Of(*bar).isVisible()) << bar->Owner().Name();
+    EXPECT_EQ(after.height(), before.height()) << bar->Owner().Name();
   }
 }
 

@@ -1,169 +1,185 @@
-// Draws every window of the station after a run on a virtual bench, the verdicts and boxes each after a run that
-// brings them up. No screen is needed.
+// Draws the windows of the station after runs on a virtual bench, the verdicts and boxes each after a run that brings
+// them up. No screen is needed.
 //
-//   screenshots FOLDER [light|dark]
+//   screenshots FOLDER [light|dark] [large] [every|brief]
+//       What the operator's guide shows. "large": the type 1.25 times as large; "every": all states of all windows;
+//       "brief": each window, but no run that waits long.
+//   screenshots --all FOLDER
+//       Every state, light and dark, on screens of one and two dots a pixel, each set in a folder of its own.
 //
 // QT_SCALE_FACTOR=2 doubles the pictures.
 
 #include <QApplication>
-#include <QMessageBox>
+#include <QProcess>
+#include <algorithm>
 #include <clocale>
-#include <filesystem>
 #include <iostream>
-#include <set>
-#include <stdexcept>
-#include <utility>
 
-#include "app/program.h"
-#include "app/windows/front_end.h"
-#include "app/windows/status_strip.h"
 #include "app/windows/theme.h"
+#include "photographer.h"
 
 namespace {
 
-using orvane::Desk;
-using orvane::FrontEnd;
-using orvane::Operator;
 using orvane::Panel;
-using orvane::Program;
-using orvane::StationPanels;
+using orvane::Photographer;
+using std::filesystem::path;
 
-/// Works one station on one bench as an operator does, and keeps what the screen shows.
-class Photographer {
- public:
-  Photographer(const orvane::bench::BenchOptions& bench, std::filesystem::path folder)
-      : program_(OptionsOf(bench)),
-        status_(program_.TheWorld().loop, program_.TheWorld().Ports().mscomTarget, program_.TheStation().State(),
-                program_.TheStation().Panels()),
-        frontEnd_(program_.TheWorld().loop, program_.TheWorld().desk, program_.TheStation()),
-        folder_(std::move(folder)),
-        hand_(program_.TheStation().Nest()) {
-    program_.TheWorld().desk.boxOpened.Connect([this](const Desk::OpenBox& open) {
-      program_.TheWorld().loop.Post([this, id = open.id, box = open.box] { AnswerBox(id, box); });
-    });
-    frontEnd_.belowMain = [this](QWidget* parent) {
-      return new orvane::StatusStrip(status_, orvane::SurroundingsOf(program_.TheOptions()), parent);
-    };
-    program_.TheStation().Start();
-  }
+orvane::bench::BenchOptions BenchWith(const char* fault) {
+  orvane::bench::BenchOptions options;
+  orvane::bench::SetBenchOption(options, std::string("fault=") + fault);
+  return options;
+}
 
-  [[nodiscard]] StationPanels& Panels() { return program_.TheStation().Panels(); }
-  void InitializeInstruments() {
-    hand_.Click(Panels().main.cmdInstrumentInitialize);
-    hand_.Click(Panels().main.cmdPSInitialize);
-    program_.TheStation().Nest().Run([&] { Panels().baseBand.Touch(); });
-    hand_.Click(Panels().baseBand.load.initialize);
-  }
-  /// The windows of a run, while it looks for that level.
-  void TakeInRun(const std::string& level) {
-    program_.TheStation().State().searchTrail.passed.Connect([this, level, taken = false](const auto&) mutable {
-      if (taken || program_.TheStation().State().searchTrail.Last()->subject.name != level) return;
-      taken = true;
-      program_.TheWorld().loop.Post([this] {
-        Take(Panels().main, "OrvaneMain-in-a-run");
-        Take(Panels().autoCal, "frmAutoCal-in-a-run");
-      });
-    });
-  }
-  void RunTarget() { hand_.Click(Panels().main.cmdTargetInitialize); }
-
-  /// The window of a panel as it stands, or shown for the picture.
-  void Take(Panel& panel, const std::string& name) {
-    if (!panel.Visible()) program_.TheStation().Nest().Run([&] { panel.Show(); });
-    orvane::PanelWindow& window = *frontEnd_.WindowOf(panel);
-    // The screen in memory may be a smaller one.
-    window.TakeItsSize();
-    Save(window, name);
-  }
-  void TakeTabs(orvane::OrvaneMain& main) {
-    const auto& tabs = main.SSTab1.Tabs();
-    for (std::size_t i = 0; i < tabs.size(); ++i) {
-      main.SSTab1.Select(static_cast<int>(i));
-      Take(main, main.Name() + "-" + tabs[i]);
-    }
-    main.SSTab1.Select(0);
-  }
-
-  /// From now on each box is kept under that name and a number.
-  void NameBoxes(std::string name) { boxName_ = std::move(name); }
-
- private:
-  static orvane::Options OptionsOf(const orvane::bench::BenchOptions& bench) {
-    orvane::Options options;
-    options.bench = bench;
-    return options;
-  }
-  /// Of boxes that come again and again one picture is enough.
-  void AnswerBox(Desk::Id id, const orvane::Box& box) {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      const bool isBox = qobject_cast<QMessageBox*>(window) != nullptr;
-      if (isBox && !boxName_.empty() && seen_.insert(box.text).second) {
-        Save(*window, boxName_ + "-" + std::to_string(seen_.size()));
-      }
-    }
-    program_.TheWorld().desk.Press(id, orvane::ButtonText(box.buttons.front()));
-  }
-  void Save(QWidget& window, const std::string& name) {
-    QApplication::processEvents();
-    const std::string file = (folder_ / (name + ".png")).string();
-    if (!window.grab().save(QString::fromStdString(file))) throw std::runtime_error("Cannot write " + file);
-    std::cout << file << ": " << window.width() << " x " << window.height() << std::endl;
-  }
-
-  Program program_;
-  orvane::StationStatus status_;
-  FrontEnd frontEnd_;
-  std::filesystem::path folder_;
-  Operator hand_;
-  std::string boxName_;
-  std::set<std::string> seen_;
-};
-
-void TakeAll(const std::filesystem::path& folder) {
+void TakeGoodRun(const path& folder, bool every) {
   Photographer good({}, folder);
+  orvane::StationPanels& panels = good.Panels();
   good.InitializeInstruments();
-  good.TakeInRun("GSM level 12");
+  good.WhenLevelIsSearched("GSM level 12", [&] {
+    good.Take(panels.main, "OrvaneMain-in-a-run");
+    good.Take(panels.autoCal, "frmAutoCal-in-a-run");
+  });
+  if (every) {
+    auto& saved = panels.downLoad.prgDownload;
+    good.When(
+        saved, [&] { return saved.Value() > saved.Max() / 2; },
+        [&] {
+          good.Take(panels.main, "OrvaneMain-saving");
+          good.Take(panels.autoCal, "frmAutoCal-saving");
+          good.Take(panels.downLoad, "frmDownLoad-saving");
+        });
+    good.When(
+        panels.baseBand.txtCC2CVADC, [&] { return !panels.baseBand.txtCC2CVADC.Text().empty(); },
+        [&] { good.Take(panels.baseBand, "frmBaseBand-in-a-run"); });
+  }
   good.RunTarget();
-  good.TakeTabs(good.Panels().main);
-  for (Panel* panel : good.Panels().All()) {
-    const bool onceMore = panel == &good.Panels().main || panel == &good.Panels().fail;
+  good.TakeTabs(panels.main);
+  for (Panel* panel : panels.All()) {
+    const bool onceMore = panel == &panels.main || panel == &panels.fail;
     if (!onceMore) good.Take(*panel, panel->Name());
   }
+}
 
+void TakeRunWithoutInstruments(const path& folder) {
   Photographer withoutInstruments({}, folder);
   withoutInstruments.NameBoxes("box-no-instruments");
   withoutInstruments.RunTarget();
   withoutInstruments.Take(withoutInstruments.Panels().pass, "frmFailPass-incomplete");
+}
 
-  orvane::bench::BenchOptions broken;
-  orvane::bench::SetBenchOption(broken, "fault=battery");
-  Photographer failing(broken, folder);
+void TakeFailingRun(const path& folder) {
+  Photographer failing(BenchWith("battery"), folder);
   failing.NameBoxes("box-battery");
   failing.InitializeInstruments();
   failing.RunTarget();
   failing.Take(failing.Panels().fail, "frmFail");
+}
 
-  orvane::bench::BenchOptions dead;
-  orvane::bench::SetBenchOption(dead, "fault=silent");
-  Photographer silent(dead, folder);
+void TakeSilentTarget(const path& folder, bool every) {
+  Photographer silent(BenchWith("silent"), folder);
   silent.NameBoxes("box-no-target");
   silent.InitializeInstruments();
   silent.RunTarget();
+  if (every) silent.Take(silent.Panels().main, "OrvaneMain-no-reply");
+}
+
+/// Windows that nothing has happened in, what comes up over them, and the Target worked by hand.
+void TakeByHand(const path& folder) {
+  Photographer idle({}, folder);
+  orvane::StationPanels& panels = idle.Panels();
+  idle.NameBoxes("box-by-hand");
+  idle.NameDialogs("dialog");
+  for (Panel* panel : panels.All()) idle.Take(*panel, panel->Name() + "-fresh");
+  idle.TakeList(panels.main.cboInstrumentList, "list");
+  idle.TakeStatusOf({.devices = {"/dev/serial/by-id/usb-serial-adapter-of-some-length-if00-port0"},
+                     .instruments = "GPIB native, 1 by tcp:bench7:5025, 2 by tcp:bench7:5026, 5 by tcp:bench7:5027"},
+                    "status-real-bench");
+  idle.Click(panels.main.cmdExit);
+  idle.Click(panels.main.cmdLogOn);
+  idle.Click(panels.downLoad.cmdEepromDownLoad);
+  (void)idle.TheDesk().AskOverwrite("run.log\nThis file already exists. Write over it?");
+  idle.TheDesk().Alarm("The battery is connected.");
+  idle.TheDesk().Warning(std::string(4000, 'x'));
+
+  idle.InitializeInstruments();
+  idle.Click(panels.main.cmdULTest);
+  panels.main.SSTab1.Select(2);
+  idle.Type(*panels.main.ramp.txtUP[3], "9");
+  idle.Type(*panels.rampTable.editor.txtDN[3], "5");
+  panels.downLoad.optEepromWrite.Select();
+  idle.Take(panels.main, "OrvaneMain-by-hand");
+  idle.Take(panels.rampTable, "frmRampTable-by-hand");
+  idle.Take(panels.downLoad, "frmDownLoad-by-hand");
+}
+
+/// Charts of units that are not what they should be, and a run that is stopped.
+void TakeBadUnits(const path& folder) {
+  Photographer weak(BenchWith("pa-weak"), folder);
+  weak.InitializeInstruments();
+  weak.RunTarget();
+  weak.Take(weak.Panels().autoCal, "frmAutoCal-weak");
+  weak.Take(weak.Panels().txResult, "frmAutoCalTxResult-weak");
+
+  Photographer deaf(BenchWith("receiver"), folder);
+  deaf.InitializeInstruments();
+  deaf.RunTarget();
+  deaf.Take(deaf.Panels().mpAutoCal, "frmMPAutoCal-deaf");
+
+  Photographer stopped({}, folder);
+  stopped.InitializeInstruments();
+  stopped.WhenLevelIsSearched("DCS level 3", [&] {
+    stopped.Click(stopped.Panels().autoCal.cmdAutoCalStop);
+    stopped.Take(stopped.Panels().autoCal, "frmAutoCal-stopped");
+  });
+  stopped.RunTarget();
+}
+
+void TakeSet(const path& folder, bool every, bool brief) {
+  std::filesystem::create_directories(folder);
+  TakeGoodRun(folder, every);
+  TakeRunWithoutInstruments(folder);
+  if (every || brief) TakeByHand(folder);
+  if (brief) return;
+  TakeFailingRun(folder);
+  TakeSilentTarget(folder, every);
+  if (every) TakeBadUnits(folder);
+}
+
+/// A screen's dots are settled when a program begins: each set is taken by one of its own.
+int TakeAllSets(const QString& program, const path& folder) {
+  for (const char* dots : {"1", "2"}) {
+    for (const char* theme : {"light", "dark"}) {
+      const path set = folder / (std::string(dots) + "x-" + theme);
+      QProcess taker;
+      auto surroundings = QProcessEnvironment::systemEnvironment();
+      surroundings.insert("QT_SCALE_FACTOR", dots);
+      taker.setProcessEnvironment(surroundings);
+      taker.setProcessChannelMode(QProcess::ForwardedChannels);
+      taker.start(program, {QString::fromStdString(set.string()), theme, "every"});
+      if (!taker.waitForFinished(-1) || taker.exitCode() != 0) return 1;
+    }
+  }
+  return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2) {
-    std::cerr << "screenshots FOLDER [light|dark]" << std::endl;
+  const std::vector<std::string_view> words(argv + 1, argv + argc);
+  const auto says = [&](std::string_view word) { return std::find(words.begin(), words.end(), word) != words.end(); };
+  if (words.empty() || (words[0] == "--all") != (words.size() == 2 && says("--all"))) {
+    std::cerr << "screenshots FOLDER [light|dark] [large] [every|brief], or screenshots --all FOLDER" << std::endl;
     return orvane::kBadOptions;
   }
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
   (void)std::setlocale(LC_NUMERIC, "C");
-  const bool dark = argc > 2 && std::string_view(argv[2]) == "dark";
-  orvane::Wear(dark ? orvane::Theme::Dark : orvane::Theme::Light);
+  if (words[0] == "--all") return TakeAllSets(QApplication::applicationFilePath(), words[1]);
 
-  std::filesystem::create_directories(argv[1]);
-  TakeAll(argv[1]);
+  orvane::Wear(says("dark") ? orvane::Theme::Dark : orvane::Theme::Light);
+  if (says("large")) {
+    QFont font = QApplication::font();
+    font.setPointSizeF(font.pointSizeF() * 1.25);
+    QApplication::setFont(font);
+  }
+  TakeSet(words[0], says("every"), says("brief"));
 }
