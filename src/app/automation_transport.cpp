@@ -175,12 +175,23 @@ int ListenAt(const std::string& path) {
 
 }  // namespace
 
-UnixSocketTransport::UnixSocketTransport(EventLoop& loop, AutomationPort& port, std::string path)
-    : loop_(loop), port_(port), path_(std::move(path)) {
+ListeningSocket::ListeningSocket(std::string path) : path_(std::move(path)) {
   ClearAbandoned(path_);
-  listener_ = ListenAt(path_);
-  connecting_ = std::make_unique<QSocketNotifier>(listener_, QSocketNotifier::Read);
-  QObject::connect(connecting_.get(), &QSocketNotifier::activated, connecting_.get(), [this] { Accept(); });
+  descriptor_ = ListenAt(path_);
+}
+
+ListeningSocket::~ListeningSocket() {
+  ::close(descriptor_);
+  ::unlink(path_.c_str());
+}
+
+UnixSocketTransport::UnixSocketTransport(EventLoop& loop, AutomationPort& port,
+                                         std::unique_ptr<ListeningSocket> listener)
+    : loop_(loop),
+      port_(port),
+      listener_(std::move(listener)),
+      connecting_(listener_->Descriptor(), QSocketNotifier::Read) {
+  QObject::connect(&connecting_, &QSocketNotifier::activated, &connecting_, [this] { Accept(); });
 }
 
 UnixSocketTransport::~UnixSocketTransport() {
@@ -188,15 +199,13 @@ UnixSocketTransport::~UnixSocketTransport() {
     port_.Disconnect();
     client_->Farewell();
   }
-  connecting_.reset();
-  ::close(listener_);
-  ::unlink(path_.c_str());
+  connecting_.setEnabled(false);
 }
 
 void UnixSocketTransport::Accept() {
-  const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+  const int socket = ::accept4(listener_->Descriptor(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
   if (socket < 0) return;
-  connecting_->setEnabled(false);
+  connecting_.setEnabled(false);
   client_ = std::make_shared<Client>(socket);
   QObject::connect(&client_->readable, &QSocketNotifier::activated, &client_->readable, [this] { ReadSome(); });
   loop_.Post([this, held = std::weak_ptr(client_)] {
@@ -226,7 +235,7 @@ void UnixSocketTransport::PostHangUp(const std::shared_ptr<Client>& client) {
     if (gone.expired() || gone.lock() != client_) return;
     port_.Disconnect();
     client_.reset();
-    connecting_->setEnabled(true);
+    connecting_.setEnabled(true);
   });
 }
 

@@ -42,17 +42,32 @@ class SocketFailure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// A socket file that its owner alone may use, for one client at a time: another one waits until the first has gone.
+/// A socket file that its owner alone may use, there as long as this object is. Who comes before anybody is served
+/// waits.
+class ListeningSocket {
+ public:
+  /// A socket file that nobody listens on any more is replaced.
+  /// @throws SocketFailure when the path cannot be listened on.
+  explicit ListeningSocket(std::string path);
+  ListeningSocket(const ListeningSocket&) = delete;
+  ListeningSocket& operator=(const ListeningSocket&) = delete;
+  ~ListeningSocket();
+
+  [[nodiscard]] int Descriptor() const { return descriptor_; }
+
+ private:
+  std::string path_;
+  int descriptor_;
+};
+
+/// Serves a socket's clients, one at a time: another one waits until the first has gone.
 /// A client that does not take what is said to it never holds up the station: 8 MiB are kept for it, then it is
 /// dropped.
 class UnixSocketTransport {
  public:
-  /// A socket file that nobody listens on any more is replaced.
-  /// @throws SocketFailure when the path cannot be listened on.
-  UnixSocketTransport(EventLoop& loop, AutomationPort& port, std::string path);
+  UnixSocketTransport(EventLoop& loop, AutomationPort& port, std::unique_ptr<ListeningSocket> listener);
   UnixSocketTransport(const UnixSocketTransport&) = delete;
   UnixSocketTransport& operator=(const UnixSocketTransport&) = delete;
-  /// Takes the socket file away.
   ~UnixSocketTransport();
 
  private:
@@ -65,9 +80,8 @@ class UnixSocketTransport {
 
   EventLoop& loop_;
   AutomationPort& port_;
-  std::string path_;
-  int listener_ = -1;
-  std::unique_ptr<QSocketNotifier> connecting_;
+  std::unique_ptr<ListeningSocket> listener_;
+  QSocketNotifier connecting_;
   std::shared_ptr<Client> client_;
 };
 

@@ -14,10 +14,22 @@ std::string UnitStoreOf(const Options& options) {
   return (*options.bench->store / "eeprom.bin").string() + " and flash100.txt beside it";
 }
 
+/// Ahead of all that a run would open or begin: a place that cannot be listened on is a bad option.
+std::unique_ptr<ListeningSocket> SocketOf(const Options& options) {
+  const auto* unixSocket = std::get_if<UnixAutomation>(&options.automation);
+  if (unixSocket == nullptr) return nullptr;
+  try {
+    return std::make_unique<ListeningSocket>(unixSocket->path);
+  } catch (const SocketFailure& failure) {
+    throw OptionFault("--automation: unix:" + unixSocket->path + ": " + failure.what());
+  }
+}
+
 }  // namespace
 
 Program::Program(const Options& options)
     : options_(options),
+      socket_(SocketOf(options)),
       world_(options),
       station_(world_.Ports()),
       port_({world_.loop, world_.desk, station_.Nest(), station_.State().report, station_.Panels().All(),
@@ -36,12 +48,8 @@ Program::Program(const Options& options)
 void Program::OpenAutomation() {
   if (std::holds_alternative<StdioAutomation>(options_.automation)) {
     transport_ = std::make_unique<StdioTransport>(world_.loop, port_);
-  } else if (const auto* unixSocket = std::get_if<UnixAutomation>(&options_.automation)) {
-    try {
-      transport_ = std::make_unique<UnixSocketTransport>(world_.loop, port_, unixSocket->path);
-    } catch (const SocketFailure& failure) {
-      throw OptionFault("--automation: unix:" + unixSocket->path + ": " + failure.what());
-    }
+  } else if (socket_) {
+    transport_ = std::make_unique<UnixSocketTransport>(world_.loop, port_, std::move(socket_));
   }
 }
 

@@ -48,6 +48,8 @@ class Program {
   bool abandoned_ = false;
   /// Since the operator's last act.
   bool runBegan_ = false;
+  /// Until somebody is served there.
+  std::unique_ptr<ListeningSocket> socket_;
   World world_;
   Station station_;
   AutomationPort port_;

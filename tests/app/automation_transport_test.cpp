@@ -80,7 +80,7 @@ class UnixSocket : public test::QtTest {
   }
   ~UnixSocket() override { fs::remove_all(folder_); }
 
-  void Listen() { transport_.emplace(loop_, port_, path_); }
+  void Listen() { transport_.emplace(loop_, port_, std::make_unique<ListeningSocket>(path_)); }
   std::string Failure() {
     try {
       Listen();
@@ -222,7 +222,7 @@ TEST_F(UnixSocket, LeavesAFileOrAnotherStationsSocketAlone) {
   EXPECT_EQ(fs::file_size(path_), 8U);
   fs::remove(path_);
 
-  const UnixSocketTransport other(loop_, port_, path_);
+  const ListeningSocket other(path_);
   EXPECT_EQ(Failure(), "another program listens there");
   EXPECT_TRUE(fs::exists(path_));
 

@@ -68,8 +68,23 @@ TEST(Options, ABadOneIsOneLineThatNamesItAndStatus64) {
 
 TEST(Options, ABadOneOpensNothing) {
   const TempFolder folder;
-  const auto end = RunOrvane(
-      {"--bench", "virtual:store=" + folder / "unit", "--automation", "unix:" + folder / "socket", "--gpib", "usb"});
+  const Arguments good{"--bench", "virtual:store=" + folder / "unit", "--trace", folder / "trace"};
+  const Arguments rows[] = {
+      {"--automation", "unix:" + folder / "socket", "--gpib", "usb"},
+      {"--automation", "unix:" + folder / "none/socket"},
+  };
+  for (const Arguments& bad : rows) {
+    Arguments all = good;
+    all.insert(all.end(), bad.begin(), bad.end());
+    EXPECT_EQ(RunOrvane(all).status, 64);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path())) << testing::PrintToString(bad);
+  }
+}
+
+TEST(Options, AStoreThatCannotBeUsedLeavesNoSocketAndNoTrace) {
+  const TempFolder folder;
+  const auto end = RunOrvane({"--bench", "virtual:store=/dev/null/x", "--automation", "unix:" + folder / "socket",
+                              "--trace", folder / "trace"});
   EXPECT_EQ(end.status, 64);
   EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
 }
