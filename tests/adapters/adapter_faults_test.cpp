@@ -1,10 +1,5 @@
 // What comes of a message when the `++` adapter, or the instrument behind it, fails.
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -16,7 +11,6 @@ namespace orvane::test {
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 using Wire = ScriptedAdapter::Wire;
 
 // Faults. Each is met by the first message or by the first read, ends the session, and is over with the next one.
@@ -49,6 +43,12 @@ std::vector<Fault> Faults() {
     self.Send(std::string(200'000, '?'));
     return true;
   };
+  const auto endless = [asked = false](ScriptedAdapter& self, const std::string& line) mutable {
+    asked = asked || line == "A?";
+    if (!asked || line != "++ver") return false;
+    self.Send(std::string(3'000'000, 'x'));
+    return true;
+  };
   return {
       {"half-open", 150ms, 5s, silent, kErrTimo, kEabo, "the adapter did not answer its ++ commands within 150 ms."},
       {"noAdapter", 150ms, 5s, noise, kErrTimo, kEabo,
@@ -61,6 +61,7 @@ std::vector<Fault> Faults() {
        "no line end behind the reply's first bytes within 500 ms."},
       {"tooLong", 5s, 5s, At("++read eoi", [](auto& self) { self.Send(std::string(3'000'000, 'x')); }), kErr, kEnol,
        "the reply has no end, more than 1 MiB came."},
+      {"endless", 5s, 5s, endless, kErr, kEnol, "the adapter sends without an end."},
       {"closesInMidReply", 5s, 5s,
        At("++read eoi",
           [](auto& self) {
@@ -110,6 +111,17 @@ TEST(AdapterFault, ADeadAdapterIsNoticedInSecondsAlsoWithoutATimeOut) {
               "the adapter did not answer its ++ commands within 4 s.");
 }
 
+TEST(AdapterFault, AnAdapterThatDiesIsNoticedInSecondsAlsoWithoutATimeOut) {
+  std::atomic<bool> dead = false;
+  ScriptedAdapter adapter([&](ScriptedAdapter&, const std::string&) { return dead.load(); });
+  auto bus = BusOn(RouteTo(adapter));
+  const auto session = bus.Open({0, 5, 0});
+  session->Write("A?", 5s);
+  dead = adapter.Hears("A?");
+  ExpectError(ErrorOf([&] { (void)session->Read(1000, GpibTimeOutOf(0)); }), kErrTimo, kEabo,
+              "the adapter did not answer within 4 s.");
+}
+
 TEST(AdapterFault, AnAdapterThatIsAbsentRefuses) {
   std::optional<ScriptedAdapter> adapter(std::in_place);
   const BusRoute route = RouteTo(*adapter);
@@ -132,6 +144,13 @@ TEST(AdapterFault, AnAdapterThatLeavesBetweenMessagesIsConnectedToAnew) {
   EXPECT_TRUE(adapter.IsAlone());
   EXPECT_EQ(Ask(*session, "B?"), "reply\n");
   EXPECT_EQ(adapter.Clients(), 2);
+  const Lines lines = adapter.Lines();
+  const auto again = std::find(lines.begin(), lines.end(), "B?");
+  EXPECT_EQ(*(again - 1), "++addr 5") << "a new connection begins at another address";
+  EXPECT_EQ(
+      std::count_if(lines.begin(), lines.end(), [](const auto& line) { return line.starts_with("++read_tmo_ms"); }),
+      2)
+      << "and with a time-out of its own";
 }
 
 TEST(AdapterFault, OfOneInstrumentIsNoneOfAnother) {
@@ -201,61 +220,6 @@ TEST_P(LateReply, IsClearedOutOfItsInstrumentAheadOfTheNextMessage) {
   const auto clear = std::find(lines.begin(), lines.end(), "++clr");
   EXPECT_EQ(*(clear - 1), "++addr 5");
   EXPECT_EQ(*(clear + 1), "SECOND?");
-}
-
-std::string SerialFailure(const std::string& device) {
-  auto bus = BusOn(PrologixSerialRoute{device});
-  const auto session = bus.Open({0, 1, 0});
-  const auto error = ErrorOf([&] { session->Write("*IDN?", 1s); });
-  EXPECT_EQ(error ? error->iberr : 0, kEnol);
-  const std::string prefix = "Instrument at address 1, route prologix:" + device + ": ";
-  const std::string text = error ? error->what() : "";
-  EXPECT_TRUE(text.starts_with(prefix)) << text;
-  return text.substr(std::min(prefix.size(), text.size()));
-}
-
-TEST(AdapterDevice, ThatIsNoneOrInUseIsToldWithTheCause) {
-  EXPECT_EQ(SerialFailure("/dev/no-such-device"), "there is no such device.");
-  EXPECT_EQ(SerialFailure("/dev/null"), "the device is no serial line.");
-  EXPECT_EQ(SerialFailure("/dev"), "Is a directory.");
-  const Pty line;
-  const int other = ::open(line.Device().c_str(), O_RDWR | O_NOCTTY);
-  ASSERT_EQ(::flock(other, LOCK_EX | LOCK_NB), 0);
-  // The system keeps 15 characters of a program's name.
-  EXPECT_EQ(SerialFailure(line.Device()),
-            "the device is in use by another program: adapter_gpib_te (process " + std::to_string(::getpid()) + ").");
-  ::close(other);
-}
-
-/// Fills what the other end of a pseudo-terminal has room for; what is written from then on waits.
-void Fill(const Pty& line) {
-  constexpr int kRoom = 4095;
-  const int device = ::open(line.Device().c_str(), O_RDWR | O_NOCTTY);
-  const std::string filling(kRoom, '.');
-  ASSERT_EQ(::write(device, filling.data(), filling.size()), kRoom);
-  const auto limit = std::chrono::steady_clock::now() + 5s;
-  for (int arrived = 0; arrived < kRoom; ::ioctl(line.Master(), FIONREAD, &arrived)) {
-    ASSERT_LT(std::chrono::steady_clock::now(), limit) << arrived;
-  }
-  ::close(device);
-}
-
-TEST(AdapterDevice, ThatTakesNothingIsLetGoWithWhatItDidNotTake) {
-  const Pty line;
-  Fill(line);
-  auto bus = BusOn(PrologixSerialRoute{line.Device()});
-  const auto session = bus.Open({0, 5, 0});
-  ExpectError(ErrorOf([&] { session->Write("*IDN?", 100ms); }), kErrTimo, kEabo, "did not answer its ++ commands");
-  EXPECT_THAT(line.ReceivedSoFar(), Not(HasSubstr("++")));
-}
-
-TEST(AdapterDevice, ThatIsPulledOutIsGone) {
-  ScriptedAdapter adapter(At("++read eoi", &ScriptedAdapter::HangUp), Wire::kTerminal);
-  auto bus = BusOn(RouteTo(adapter));
-  auto session = bus.Open({0, 1, 0});
-  ExpectError(ErrorOf([&] { (void)Ask(*session, "A?"); }), kErr, kEnol, "the device is gone");
-  session = bus.Open({0, 1, 0});
-  ExpectError(ErrorOf([&] { (void)Ask(*session, "A?"); }), kErr, kEnol, "there is no such device.");
 }
 
 }  // namespace

@@ -49,7 +49,8 @@ TEST(AdapterRoute, EscapesWhatTheAdapterWouldTakeForItsOwn) {
 }
 
 TEST(AdapterRoute, ReadsForAsLongAsTheTimeOutWithinTheAdaptersBounds) {
-  const std::pair<TimePoint, const char*> rows[] = {{30ms, "++read_tmo_ms 30"},
+  const std::pair<TimePoint, const char*> rows[] = {{10us, "++read_tmo_ms 1"},
+                                                    {30ms, "++read_tmo_ms 30"},
                                                     {300ms, "++read_tmo_ms 300"},
                                                     {3s, "++read_tmo_ms 3000"},
                                                     {1000s, "++read_tmo_ms 3000"}};

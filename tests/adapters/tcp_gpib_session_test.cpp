@@ -82,6 +82,20 @@ TEST_F(TcpRouteTest, WhatIsLeftOfAReplyThatWasTooLongIsNotTheNextOnes) {
   EXPECT_EQ(session->Read(1000, 1s), "second\n");
 }
 
+TEST_F(TcpRouteTest, ARestThatCameBetweenTwoMessagesIsOverWithThem) {
+  const auto session = Open();
+  session->Write("FIRST?", 1s);
+  instrument_.Accept();
+  instrument_.Reply("abcde");
+  EXPECT_EQ(session->Read(5, 1s), "abcde");
+  session->Write("A", 1s);
+  instrument_.Reply("fgh\n");
+  session->Write("B", 1s);
+  session->Write("SECOND?", 1s);
+  instrument_.Reply("second\n");
+  EXPECT_EQ(session->Read(1000, 1s), "second\n");
+}
+
 TEST_F(TcpRouteTest, WhatCameBesidesAReplyIsNotTheNextOnes) {
   // Behind the reply's line end, and when the next message has gone out.
   const std::pair<const char*, const char*> rows[] = {{"2\n", ""}, {"2\n3\n", ""}, {"2", "\n"}, {"2\n3", "4\n"}};
