@@ -82,6 +82,19 @@ TEST_F(ByHand, ABurstIsOnTheAirBetweenItsTwoClicks) {
   EXPECT_FALSE(OnAir());
 }
 
+TEST_F(ByHand, CharactersOfTheEepromEntryAreNoCommandAndDisturbNone) {
+  FrmDownLoad& downLoad = Panels().downLoad;
+  op.Select(downLoad.optEepromWrite);
+  const long asked = State().tally.commands;
+  for (const char32_t key : {U'0', U'x', U'7', U'F', U'\r'}) op.Key(downLoad.txtEepromDataWrite, key);
+  EXPECT_EQ(downLoad.lstDataReadWindow.Items().back(), "0\t0\t0x7F");
+  EXPECT_EQ(State().tally.commands, asked);
+  op.Click(main.cmdBeaconSet);
+  EXPECT_EQ(State().reply.TMStatus, "&H00");
+  EXPECT_EQ(State().tally.silentWaits, 0);
+  EXPECT_EQ(State().tally.strayReplies, 0);
+}
+
 TEST_F(ByHand, ADacValueThatTheTargetHasNotIsItsFailureAndNoReadBack) {
   op.Type(main.txtPowerLevel, "1024");
   op.Click(main.cmdPowerlevelSet);
