@@ -205,6 +205,8 @@ TEST_F(PatternEditorTest, LoadAsksWithItsTitleAndAnEmptyName) {
     EXPECT_EQ(shown.dialog.filter, "");
     EXPECT_EQ(shown.dialog.defaultExtension, "");
   }
+  EXPECT_EQ(dialogs.shown[0].dialog.initialFolder, "");
+  EXPECT_EQ(dialogs.shown[1].dialog.initialFolder, "/data") << "where the last one was";
 }
 
 TEST_F(PatternEditorTest, ALoadedLineGivesALevelOfEachPattern) {
