@@ -41,6 +41,8 @@ def enter_own_network():
     if "ORVANE_OWN_NETWORK" in os.environ:
         subprocess.run(["mount", "-t", "tmpfs", "tmpfs", "/run"], check=True)
         subprocess.run(["ip", "link", "set", "lo", "up"], check=True)
+        # Some machines forbid it; then whoever looks there finds other processes under his own number.
+        subprocess.run(["mount", "-t", "proc", "proc", "/proc"], stderr=subprocess.DEVNULL)
         return
     need_programs("unshare", "mount", "ip")
     unshare = ["unshare", "--net", "--mount", "--pid", "--fork", "--kill-child"]
@@ -76,8 +78,10 @@ class Bench:
 
     def __exit__(self, *_):
         self.process.terminate()
-        self.process.wait(timeout=10)
+        status = self.process.wait(timeout=10)
         self.process.stdout.close()
+        if status != 0:
+            raise RuntimeError(f"the bench ended with status {status}")
 
 
 def says(*command):

@@ -1,8 +1,11 @@
 #include "bench/wires/gateway.h"
 
+#include <netconfig.h>
 #include <netinet/in.h>
 #include <rpc/pmap_clnt.h>
+#include <rpc/rpc.h>
 
+#include <memory>
 #include <stdexcept>
 
 namespace orvane::bench {
@@ -16,12 +19,18 @@ Gateway::Gateway(Reactor& reactor, std::vector<GatewayDevice> devices, const std
 }
 
 PortmapperEntry::PortmapperEntry(int port) {
-  pmap_unset(DEVICE_CORE, DEVICE_CORE_VERSION);
-  if (pmap_set(DEVICE_CORE, DEVICE_CORE_VERSION, IPPROTO_TCP, static_cast<u_short>(port)) == FALSE) {
+  sockaddr_in place{};
+  place.sin_family = AF_INET;
+  place.sin_port = htons(static_cast<std::uint16_t>(port));
+  const netbuf address{sizeof place, sizeof place, &place};
+  const std::unique_ptr<netconfig, void (*)(netconfig*)> tcp(::getnetconfigent("tcp"), &::freenetconfigent);
+  ::pmap_unset(DEVICE_CORE, DEVICE_CORE_VERSION);
+  // pmap_set would do the same and leaks the address that it makes.
+  if (tcp == nullptr || ::rpcb_set(DEVICE_CORE, DEVICE_CORE_VERSION, tcp.get(), &address) == FALSE) {
     throw std::runtime_error("the portmapper takes no entry: is rpcbind running, and may this user make entries?");
   }
 }
 
-PortmapperEntry::~PortmapperEntry() { pmap_unset(DEVICE_CORE, DEVICE_CORE_VERSION); }
+PortmapperEntry::~PortmapperEntry() { ::pmap_unset(DEVICE_CORE, DEVICE_CORE_VERSION); }
 
 }  // namespace orvane::bench
