@@ -11,18 +11,9 @@
 namespace orvane::bench {
 namespace {
 
-// Record marking: each fragment follows its length, whose top bit says that it is the last one of its message.
-constexpr std::size_t kMarkSize = 4;
-constexpr std::uint32_t kLastFragment = 0x80000000U;
-constexpr std::size_t kLongestMessage = 1U << 20U;
-
-std::uint32_t MarkOf(std::string_view bytes) {
-  std::uint32_t mark = 0;
-  for (std::size_t i = 0; i < kMarkSize; ++i) mark = mark << 8U | static_cast<std::uint8_t>(bytes[i]);
-  return mark;
-}
-
+/// A record of one fragment: its length, whose top bit says that it is the last one, and the message.
 std::string Marked(const std::string& message) {
+  constexpr std::uint32_t kLastFragment = 0x80000000U;
   const auto mark = static_cast<std::uint32_t>(message.size()) | kLastFragment;
   std::string record;
   for (int shift = 24; shift >= 0; shift -= 8)
@@ -75,26 +66,21 @@ void RpcServer::Read(int caller) {
   std::array<char, 4096> buffer{};
   const ssize_t count = read(client.socket.Get(), buffer.data(), buffer.size());
   if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
-  if (count > 0) client.pending.append(buffer.data(), static_cast<std::size_t>(count));
+  if (count > 0) client.records.Feed({buffer.data(), static_cast<std::size_t>(count)});
   if (count <= 0 || !Serve(caller, client)) Drop(caller);
   PutAgain();
 }
 
 bool RpcServer::Serve(int caller, Client& client) {
-  while (!client.waiting && client.pending.size() >= kMarkSize) {
-    const std::uint32_t mark = MarkOf(client.pending);
-    const std::size_t size = mark & ~kLastFragment;
-    if (size + client.message.size() > kLongestMessage) return false;
-    if (client.pending.size() < kMarkSize + size) return true;
-    client.message += client.pending.substr(kMarkSize, size);
-    client.pending.erase(0, kMarkSize + size);
-    if ((mark & kLastFragment) != 0 && !Take(caller, client)) return false;
+  while (!client.waiting) {
+    const auto message = client.records.Next();
+    if (!message) break;
+    if (!Take(caller, client, *message)) return false;
   }
-  return client.pending.size() <= kLongestMessage;
+  return !client.records.Spoilt();
 }
 
-bool RpcServer::Take(int caller, Client& client) {
-  const std::string message = std::exchange(client.message, {});
+bool RpcServer::Take(int caller, Client& client, const std::string& message) {
   XdrReader reader(message);
   auto header = reader.Take<rpc_msg>(&xdr_callmsg);
   if (!header) return false;

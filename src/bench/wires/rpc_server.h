@@ -8,6 +8,7 @@
 
 #include "bench/wires/listener.h"
 #include "bench/wires/reactor.h"
+#include "bench/wires/record_reader.h"
 
 namespace orvane::bench {
 
@@ -63,10 +64,11 @@ class RpcServer {
   void PutAgain();
 
  private:
+  static constexpr std::size_t kLongestMessage = 1U << 20U;
+
   struct Client {
     FileDescriptor socket;
-    std::string pending;  ///< received and not yet understood
-    std::string message;  ///< fragments of a call
+    RecordReader records{kLongestMessage};
     std::optional<RpcCall> waiting;
     std::uint32_t waitingXid = 0;
     Reactor::Time waitingUntil{0};
@@ -76,7 +78,7 @@ class RpcServer {
   void Read(int caller);
   /// @return false when the client has to go: it sends no calls, or does not read.
   [[nodiscard]] bool Serve(int caller, Client& client);
-  [[nodiscard]] bool Take(int caller, Client& client);
+  [[nodiscard]] bool Take(int caller, Client& client, const std::string& message);
   [[nodiscard]] bool Answer(Client& client, const RpcCall& call, std::uint32_t xid);
   void Drop(int caller);
 
