@@ -109,9 +109,13 @@ bool Child::Says(const std::string& text) {
 void Child::CloseInput() { Close(input_); }
 
 void Child::Kill() {
-  if (process_ <= 0) return;
+  if (!Runs()) return;
   ::kill(process_, SIGKILL);
   ::waitpid(std::exchange(process_, -1), nullptr, 0);
+}
+
+void Child::Terminate() {
+  if (Runs()) ::kill(process_, SIGTERM);
 }
 
 Child::End Child::WaitForEnd() {

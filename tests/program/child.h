@@ -18,7 +18,7 @@ struct Surroundings {
 };
 
 /// A program of its own, with its standard input and outputs on pipes. It is killed when it outlives its holder, or
-/// when the test itself ends.
+/// the thread that started it.
 class Child : public Line {
  public:
   explicit Child(std::vector<std::string> command, const Surroundings& surroundings = {});
@@ -32,6 +32,9 @@ class Child : public Line {
   void CloseInput();
   /// As a loss of power does.
   void Kill();
+  /// As whoever shuts a machine down. It may still end in its own way.
+  void Terminate();
+  [[nodiscard]] bool Runs() const { return process_ > 0; }
 
   struct End {
     /// The exit status, or minus the signal that ended it: minus SIGKILL when it had not ended after 30 seconds.

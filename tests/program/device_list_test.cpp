@@ -5,7 +5,7 @@
 
 #include <chrono>
 
-#include "program/programs.h"
+#include "program/wired_bench.h"
 
 namespace orvane::test {
 namespace {

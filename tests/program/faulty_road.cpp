@@ -7,7 +7,7 @@
 #include <optional>
 #include <thread>
 
-#include "program/programs.h"
+#include "program/wired_bench.h"
 
 namespace orvane::test {
 namespace {

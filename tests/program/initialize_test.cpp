@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "program/programs.h"
+#include "program/wired_bench.h"
 
 namespace orvane::test {
 namespace {

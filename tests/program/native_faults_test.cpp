@@ -5,7 +5,7 @@
 #include <optional>
 #include <thread>
 
-#include "program/programs.h"
+#include "program/wired_bench.h"
 
 namespace orvane::test {
 namespace {
@@ -103,13 +103,15 @@ TEST(NativeFaults, EndTheRunWithTheirCauseAndTheNextUnitGoesTheWholeRoad) {
   std::vector<std::unique_ptr<NativeRoad>> roads;
   for (const Failure& failure : kFailures) roads.push_back(std::make_unique<NativeRoad>(failure));
   std::vector<std::thread> threads;
-  for (const auto& road : roads) {
+  for (auto& road : roads) {
     threads.emplace_back([&road] {
       try {
         road->FailsAndIsTakenAgain();
       } catch (const std::exception& failure) {
         ADD_FAILURE() << failure.what();
       }
+      // Here: its second bench would not outlive the thread that started it.
+      road.reset();
     });
   }
   for (std::thread& thread : threads) thread.join();

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <sstream>
+#include <map>
 #include <stdexcept>
 
 namespace orvane::test {
@@ -48,23 +48,6 @@ const std::string& EmbeddedMemory(int seed) {
 Station::Station(const Arguments& arguments, const std::string& folder)
     : Station(std::make_unique<Child>(Orvane(Joined({"--automation", "stdio"}, arguments)),
                                       Surroundings{folder, false})) {}
-
-WiredBench::WiredBench(const Arguments& arguments) : child_(Joined({VIRTUAL_BENCH_PROGRAM}, arguments)) {
-  for (std::string what; what != "ready";) {
-    const auto line = child_.NextLine();
-    if (!line) throw std::runtime_error("the bench is not ready: " + child_.WaitForEnd().errors);
-    std::istringstream words(*line);
-    words >> what;
-    words >> places_[what];
-  }
-}
-
-Arguments WiredBench::Options() {
-  return {"--com1",       Place("target"),
-          "--instrument", "1=tcp:" + Place("testset"),
-          "--instrument", "2=tcp:" + Place("supply"),
-          "--instrument", "5=tcp:" + Place("load")};
-}
 
 Variable::Variable(const char* name, const std::string& value) : name_(name) { ::setenv(name, value.c_str(), 1); }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,21 +32,6 @@ class Station : public Client {
  private:
   explicit Station(std::unique_ptr<Child> process) : Client(*process), process_(std::move(process)) {}
   std::unique_ptr<Child> process_;
-};
-
-/// The bench on wires: `virtual-bench`.
-class WiredBench {
- public:
-  explicit WiredBench(const Arguments& arguments = {});
-  /// The options that lead the station to it.
-  [[nodiscard]] Arguments Options();
-  /// Where "target", "testset", "supply" or "load" is.
-  [[nodiscard]] const std::string& Place(const std::string& what) const { return places_.at(what); }
-  void Kill() { child_.Kill(); }
-
- private:
-  Child child_;
-  std::map<std::string, std::string> places_;
 };
 
 /// What the programs started meanwhile find in their environment.

@@ -12,7 +12,7 @@
 #include "bench/wires/file_descriptor.h"
 #include "bench/wires/listener.h"
 #include "bench/wires/terminal_pair.h"
-#include "program/programs.h"
+#include "program/wired_bench.h"
 
 namespace orvane::test {
 

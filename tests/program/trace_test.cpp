@@ -5,7 +5,7 @@
 #include <sstream>
 
 #include "app/trace/trace_record.h"
-#include "program/programs.h"
+#include "program/wired_bench.h"
 
 namespace orvane::test {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "program/programs.h"
+#include "program/wired_bench.h"
 
 namespace orvane::test {
 
