@@ -1,7 +1,9 @@
 #include "adapters/qt_serial_control.h"
 
+#include <fcntl.h>
 #include <grp.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -61,6 +63,46 @@ TEST_F(SerialLine, CarriesBytesBothWaysAndRaisesAReceiveEventFromTheLoop) {
   EXPECT_EQ(received_, "");
   EXPECT_TRUE(YieldUntil([&] { return received_.size() == 4; }));
   EXPECT_EQ(received_, frame);
+}
+
+TEST_F(SerialLine, EveryByteRaisesAReceiveEventOfItsOwnTime) {
+  const test::Pty pty;
+  Connect(pty.Device());
+  control_->Open();
+  for (const char* all : {"1", "12", "123"}) {
+    ASSERT_TRUE(pty.Send({std::string_view(all).end() - 1, 1}));
+    EXPECT_TRUE(YieldUntil([&] { return received_ == all; })) << received_;
+  }
+}
+
+TEST_F(SerialLine, WithoutAThresholdBytesRaiseNoEventAndCanBeTaken) {
+  const test::Pty pty;
+  Connect(pty.Device());
+  control_->setup.rThreshold = 0;
+  control_->Open();
+  ASSERT_TRUE(pty.Send("12"));
+  std::string taken;
+  EXPECT_TRUE(YieldUntil([&] {
+    taken += control_->Input();
+    loop_.Yield(loop_.Now() + 1ms);
+    return taken == "12";
+  }));
+  EXPECT_EQ(received_, "");
+}
+
+TEST_F(SerialLine, WhatCameBeforeItWasOpenedIsNoReply) {
+  const test::Pty pty;
+  // Somebody has it open, or the system would not keep bytes at all.
+  const int other = ::open(pty.Device().c_str(), O_RDWR | O_NOCTTY);
+  ASSERT_TRUE(pty.Send("stale"));
+  pollfd arrived{other, POLLIN, 0};
+  ASSERT_EQ(::poll(&arrived, 1, 5000), 1);
+  Connect(pty.Device());
+  control_->Open();
+  ASSERT_TRUE(pty.Send("fresh"));
+  EXPECT_TRUE(YieldUntil([&] { return received_.ends_with("fresh"); }));
+  EXPECT_EQ(received_, "fresh");
+  ::close(other);
 }
 
 TEST_F(SerialLine, OutputHasHandedOutEveryByteWhenItReturns) {

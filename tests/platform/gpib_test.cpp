@@ -87,6 +87,18 @@ TEST_F(CWGPIBTest, WithoutASessionAWriteFails) {
   EXPECT_EQ(bus_.At(3).locals, 1);
 }
 
+TEST_F(CWGPIBTest, AnInstrumentThatDoesNotGoBackToLocalIsLetGoAllTheSame) {
+  bus_.At(3).clings = true;
+  for (CWGPIB* control : {&failing_, &telling_}) {
+    control->Configure();
+    EXPECT_NO_THROW(control->Release());
+    EXPECT_FALSE(control->HasSession());
+    EXPECT_EQ(control->ibsta, 0xC000);
+    EXPECT_EQ(control->iberr, 6);
+  }
+  EXPECT_TRUE(events_.empty());
+}
+
 TEST_F(CWGPIBTest, TheOtherPolicyRaisesAnEventAndReadsAnEmptyText) {
   telling_.Write("VOLT 4.5");
   ASSERT_EQ(events_.size(), 1U);

@@ -31,7 +31,10 @@ class FakeSession final : public GpibSession {
     return reply.substr(0, size);
   }
 
-  void Local() override { ++instrument_.locals; }
+  void Local() override {
+    if (instrument_.clings) throw GpibTimeOut("GPIB address " + std::to_string(primary_) + ": it stays remote.");
+    ++instrument_.locals;
+  }
 
  private:
   VirtualEventLoop& loop_;

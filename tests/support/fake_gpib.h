@@ -18,6 +18,8 @@ struct FakeInstrument {
   bool absent = false;
   /// Never answers: a read lasts its time-out, also from an absent one.
   bool silent = false;
+  /// Does not let itself be returned to local.
+  bool clings = false;
   std::vector<std::string> lines;
   /// Replies for the next reads, in order; ahead of `answer`.
   std::deque<std::string> readings;
