@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QFontDatabase>
 #include <QPalette>
+#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -19,12 +20,20 @@ QColor ToQt(Colour colour) {
 
 bool IsDark(const QColor& colour) { return qGray(colour.rgb()) <= 110; }
 
-/// Black or white, whichever is read better on that ground.
-QColor ReadableOn(const QColor& ground) { return IsDark(ground) ? Qt::white : Qt::black; }
+/// Black or white, whichever has the greater contrast with that ground (WCAG 2.1, relative luminance).
+QColor ReadableOn(const QColor& ground) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  const double luminance =
+      0.2126 * linear(ground.redF()) + 0.7152 * linear(ground.greenF()) + 0.0722 * linear(ground.blueF());
+  constexpr double kAsGoodForBoth = 0.179;
+  return luminance > kAsGoodForBoth ? Qt::black : Qt::white;
+}
 
 /// A colour of text as it is on a light ground, and a pale one of its hue on a dark desktop.
 QColor OnDesktop(const QColor& text) {
-  constexpr int kPale = 185;
+  constexpr int kPale = 200;
   if (!IsDark(QPalette().color(QPalette::Base)) || !IsDark(text)) return text;
   return QColor::fromHsl(text.hslHue(), text.hslSaturation(), kPale);
 }
