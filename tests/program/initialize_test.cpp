@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "program/wired_bench.h"
 
 namespace orvane::test {
@@ -33,6 +35,20 @@ TEST(Initialize, AGoodUnitOfAnySeedPassesAndNothingIsToldOnStandardError) {
     EXPECT_THAT(end.output, HasSubstr(" PASS\n"));
     EXPECT_EQ(end.errors, "");
   }
+}
+
+TEST(Initialize, PressesTestSetSupplyAndLoadAndThenTheTarget) {
+  const TempFolder folder;
+  EXPECT_EQ(RunOrvane({"--initialize", "--bench", "virtual", "--trace", folder / "trace"}).status, 0);
+  std::istringstream trace(ContentOf(folder / "trace"));
+  std::vector<std::string> greeted;
+  for (std::string line; std::getline(trace, line) && (greeted.empty() || greeted.back() != "COM1");) {
+    const Json record = Json::parse(line);
+    const bool greets = record.value("text", "") == "*IDN?" || record.value("says", "").starts_with("ti ");
+    if (record.value("event", "") == "out" && greets) greeted.push_back(record["link"]);
+  }
+  EXPECT_EQ(greeted, (std::vector<std::string>{"GPIB 1", "GPIB 1", "GPIB 2", "GPIB 5", "COM1"}))
+      << "the start-up greets the test set, too";
 }
 
 TEST(Initialize, EndsWithTheVerdictsStatusAndSaysWhatIsMissing) {
