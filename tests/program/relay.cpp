@@ -162,6 +162,11 @@ std::optional<Relay::Clock::time_point> Relay::StruckAt() {
   return struckAt_;
 }
 
+Relay::Clock::time_point Relay::SpokenAt() {
+  const std::scoped_lock lock(mutex_);
+  return spokenAt_;
+}
+
 void Relay::Wake() const {
   const std::uint64_t one = 1;
   (void)!::write(wake_.Get(), &one, sizeof one);
@@ -241,6 +246,7 @@ void Relay::TakeThere(Link& link) {
   const auto bytes = BytesFrom(link.station.Get());
   link.over = !bytes;
   if (!bytes || bytes->empty()) return;
+  spokenAt_ = Clock::now();
   if (Strikes(Way::kThere, link.tailThere, *bytes)) Strike();
   const bool lost = struck_ && (fault_.wrong == Wrong::kDeaf || fault_.wrong == Wrong::kRefuses);
   if (!lost) SendAll(link.bench.Get(), *bytes);

@@ -70,6 +70,8 @@ class Relay {
   void Mend();
   /// When the fault struck, if it did.
   [[nodiscard]] std::optional<Clock::time_point> StruckAt();
+  /// When the station last said something to the instruments.
+  [[nodiscard]] Clock::time_point SpokenAt();
 
  private:
   struct Late {
@@ -119,6 +121,7 @@ class Relay {
   /// Of those that strike one reply: whether it has been.
   bool spent_ = false;
   std::optional<Clock::time_point> struckAt_;
+  Clock::time_point spokenAt_;
   bool ends_ = false;
   std::thread thread_;
 };
