@@ -116,5 +116,16 @@ TEST_F(StoryTest, NeverFailsOnRandomBytes) {
   EXPECT_THAT(StoryOf(noise), testing::HasSubstr("is damaged and passed over"));
 }
 
+TEST_F(StoryTest, ALineOfAnyDepthIsRead) {
+  constexpr int kDepth = 300'000;
+  const std::string nest = std::string(kDepth, '[') + std::string(kDepth, ']');
+  const std::string story = StoryOf(kHead + nest + R"(
+{"t":0.5,"link":"GPIB 1","event":"out","strange":)" +
+                                    nest + R"(,"text":"*RST"}
+)");
+  EXPECT_THAT(story, testing::HasSubstr("?? line 2 of "));
+  EXPECT_THAT(story, testing::HasSubstr("-> GPIB 1: *RST\n"));
+}
+
 }  // namespace
 }  // namespace orvane::test

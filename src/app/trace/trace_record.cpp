@@ -54,9 +54,11 @@ std::optional<std::string> BytesOfHex(std::string_view hex) {
   return bytes;
 }
 
-/// The line as an object; null when it is none.
+/// The line as an object; null when it is none. A record is flat: what nests in a strange one is left out, since
+/// copies go down into a value, and the stack has an end.
 Json Parsed(std::string_view line) {
-  Json object = Json::parse(line, nullptr, false);
+  const auto isNeeded = [](int depth, Json::parse_event_t, const Json&) { return depth <= 1; };
+  Json object = Json::parse(line, isNeeded, false);
   return object.is_object() ? object : Json();
 }
 
