@@ -71,6 +71,8 @@ QPalette PageOf(const QPalette& edged, const QPalette& palette) {
 
 StationStyle::StationStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
 
+StationStyle* StationStyle::ForApplication() { return new StationStyle; }
+
 const QPalette& StationStyle::Edged(const QPalette& palette) const {
   constexpr std::size_t kMost = 64;
   if (edged_.size() > kMost) edged_.clear();

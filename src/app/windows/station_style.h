@@ -10,6 +10,8 @@ namespace orvane {
 class StationStyle final : public QProxyStyle {
  public:
   StationStyle();
+  /// One that the application takes as its own.
+  [[nodiscard]] static StationStyle* ForApplication();
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;

@@ -38,7 +38,7 @@ QPalette PaletteOf(Theme theme) {
 }
 
 void Wear(std::optional<Theme> theme) {
-  QApplication::setStyle(new StationStyle);
+  QApplication::setStyle(StationStyle::ForApplication());
   if (theme) QApplication::setPalette(PaletteOf(*theme));
 }
 
