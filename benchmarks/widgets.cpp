@@ -51,6 +51,7 @@ void MeasureConsole(Table& table, WindowedStation& station) {
     const double append = Milliseconds([&] {
       if (box.Text().size() > kLimit) box.DropFrontQuietly(kDropped);
       box.AppendQuietly("CALL:CELL:RFG:FREQ 935.067MHz\r\n");
+      QCoreApplication::sendPostedEvents();  // The widget takes it up.
     });
     const double draw = Milliseconds([&] { view.viewport()->render(&picture); });
     if (line < kLines) continue;  // The console grows to its limit first.
