@@ -3,13 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 
 namespace orvane::test {
 namespace {
@@ -22,10 +22,9 @@ std::string ContentOf(const fs::path& path) {
 }
 
 /// All matches' first groups.
-std::vector<std::string> Found(const std::string& text, const std::regex& pattern) {
+std::vector<std::string> Found(const QString& text, const QRegularExpression& pattern) {
   std::vector<std::string> found;
-  for (std::sregex_iterator hit(text.begin(), text.end(), pattern), end; hit != end; ++hit)
-    found.push_back((*hit)[1]);
+  for (auto hits = pattern.globalMatch(text); hits.hasNext();) found.push_back(hits.next().captured(1).toStdString());
   return found;
 }
 
@@ -33,10 +32,12 @@ std::vector<std::string> Found(const std::string& text, const std::regex& patter
 std::vector<std::string> LiteralsOf(const std::vector<fs::path>& sources) {
   std::vector<std::string> literals;
   for (const fs::path& source : sources) {
-    const std::string code = std::regex_replace(ContentOf(source), std::regex("(^|\n) *(//|#include)[^\n]*"), "\n");
-    for (const std::string& literal : Found(code, std::regex(R"-("((?:[^"\\\n]|\\.)*)")-"))) {
-      if (literal.empty()) continue;
-      literals.push_back(std::regex_replace(literal, std::regex(R"(\\(["\\]))"), "$1"));
+    static const QRegularExpression noCode("^ *(//|#include).*$", QRegularExpression::MultilineOption);
+    static const QRegularExpression literal(R"-("((?:[^"\\\n]|\\.)*)")-");
+    static const QRegularExpression escaped(R"(\\(["\\]))");
+    const QString code = QString::fromStdString(ContentOf(source)).remove(noCode);
+    for (const std::string& found : Found(code, literal)) {
+      if (!found.empty()) literals.push_back(QString::fromStdString(found).replace(escaped, "\\1").toStdString());
     }
   }
   return literals;
@@ -72,10 +73,11 @@ bool IsSaid(std::string_view piece, const std::vector<std::string>& literals, bo
 
 /// The fixed pieces between what differs from one failure to the next: left out, a number, a name in quotes.
 std::vector<std::string> PiecesOf(const std::string& text) {
-  const std::regex differs(R"-(\.\.\.|[0-9]+(?: s)?|"[a-z]+")-");
+  static const QRegularExpression differs(R"-(\.\.\.|[0-9]+(?: s)?|"[a-z]+")-");
   std::vector<std::string> pieces;
-  std::copy_if(std::sregex_token_iterator(text.begin(), text.end(), differs, -1), {}, std::back_inserter(pieces),
-               [](const std::string& piece) { return !piece.empty(); });
+  for (const QString& piece : QString::fromStdString(text).split(differs, Qt::SkipEmptyParts)) {
+    pieces.push_back(piece.toStdString());
+  }
   return pieces;
 }
 
@@ -93,7 +95,8 @@ std::vector<std::string> TextsOfTheTables() {
   for (std::string line; std::getline(guide, line);) {
     inTable = line.starts_with("| text") || (inTable && line.starts_with("|"));
     if (!inTable) continue;
-    const auto quoted = Found(line.substr(0, line.find(" | ")), std::regex("`([^`]+)`"));
+    static const QRegularExpression inBackticks("`([^`]+)`");
+    const auto quoted = Found(QString::fromStdString(line.substr(0, line.find(" | "))), inBackticks);
     texts.insert(texts.end(), quoted.begin(), quoted.end());
   }
   return texts;
