@@ -40,6 +40,8 @@ void ChargerRun::Calibrate() {
       Leave("Initialize Power Supply.");
       return;
     }
+    // One line that failed before the run may have been its voltage for the radio.
+    if (state_.powerError) report_.Flaw("The power supply has failed since it was initialized.");
     if (!Measure(rest)) return;
   } else {
     // The supply then goes to 0 V.

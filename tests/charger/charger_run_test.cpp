@@ -305,6 +305,7 @@ TEST_F(ChargerRunTest, TheReportKnowsWhatACalibratedUnitMustNotHave) {
     const char* reason;
   } rows[] = {{[](ChargerRig& r) { r.serial.Close(); }, "Target must be initialized at first."},
               {[](ChargerRig& r) { r.state.charger.PSReady = false; }, "Initialize Power Supply."},
+              {[](ChargerRig& r) { r.state.charger.powerError = true; }, "has failed since it was initialized"},
               {[](ChargerRig& r) { r.state.reply.TargetMode = "NormalMode"; }, "not in test mode"},
               {[](ChargerRig& r) {
                  r.raw = {624, 632};
