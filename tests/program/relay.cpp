@@ -1,21 +1,17 @@
 #include "program/relay.h"
 
-#include <arpa/inet.h>
 #include <fcntl.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <atomic>
 #include <filesystem>
-#include <system_error>
 #include <utility>
 #include <vector>
+
+#include "program/relay_sockets.h"
 
 namespace orvane::test {
 namespace {
@@ -26,74 +22,6 @@ using namespace std::chrono_literals;
 
 /// Of a connection that is cut in the middle of a reply.
 constexpr std::size_t kBytesAheadOfCut = 2;
-constexpr int kLongestSendMs = 1000;
-/// Little is on its way to somebody who takes no bytes.
-constexpr int kReceiveBuffer = 4096;
-
-sockaddr_in AddressOf(const std::string& place) {
-  const auto colon = place.rfind(':');
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<std::uint16_t>(std::stoi(place.substr(colon + 1))));
-  ::inet_pton(AF_INET, place.substr(0, colon).c_str(), &address.sin_addr);
-  return address;
-}
-
-/// A socket that does not block, for lines that are short and go out at once.
-FileDescriptor Ready(FileDescriptor socket) {
-  const int on = 1;
-  ::setsockopt(socket.Get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-  Check(::fcntl(socket.Get(), F_SETFL, O_NONBLOCK), "set up a socket");
-  return socket;
-}
-
-/// Closed when nobody listens there.
-FileDescriptor ConnectionTo(const std::string& place) {
-  FileDescriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0), "open a socket");
-  const sockaddr_in address = AddressOf(place);
-  if (::connect(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return {};
-  return Ready(std::move(socket));
-}
-
-/// A place that a socket keeps also while it does not listen: its port is none of those that the system gives away.
-std::string NextPlace() {
-  constexpr int kFirstPort = 20000;
-  static std::atomic<int> taken = 0;
-  return OwnLoopbackAddress() + ":" + std::to_string(kFirstPort + taken++);
-}
-
-FileDescriptor ListenerAt(const std::string& place) {
-  FileDescriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0), "open a socket");
-  const int on = 1;
-  ::setsockopt(socket.Get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-  ::setsockopt(socket.Get(), SOL_SOCKET, SO_RCVBUF, &kReceiveBuffer, sizeof kReceiveBuffer);
-  const sockaddr_in address = AddressOf(place);
-  Check(::bind(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), "take a place");
-  Check(::listen(socket.Get(), SOMAXCONN), "listen");
-  return socket;
-}
-
-/// No value when the other end has closed.
-std::optional<std::string> BytesFrom(int end) {
-  std::array<char, 65536> bytes;
-  const auto count = ::read(end, bytes.data(), bytes.size());
-  if (count > 0) return std::string(bytes.data(), static_cast<std::size_t>(count));
-  if (count < 0 && (errno == EAGAIN || errno == EINTR)) return std::string();
-  return std::nullopt;
-}
-
-/// Gives up on an end that has closed or takes nothing.
-void SendAll(int end, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const auto count = ::write(end, bytes.data(), bytes.size());
-    if (count > 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(count));
-      continue;
-    }
-    pollfd ready{end, POLLOUT, 0};
-    if (errno != EAGAIN || ::poll(&ready, 1, kLongestSendMs) <= 0) return;
-  }
-}
 
 }  // namespace
 
