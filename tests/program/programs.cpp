@@ -16,6 +16,24 @@ Arguments Joined(Arguments first, const Arguments& second) {
   return first;
 }
 
+struct Unit {
+  std::string memory;
+  std::string flash;
+};
+
+const Unit& EmbeddedUnit(int seed) {
+  static std::map<int, Unit> units;
+  Unit& unit = units[seed];
+  if (unit.memory.empty()) {
+    const TempFolder folder;
+    const auto end = RunOrvane(
+        {"--initialize", "--bench", "virtual:seed=" + std::to_string(seed) + ",store=" + folder.Path().string()});
+    if (end.status != 0) throw std::runtime_error("no whole road: " + end.output + end.errors);
+    unit = {ContentOf(folder / "eeprom.bin"), ContentOf(folder / "flash100.txt")};
+  }
+  return unit;
+}
+
 }  // namespace
 
 Arguments Orvane(const Arguments& arguments) { return Joined({ORVANE_PROGRAM, "--headless"}, arguments); }
@@ -32,18 +50,8 @@ std::vector<Child::End> InitializeOnEach(const std::vector<Arguments>& benches) 
   return ends;
 }
 
-const std::string& EmbeddedMemory(int seed) {
-  static std::map<int, std::string> memories;
-  std::string& memory = memories[seed];
-  if (memory.empty()) {
-    const TempFolder folder;
-    const auto end = RunOrvane(
-        {"--initialize", "--bench", "virtual:seed=" + std::to_string(seed) + ",store=" + folder.Path().string()});
-    if (end.status != 0) throw std::runtime_error("no whole road: " + end.output + end.errors);
-    memory = ContentOf(folder / "eeprom.bin");
-  }
-  return memory;
-}
+const std::string& EmbeddedMemory(int seed) { return EmbeddedUnit(seed).memory; }
+const std::string& EmbeddedFlash(int seed) { return EmbeddedUnit(seed).flash; }
 
 Station::Station(const Arguments& arguments, const std::string& folder)
     : Station(std::make_unique<Child>(Orvane(Joined({"--automation", "stdio"}, arguments)),

@@ -19,8 +19,9 @@ using Arguments = std::vector<std::string>;
 /// `--initialize` on each of these benches, all at a time: a run waits more than it works.
 [[nodiscard]] std::vector<Child::End> InitializeOnEach(const std::vector<Arguments>& benches);
 
-/// The EEPROM of a unit that went the whole road in one process with its bench.
+/// The EEPROM of a unit that went the whole road in one process with its bench, and its flash table 100.
 [[nodiscard]] const std::string& EmbeddedMemory(int seed);
+[[nodiscard]] const std::string& EmbeddedFlash(int seed);
 
 /// A station with its automation port on its standard input and output, on the embedded bench if nothing else is
 /// said.

@@ -151,7 +151,11 @@ void Relay::Turn() {
 
 void Relay::CarryTarget() {
   if (!benchsTarget_.Open()) return;
-  if (const auto command = BytesFrom(target_.Get())) SendAll(benchsTarget_.Get(), *command);
+  const auto command = BytesFrom(target_.Get());
+  if (command && !command->empty()) {
+    spokenAt_ = Clock::now();
+    SendAll(benchsTarget_.Get(), *command);
+  }
   const auto reply = BytesFrom(benchsTarget_.Get());
   if (reply) {
     SendAll(target_.Get(), *reply);

@@ -70,7 +70,7 @@ class Relay {
   void Mend();
   /// When the fault struck, if it did.
   [[nodiscard]] std::optional<Clock::time_point> StruckAt();
-  /// When the station last said something to the instruments.
+  /// When the station last said something, to the instruments or to the Target.
   [[nodiscard]] Clock::time_point SpokenAt();
 
  private:

@@ -8,12 +8,11 @@
 namespace orvane::test {
 namespace {
 
-constexpr RouteToTestSet kRaw{"raw socket", "testset", "--instrument", "1=tcp:", "", ""};
-constexpr RouteToTestSet kAdapter{"adapter", "adapter", "--gpib", "prologix:", "", ""};
-constexpr RouteToTestSet kAdapterDevice{"adapter's device", "adapter", "--gpib", "prologix:", "", "",
-                                        Relay::As::kDevice};
-constexpr RouteToTestSet kGateway{"gateway", "vxi11", "--gpib", "vxi11:", "", ",gpib0,1"};
-constexpr RouteToTestSet kVxi11{"VXI-11 instrument", "vxi11", "--instrument", "1=vxi11:", ",inst0", ",inst0"};
+const RouteTo kRaw{1, "raw socket", "testset", "--instrument", "tcp:", "", ""};
+const RouteTo kAdapter{1, "adapter", "adapter", "--gpib", "prologix:", "", ""};
+const RouteTo kAdapterDevice{1, "adapter's device", "adapter", "--gpib", "prologix:", "", "", Relay::As::kDevice};
+const RouteTo kGateway{1, "gateway", "vxi11", "--gpib", "vxi11:", "", ",gpib0,1"};
+const RouteTo kVxi11{1, "VXI-11 instrument", "vxi11", "--instrument", "vxi11:", ",inst0", ",inst0"};
 
 /// In the answer to *IDN?; the generator's frequency in the receive run; a power reading's query, and its end.
 constexpr const char* kIdentity = "ORVANE,VIRTUAL TEST SET";
