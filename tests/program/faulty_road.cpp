@@ -180,7 +180,7 @@ class Road {
   void TakeAnotherBench() {
     Arguments arguments = Bench("second");
     for (const Instrument& other : kInstruments) {
-      if (std::string(route_.instruments) == other.place) continue;
+      if (!route_.Alone() || other.address == route_.address) continue;
       arguments.insert(arguments.end(), {std::string("--") + other.place, bench_->Place(other.place)});
     }
     station_.Click("OrvaneMain.cmdTargetReset");

@@ -206,7 +206,7 @@ void Relay::PassBack(Link& link, std::string bytes, std::size_t textAt) {
   if (wrong == Wrong::kCut && first) {
     SendAll(link.station.Get(), std::string_view(bytes).substr(0, textAt + kBytesAheadOfCut));
     link.over = true;
-    device_.reset();
+    PullOut();
     return;
   }
   if (wrong == Wrong::kSurplus && first) bytes += bytes;
@@ -241,6 +241,13 @@ void Relay::BreakConnections() {
     link.over = true;
     link.station.Close();
   }
+  PullOut();
+}
+
+void Relay::PullOut() {
+  if (!device_) return;
+  // Its name goes with it: the number behind it is soon another terminal's.
+  std::filesystem::remove(place_);
   device_.reset();
 }
 

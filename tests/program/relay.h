@@ -101,6 +101,7 @@ class Relay {
   void SendLate(Link& link);
   void Strike();
   void BreakConnections();
+  void PullOut();
   /// Whether the fault strikes in these bytes. @return where its text begins in them
   std::optional<std::size_t> Strikes(Way way, std::string& tail, const std::string& bytes);
 
