@@ -36,6 +36,7 @@ class Lookup {
 
   /// EAI_INPROGRESS when the deadline passed first.
   int Await(const Deadline& deadline) {
+    if (IsNumber()) return 0;
     gaicb* request = &request_;
     if (const int refused = ::getaddrinfo_a(GAI_NOWAIT, &request, 1, nullptr); refused != 0) return refused;
     while (::gai_error(&request_) == EAI_INPROGRESS && !deadline.Passed()) {
@@ -50,6 +51,13 @@ class Lookup {
   [[nodiscard]] const addrinfo* Addresses() const { return request_.ar_result; }
 
  private:
+  /// A host given as a number is no question to a name server.
+  bool IsNumber() {
+    addrinfo number = hints_;
+    number.ai_flags = AI_NUMERICHOST;
+    return ::getaddrinfo(host_.c_str(), service_.c_str(), &number, &request_.ar_result) == 0;
+  }
+
   std::string host_;
   std::string service_;
   addrinfo hints_{};
