@@ -52,6 +52,8 @@ std::string Decimal4::Text() const {
   return text + "." + places;
 }
 
+void Decimal4::FailNegation() { throw StationFailure("Overflow: the result is too large."); }
+
 Integer Decimal4::ToInteger() const { return CheckedInteger(static_cast<std::int64_t>(Divided(raw_, kScale))); }
 
 Decimal4 operator+(Decimal4 a, Decimal4 b) { return Narrowed(Wide{a.raw_} + b.raw_); }

@@ -2,6 +2,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -32,7 +33,7 @@ class Decimal4 {
   [[nodiscard]] std::string Text() const;
   /// Nearest whole number, half to even.
   [[nodiscard]] Integer ToInteger() const;
-  [[nodiscard]] constexpr Decimal4 Abs() const { return FromRaw(raw_ < 0 ? -raw_ : raw_); }
+  [[nodiscard]] constexpr Decimal4 Abs() const { return raw_ < 0 ? -*this : *this; }
 
   friend constexpr bool operator==(Decimal4 a, Decimal4 b) { return a.raw_ == b.raw_; }
   friend constexpr std::strong_ordering operator<=>(Decimal4 a, Decimal4 b) { return a.raw_ <=> b.raw_; }
@@ -40,9 +41,15 @@ class Decimal4 {
   friend Decimal4 operator-(Decimal4 a, Decimal4 b);
   friend Decimal4 operator*(Decimal4 a, Decimal4 b);
   friend Decimal4 operator/(Decimal4 a, Decimal4 b);
-  friend constexpr Decimal4 operator-(Decimal4 a) { return FromRaw(-a.raw_); }
+  friend constexpr Decimal4 operator-(Decimal4 a) {
+    if (a.raw_ == std::numeric_limits<std::int64_t>::min()) FailNegation();
+    return FromRaw(-a.raw_);
+  }
 
  private:
+  /// The least number has no counterpart.
+  [[noreturn]] static void FailNegation();
+
   static constexpr std::int64_t kScale = 10000;
   std::int64_t raw_ = 0;
 };

@@ -47,9 +47,11 @@ std::int64_t ParsedNumber::Scaled(int places) const {
   if (size + shift > 19) overflow();
   if (size + shift < 0) return 0;
   const auto kept = static_cast<std::size_t>(std::min(size, size + shift));
+  // The least number is one further from zero than the greatest.
+  const std::uint64_t limit = std::uint64_t{std::numeric_limits<std::int64_t>::max()} + (negative_ ? 1 : 0);
   std::uint64_t value = 0;
   const auto push = [&](unsigned digit) {
-    if (value > (std::uint64_t{std::numeric_limits<std::int64_t>::max()} - digit) / 10) overflow();
+    if (value > (limit - digit) / 10) overflow();
     value = value * 10 + digit;
   };
   for (std::size_t i = 0; i < kept; ++i) push(static_cast<unsigned>(digits_[i] - '0'));
@@ -58,10 +60,9 @@ std::int64_t ParsedNumber::Scaled(int places) const {
     const bool more = digits_.find_first_not_of('0', kept + 1) != std::string::npos;
     const char next = digits_[kept];
     if (next > '5' || (next == '5' && (more || value % 2 != 0))) ++value;
-    if (value > std::uint64_t{std::numeric_limits<std::int64_t>::max()}) overflow();
+    if (value > limit) overflow();
   }
-  const auto magnitude = static_cast<std::int64_t>(value);
-  return negative_ ? -magnitude : magnitude;
+  return static_cast<std::int64_t>(negative_ ? 0 - value : value);
 }
 
 double ParsedNumber::ToDouble() const {

@@ -92,6 +92,11 @@ std::size_t CharacterOffset(std::string_view utf8, std::size_t index) {
   return at;
 }
 
+std::string_view Characters(std::string_view utf8, std::size_t index, std::size_t count) {
+  const std::string_view from = utf8.substr(CharacterOffset(utf8, index));
+  return from.substr(0, CharacterOffset(from, count));
+}
+
 void DropLastCharacter(std::string& utf8) {
   while (utf8.size() > 1 && IsContinuation(utf8.back())) utf8.pop_back();
   if (!utf8.empty()) utf8.pop_back();

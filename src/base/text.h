@@ -34,6 +34,9 @@ inline constexpr std::string_view kLineEnd = "\r\n";
 /// Byte offset of the character with that index, or the text's size if it has fewer.
 [[nodiscard]] std::size_t CharacterOffset(std::string_view utf8, std::size_t index);
 
+/// At most `count` characters from the one with that index on.
+[[nodiscard]] std::string_view Characters(std::string_view utf8, std::size_t index, std::size_t count);
+
 /// Takes the last character off; an empty text stays empty.
 void DropLastCharacter(std::string& utf8);
 

@@ -5,6 +5,7 @@
 
 #include "base/byte_hex.h"
 #include "base/subscript.h"
+#include "base/text.h"
 
 namespace orvane {
 namespace {
@@ -95,7 +96,7 @@ bool FlashTable(const WordArray& words, CommandData& frame) {
   for (auto word = first; word != last; ++word) {
     const bool isHex = word->find('x') != std::string::npos;
     const std::string digits = isHex ? HexRewrite(*word) : HexWord(ToInteger(*word));
-    const auto pair = [&](std::size_t at) { return "&H" + digits.substr(std::min(at, digits.size()), 2); };
+    const auto pair = [&](std::size_t at) { return "&H" + std::string(Characters(digits, at, 2)); };
     Int(pair(4), frame);
     Int(pair(2), frame);
   }

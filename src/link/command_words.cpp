@@ -4,6 +4,7 @@
 
 #include "base/failure.h"
 #include "base/numbers.h"
+#include "base/text.h"
 
 namespace orvane {
 namespace {
@@ -37,7 +38,7 @@ bool ArgumentsAreWellFormed(const WordArray& words) {
 
 std::string HexRewrite(std::string_view word) {
   if (word.find('x') == std::string_view::npos) return std::string(word);
-  return "&H" + std::string(word.substr(std::min<std::size_t>(2, word.size())));
+  return "&H" + std::string(word.substr(CharacterOffset(word, 2)));
 }
 
 }  // namespace orvane

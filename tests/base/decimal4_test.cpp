@@ -29,10 +29,20 @@ TEST(Decimal4, KeepsFourDecimalsOfAText) {
       {"&H10", 160000}, {"1.0119", 10119},  {"9.91E+2", 9910000},
   };
   for (const auto& [text, raw] : texts) EXPECT_EQ(Decimal4::FromText(text).Raw(), raw) << text;
-  for (const std::string text : {"9.91E+37", "922337203685477.5808", "1e15"}) {
+  for (const std::string text : {"9.91E+37", "922337203685477.5808", "1e15", "-922337203685477.5809", "-1e15"}) {
     EXPECT_THROW((void)Decimal4::FromText(text), StationFailure) << text;
   }
   EXPECT_EQ(Decimal4::FromText("922337203685477.5807").Raw(), std::numeric_limits<std::int64_t>::max());
+}
+
+TEST(Decimal4, ReadsItsLeastNumberButCannotTurnItRound) {
+  for (const char* text : {"-922337203685477.5808", "-922337203685477.58081", "-9223372036854775808e-4"}) {
+    EXPECT_EQ(Decimal4::FromText(text).Raw(), std::numeric_limits<std::int64_t>::min()) << text;
+  }
+  const Decimal4 least = Decimal4::FromText("-922337203685477.5808");
+  EXPECT_EQ(Decimal4::FromText(least.Text()), least);
+  EXPECT_THROW((void)least.Abs(), StationFailure);
+  EXPECT_THROW((void)-least, StationFailure);
 }
 
 TEST(Decimal4, HasTheShortestText) {

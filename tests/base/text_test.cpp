@@ -66,6 +66,9 @@ TEST(Characters, AreCountedAndFoundAcrossTheirBytes) {
   EXPECT_EQ(CharacterOffset(text, 2), 3U);
   EXPECT_EQ(CharacterOffset(text, 3), 6U);
   EXPECT_EQ(CharacterOffset(text, 9), text.size());
+  EXPECT_EQ(Characters(text, 1, 2), "\xC3\xA9\xE3\x84\xB1");
+  EXPECT_EQ(Characters(text, 3, 9), "z");
+  EXPECT_EQ(Characters(text, 4, 1), "");
   EXPECT_EQ(DecodeUtf8(text), U"a\u00E9\u3131z");
   EXPECT_EQ(EncodeUtf8(U"a\u00E9\u3131z\U0001F600"), text + "\xF0\x9F\x98\x80");
   EXPECT_EQ(DecodeUtf8("\xFF"

@@ -13,8 +13,8 @@ TEST(ChargerCount, IsFourHexadecimalDigitsFromTheThirdCharacterOn) {
   const struct {
     const char* text;
     int count;
-  } rows[] = {{"0x0270", 0x270}, {"0x0064", 0x64}, {"0x00123", 0x12},
-              {"0x27", 0x27},    {"0xFFFF", -1},   {"zz01F0", 0x1F0}};
+  } rows[] = {{"0x0270", 0x270}, {"0x0064", 0x64},  {"0x00123", 0x12},           {"0x27", 0x27},
+              {"0xFFFF", -1},    {"zz01F0", 0x1F0}, {"\xEF\xBC\x90x0270", 0x270}};
   for (const auto& row : rows) EXPECT_EQ(CountOf(row.text), row.count) << row.text;
   for (const char* bad : {"", "0", "0x", "0xG000"}) EXPECT_THROW((void)CountOf(bad), StationFailure) << bad;
 }

@@ -56,11 +56,13 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Line{"sr 1 0x10", "24 01 00 10 10 00 35 02"}, Line{"sr 1 &H10", "24 01 00 10 10 00 35 02"},
                     Line{"sr 1 16", "24 01 00 10 10 00 35 02"},
                     // The first two characters are dropped whatever they are.
-                    Line{"sr 1 1x10", "24 01 00 10 10 00 35 02"}, Line{"sr 1 0xFFFF", "24 01 00 FF FF 25 02"},
-                    Line{"rfpw 1 -1", "30 01 00 FF FF 31 02"}, Line{"rfpw 9 -1180", "30 09 00 64 FB A6 02"},
-                    Line{"rfpw 1 255", "30 01 00 FF 00 CE 02"}, Line{"rfpw 1 975", "30 01 00 CF 03 FD 02"},
-                    Line{"rxpw 1 -1", "34 01 00 FF FF 35 02"}, Line{"rxpw 1 -256", "34 01 00 00 FF CA 02"},
-                    Line{"txpw 4 255", "36 04 00 FF 00 CD 02"}, Line{"mpw 1 300", "44 01 00 2C 01 68 02"},
+                    Line{"sr 1 1x10", "24 01 00 10 10 00 35 02"},
+                    Line{"sr 1 \xEF\xBC\x90x10", "24 01 00 10 10 00 35 02"},
+                    Line{"sr 1 0xFFFF", "24 01 00 FF FF 25 02"}, Line{"rfpw 1 -1", "30 01 00 FF FF 31 02"},
+                    Line{"rfpw 9 -1180", "30 09 00 64 FB A6 02"}, Line{"rfpw 1 255", "30 01 00 FF 00 CE 02"},
+                    Line{"rfpw 1 975", "30 01 00 CF 03 FD 02"}, Line{"rxpw 1 -1", "34 01 00 FF FF 35 02"},
+                    Line{"rxpw 1 -256", "34 01 00 00 FF CA 02"}, Line{"txpw 4 255", "36 04 00 FF 00 CD 02"},
+                    Line{"mpw 1 300", "44 01 00 2C 01 68 02"},
                     // The smallest value of two bytes.
                     Line{"txpw 4 256", "36 04 00 00 01 33 02"}, Line{"mpw 1 256", "44 01 00 00 01 44 02"},
                     Line{"spw 256 0", "50 00 01 00 00 51 02"}, Line{"se 256", "54 00 01 55 02"},
