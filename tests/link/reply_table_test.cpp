@@ -146,10 +146,12 @@ TEST(ReplyValues, ThatAreNoMeasurementStopTheRunAndLeaveTheOldOnes) {
 
 TEST(ReplyValues, MissingFromAFrameCutShortAreAFailure) {
   const std::string whole = "02 14 00 45 00 00 00 13 00 01 00 00 00 57 02";
-  for (const char* reply : {"02 14 00 45 00 00 00 13 02",        // no value
-                            "02 14 00 45 00 00 00 13 00 2A 02",  // no high byte
-                            "02 14 00 45 00 02",                 // no status
-                            "02 14 02"}) {
+  for (const char* reply :
+       {"02 14 00 45 00 00 00 13 02",        // no value
+        "02 14 00 45 00 00 00 13 00 2A 02",  // no high byte
+        "02 14 00 45 00 02",                 // no status
+        // Values behind the terminator, and one byte ahead of them: they belong to no reply.
+        "02 14 00 45 00 00 00 13 02 07 00 05 00 57 00", "02 14 00 45 00 00 00 13 00 02 00 05 00 57 00", "02 14 02"}) {
     LinkRig rig;
     rig.Exchange("mpr 19", whole);
     rig.Later(std::chrono::milliseconds(1), reply);
