@@ -93,8 +93,8 @@ bool ChargerRun::ReadUntilAccepted(Button& read, const TextBox& accepted, Decima
       return false;
     }
     if (roundsInVain == kMostRoundsInVain) {
-      throw StationFailure(link_.Status() == kNothingCame ? "The Target does not answer."
-                                                          : "The Target refuses to read its raw ADC.");
+      const bool refused = link_.PortOpen() && !link_.Succeeded() && link_.Status() != kNothingCame;
+      throw StationFailure(refused ? "The Target refuses to read its raw ADC." : "The Target does not answer.");
     }
     read.Click();
     link_.WaitForReply();

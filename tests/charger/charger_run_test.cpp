@@ -260,6 +260,27 @@ TEST_F(ChargerRunTest, ARefusingTargetStopsTheRunToo) {
   EXPECT_TRUE(rig.state.cal.CalFailed);
 }
 
+TEST_F(ChargerRunTest, APortThatClosesBehindRefusalsIsATargetThatDoesNotAnswer) {
+  rig.failing = kMpr;
+  int reads = 0;
+  rig.serial.answer = [&](const SentCommand& command) {
+    if (command.operation == kMpr && ++reads == 20)
+      rig.loop.PostAt(rig.loop.Now() + std::chrono::seconds(1), [&] { rig.serial.Close(); });
+    return rig.Answer(command);
+  };
+  EXPECT_EQ(Run(), "The Target does not answer.");
+  EXPECT_EQ(reads, 20);
+}
+
+TEST_F(ChargerRunTest, SilenceBehindRefusalsIsATargetThatDoesNotAnswer) {
+  rig.failing = kMpr;
+  int reads = 0;
+  rig.serial.answer = [&](const SentCommand& command) {
+    return command.operation == kMpr && ++reads == 20 ? std::string() : rig.Answer(command);
+  };
+  EXPECT_EQ(Run(), "The Target does not answer.");
+}
+
 TEST_F(ChargerRunTest, AReadingStartsTheCountOfSilentRoundsAnew) {
   rig.raw = {624, 624, 496};
   int reads = 0;
