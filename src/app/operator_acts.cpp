@@ -25,7 +25,8 @@ Kind* As(Control& control) {
   return dynamic_cast<Kind*>(&control);
 }
 
-int IndexOf(const std::vector<std::string>& items, const std::string& text) {
+template <class Items>
+int IndexOf(const Items& items, const std::string& text) {
   const auto hit = std::find(items.begin(), items.end(), text);
   if (hit == items.end()) throw RpcFailure(RpcError::InvalidParams, "There is no entry \"" + text + "\".");
   return static_cast<int>(hit - items.begin());

@@ -51,6 +51,11 @@ int ComboBox::Selected() const {
 }
 
 void ListBox::AddItem(std::string item) {
+  if (items_.size() == kMostRows) {
+    items_.pop_front();
+    selected_ = std::max(selected_ - 1, -1);
+    firstRowDropped.Emit();
+  }
   items_.push_back(std::move(item));
   rowAdded.Emit(items_.back());
 }

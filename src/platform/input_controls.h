@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -79,13 +80,16 @@ class ComboBox final : public Control {
   std::vector<std::string> items_;
 };
 
+/// Rows that come at the end. Beyond `kMostRows` the oldest go, so a station that stands for months does not grow.
 class ListBox final : public Control {
  public:
+  static constexpr std::size_t kMostRows = 20000;
+
   ListBox(Panel& panel, std::string name) : Control(panel, ControlKind::List, std::move(name)) {
     SetColours(kWindowText, kWindow);
   }
 
-  [[nodiscard]] const std::vector<std::string>& Items() const { return items_; }
+  [[nodiscard]] const std::deque<std::string>& Items() const { return items_; }
   void AddItem(std::string item);
   void Clear();
   [[nodiscard]] int Selected() const { return selected_; }
@@ -93,9 +97,12 @@ class ListBox final : public Control {
 
   /// A row was added at the end and nothing else changed (in place of `changed`).
   Signal<const std::string&> rowAdded;
+  /// The first row has gone to make room for one that will be added; the others, the selected one among them, have
+  /// moved up (in place of `changed`).
+  Signal<> firstRowDropped;
 
  private:
-  std::vector<std::string> items_;
+  std::deque<std::string> items_;
   int selected_ = -1;
 };
 

@@ -227,6 +227,29 @@ TEST_F(ControlsTest, AListTellsOfEachRow) {
   EXPECT_THAT(panel_.lstRows.Items(), IsEmpty());
 }
 
+TEST_F(ControlsTest, AListHoldsSoManyRowsAndLosesTheOldestBeyond) {
+  ListBox& list = panel_.lstRows;
+  std::vector<std::string> told;
+  list.rowAdded.Connect([&](const std::string& row) { told.push_back("added " + row); });
+  list.firstRowDropped.Connect([&] { told.push_back("dropped, first is " + list.Items().front()); });
+  for (int i = 0; i < 20000; ++i) list.AddItem(std::to_string(i));
+  EXPECT_EQ(list.Items().size(), 20000U);
+  EXPECT_EQ(list.Items().front(), "0");
+  list.Select(1);
+  told.clear();
+  list.AddItem("20000");
+  EXPECT_THAT(told, ElementsAre("dropped, first is 1", "added 20000"));
+  EXPECT_EQ(list.Items().size(), 20000U);
+  EXPECT_EQ(list.Selected(), 0) << "the same row as before";
+  list.AddItem("20001");
+  EXPECT_EQ(list.Selected(), -1) << "the selected row has gone";
+  for (int i = 20002; i < 100000; ++i) list.AddItem(std::to_string(i));
+  EXPECT_EQ(list.Items().size(), 20000U);
+  EXPECT_EQ(list.Items().front(), "80000");
+  EXPECT_EQ(list.Items().back(), "99999");
+  EXPECT_EQ(list.Selected(), -1);
+}
+
 TEST_F(ControlsTest, ControlsStartWithTheColoursOfTheirKind) {
   EXPECT_EQ(panel_.cmdGo.BackColor(), 0x8000000FU);
   EXPECT_EQ(panel_.txtValue.BackColor(), 0x80000005U);

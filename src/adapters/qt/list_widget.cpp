@@ -35,7 +35,7 @@ class Rows final : public QAbstractListModel {
 
   [[nodiscard]] int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : count_; }
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
-    if (role != Qt::DisplayRole || index.row() >= count_) return {};
+    if (role != Qt::DisplayRole || index.row() >= static_cast<int>(list_.Items().size())) return {};
     return WithColumns(ToQt(list_.Items()[static_cast<std::size_t>(index.row())]));
   }
   [[nodiscard]] QString Raw(int row) const { return ToQt(list_.Items()[static_cast<std::size_t>(row)]); }
@@ -45,7 +45,12 @@ class Rows final : public QAbstractListModel {
     ++count_;
     endInsertRows();
   }
-  /// A list grows row by row or is emptied; nothing else happens to its rows.
+  void DropFirst() {
+    beginRemoveRows({}, 0, 0);
+    --count_;
+    endRemoveRows();
+  }
+  /// A list grows row by row, loses its first row to a new one or is emptied; nothing else happens to its rows.
   void TakeAll() {
     if (count_ == static_cast<int>(list_.Items().size())) return;
     beginResetModel();
@@ -72,6 +77,7 @@ class RowsView final : public QListView {
     followEnd_.setSingleShot(true);
     connect(&followEnd_, &QTimer::timeout, this, [this] { scrollToBottom(); });
     list.rowAdded.Connect([this](const std::string&) { ShowAdded(); });
+    list.firstRowDropped.Connect([this] { ShowDropped(); });
   }
 
  protected:
@@ -98,6 +104,17 @@ class RowsView final : public QListView {
     rows_->TakeRow();
     // Once for all rows that come in one turn: the view lays out all its rows for it.
     if (atEnd) followEnd_.start();
+  }
+  /// The rows that somebody has scrolled to stay where they are.
+  void ShowDropped() {
+    QScrollBar& bar = *verticalScrollBar();
+    const bool atEnd = followEnd_.isActive() || bar.value() == bar.maximum();
+    rows_->DropFirst();
+    if (atEnd) {
+      followEnd_.start();
+    } else if (verticalScrollMode() == ScrollPerItem) {
+      bar.setValue(bar.value() - 1);
+    }
   }
   void ShowSelected() {
     const QModelIndex wanted = rows_->index(list_.Selected());
