@@ -34,12 +34,14 @@ Integer PowerSearch::Move() {
   return dac_;
 }
 
-void PowerSearch::Learn(Decimal4 measured, Decimal4 toleranceSetting) {
+void PowerSearch::Take(Decimal4 measured) {
   measured_ = measured;
-  const Decimal4 error = Error().Abs();
-  step_ = NextStep(*numbers_.steps, measured, error, step_);
-  tolerance_ = ToleranceFor(*numbers_.tolerances, toleranceSetting, measured);
-  if (error < "0.5"_d4) ++nearPasses_;
+  step_ = NextStep(*numbers_.steps, measured, Error().Abs(), step_);
+}
+
+void PowerSearch::Settle(Decimal4 toleranceSetting) {
+  tolerance_ = ToleranceFor(*numbers_.tolerances, toleranceSetting, measured_);
+  if (Error().Abs() < "0.5"_d4) ++nearPasses_;
   if (++passes_ >= kHalvingFrom) step_ = static_cast<Integer>(std::max(1, HalfOf(step_)));
 }
 

@@ -36,9 +36,15 @@ class PowerSearch {
 
   /// Moves the DAC by the step, towards the target.
   Integer Move();
-  /// Takes in what was measured at the DAC value of the last move, and sets the next step and the tolerance.
-  /// `toleranceSetting` is what the operator set, in dB.
-  void Learn(Decimal4 measured, Decimal4 toleranceSetting);
+  /// Takes in what was measured at the DAC value of the last move, and looks up the next step.
+  /// @throws StationFailure for a power whose distance from the target is no number of four decimals any more.
+  void Take(Decimal4 measured);
+  /// Sets the tolerance and ends the pass. `toleranceSetting` is what the operator set, in dB.
+  void Settle(Decimal4 toleranceSetting);
+  void Learn(Decimal4 measured, Decimal4 toleranceSetting) {
+    Take(measured);
+    Settle(toleranceSetting);
+  }
   /// So many passes came near the target that another one would not come nearer.
   [[nodiscard]] bool NearEnough() const { return nearPasses_ > kNearPasses; }
 

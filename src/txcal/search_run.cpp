@@ -21,8 +21,9 @@ bool SearchRun::Run(const SearchRow& row, PowerSearch& search, const SearchSubje
     const std::optional<Decimal4> measured = MovedAndMeasured(row, search, subject.name);
     if (!measured) return false;
     // The row shows the DAC and the power; the tolerance setting is read after it, pass by pass.
+    search.Take(*measured);
     ((*parts_.results).*row.passList).AddItem(std::to_string(search.Dac()) + "\t" + measured->Text());
-    search.Learn(*measured, Decimal4::FromText(parts_.panel->txtErrorRate.Text()));
+    search.Settle(Decimal4::FromText(parts_.panel->txtErrorRate.Text()));
     parts_.trail.Pass({search.Dac(), *measured, search.Tolerance()});
     if (search.NearEnough()) break;
     if (search.Passes() >= kMostPasses) {
@@ -110,8 +111,9 @@ void SearchRun::TellFlaws(const PowerSearch& search, const std::string& subject)
     parts_.report.Flaw(subject + " was measured at DAC " + std::to_string(measuredAt_) + ", but " + dac + " stands.");
   }
   if (!search.OnTarget()) {
-    parts_.report.Flaw(subject + " stopped at DAC " + dac + ", " + search.Error().Abs().Text() +
-                       " dB from its target.");
+    parts_.report.Flaw(
+        subject + " stopped at DAC " + dac + ", " + search.Error().Abs().Text() + " dB from its target.",
+        FlawKind::OutOfTolerance);
   }
 }
 
