@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/subscript.h"
+#include "link/transfer_watch.h"
 #include "platform/save_dialog.h"
 #include "rfparams/eeprom_image.h"
 #include "rfparams/record_layout.h"
@@ -18,6 +19,9 @@ constexpr int kRowSize = 16;
 constexpr int kLastRow = 113;
 /// Where the values of a read reply begin; they stand at every second position.
 constexpr int kFirstValue = 9;
+
+/// Numeric status of an exchange without a reply.
+constexpr int kNothingCame = 255;
 
 constexpr const char* kHeading = "Address\tData";
 
@@ -49,14 +53,53 @@ std::string ByteWord(const std::string& entry) {
 /// "&H1F" less its prefix.
 std::string Digits(const std::string& code) { return code.substr(std::min<std::size_t>(code.size(), 2)); }
 
+/// Tells the report at the end of a transfer which bytes the Target may not have taken, neighbours with one fate in
+/// one sentence.
+class LostBytes {
+ public:
+  explicit LostBytes(RunReport& report) : report_(report) {}
+  LostBytes(const LostBytes&) = delete;
+  LostBytes& operator=(const LostBytes&) = delete;
+  ~LostBytes() { Tell(); }
+
+  void Add(int first, int last, const std::string& fate) {
+    if (first != last_ + 1 || fate != fate_) {
+      Tell();
+      first_ = first;
+      fate_ = fate;
+    }
+    last_ = last;
+  }
+  /// The Target moves on by itself with each piece that it takes, so one that it did not take shifts all behind it.
+  void Add(int first, int last, const TargetLink& link) {
+    Add(first, last,
+        (link.Status() == kNothingCame ? std::string("brought no reply")
+                                       : "were refused with status " + std::to_string(link.Status())) +
+            ": they and all behind them may be wrong.");
+  }
+
+ private:
+  void Tell() {
+    if (fate_.empty()) return;
+    report_.Flaw("EEPROM bytes " + std::to_string(first_) + " to " + std::to_string(last_) + " " + fate_);
+    fate_.clear();
+  }
+
+  RunReport& report_;
+  int first_ = 0;
+  int last_ = -1;
+  std::string fate_;
+};
+
 }  // namespace
 
 ParameterTransfer::ParameterTransfer(PanelRef<FrmDownLoad> panel, PanelRef<FrmAutoCal> autoCal, RFState& rf,
-                                     const ReplyState& reply, TargetLink& link, RunReport& report, Boxes& boxes,
-                                     FileDialogs& dialogs, Files& files)
+                                     const CalState& cal, const ReplyState& reply, TargetLink& link,
+                                     RunReport& report, Boxes& boxes, FileDialogs& dialogs, Files& files)
     : panel_(panel),
       autoCal_(autoCal),
       rf_(rf),
+      cal_(cal),
       reply_(reply),
       link_(link),
       report_(report),
@@ -82,13 +125,15 @@ void ParameterTransfer::DownLoad() {
   PassOver([&] { FileToRFParamsConvert(rf_); });
   if (panel_->optDownloadFileLoad.Selected() || !link_.InTestMode()) return;
   TMEEPROMDataMaker(rf_);
+  const TransferWatch watch(link_, cal_);
+  bool whole = true;
   // The partial mode has no content of its own.
   if (panel_->optFullDownload.Selected()) {
     Send("spw 5 0");
-    TMDownLoadProcedure(0, kImageSize - 1);
+    whole = !watch.Stopped() && TMDownLoadProcedure(0, kImageSize - 1) && !watch.Stopped();
   }
-  if (panel_->optDownloadFlash.Selected()) Send("se 1");
-  if (link_.Succeeded()) {
+  if (whole && panel_->optDownloadFlash.Selected()) Send("se 1");
+  if (whole && link_.Succeeded()) {
     boxes_.Alarm("Download is completed.");
   } else {
     boxes_.Warning("Download is not completed. Try to Download again.");
@@ -104,13 +149,16 @@ bool ParameterTransfer::ReadFile(const std::string& path) {
       [this](const StationFailure& failure) { ShowSystemText(failure); });
 }
 
-void ParameterTransfer::TMDownLoadProcedure(Integer first, Integer last) {
+bool ParameterTransfer::TMDownLoadProcedure(Integer first, Integer last) {
   ListBox& list = panel_->lstDataReadWindow;
   list.AddItem(kHeading);
   for (int i = first; i <= last; ++i) {
     PassOver([&] { list.AddItem(std::to_string(i) + "\t0x" + At(rf_.EepromImage, i)); });
   }
+  TransferWatch watch(link_, cal_);
+  LostBytes lost(report_);
   Send("spw 1 0");
+  TellDoubt("spw 1 0", "all that was written may stand in the wrong place");
   const int span = last - first;
   const int whole = (span - span % kChunkSize) / kChunkSize;
   ShownBar bar(panel_->prgDownload, whole + 1);
@@ -118,14 +166,19 @@ void ParameterTransfer::TMDownLoadProcedure(Integer first, Integer last) {
   for (int c = 0; c <= whole; ++c) {
     const int start = first + kChunkSize * c;
     const int end = std::min<int>(last, start + kChunkSize - 1);
-    PassOver([&] { TMEEPROMDataWrite(CheckedInteger(start), CheckedInteger(end)); },
-             [&](const StationFailure& failure) {
-               report_.Flaw("EEPROM bytes " + std::to_string(start) + " to " + std::to_string(end) +
-                            " were not sent: " + failure.what());
-             });
+    if (c > 0 && watch.Stopped()) return false;
+    const bool sent = PassOver([&] { TMEEPROMDataWrite(CheckedInteger(start), CheckedInteger(end)); },
+                               [&](const StationFailure& failure) {
+                                 lost.Add(start, end, "were not sent: " + std::string(failure.what()));
+                               });
+    if (sent) {
+      if (!link_.Succeeded()) lost.Add(start, end, link_);
+      watch.PieceSent();
+    }
     bar.Set(c + 1);
     autoCalBar.Set(c + 1);
   }
+  return true;
 }
 
 void ParameterTransfer::TMEEPROMDataWrite(Integer first, Integer last) {
@@ -177,6 +230,12 @@ void ParameterTransfer::Send(const std::string& line) {
   PassOver(
       [&] { link_.RunTargetCommand(line); },
       [&](const StationFailure& failure) { report_.Flaw("The command \"" + line + "\" failed: " + failure.what()); });
+}
+
+void ParameterTransfer::TellDoubt(const std::string& line, const std::string& consequence) {
+  if (link_.Succeeded()) return;
+  report_.Flaw("\"" + line + "\" " + (link_.Status() == kNothingCame ? "brought no reply" : "was refused") + ": " +
+               consequence + ".");
 }
 
 }  // namespace orvane

@@ -10,6 +10,7 @@
 #include "platform/panel.h"
 #include "rfparams/frm_download.h"
 #include "rfparams/rf_state.h"
+#include "txcal/cal_state.h"
 #include "txcal/frm_auto_cal.h"
 #include "txcal/run_report.h"
 
@@ -19,17 +20,23 @@ namespace orvane {
 /// passed over; the run report is told of it.
 class ParameterTransfer {
  public:
-  ParameterTransfer(PanelRef<FrmDownLoad> panel, PanelRef<FrmAutoCal> autoCal, RFState& rf, const ReplyState& reply,
-                    TargetLink& link, RunReport& report, Boxes& boxes, FileDialogs& dialogs, Files& files);
+  ParameterTransfer(PanelRef<FrmDownLoad> panel, PanelRef<FrmAutoCal> autoCal, RFState& rf, const CalState& cal,
+                    const ReplyState& reply, TargetLink& link, RunReport& report, Boxes& boxes, FileDialogs& dialogs,
+                    Files& files);
 
   /// Answers `cmdEepromDownLoad`, `cmdUpLoad` and the two options of the download mode.
   void Connect();
 
   /// Sends the bytes `first` to `last` of `EepromImage`, both inclusive, in chunks of 32: each is listed before any
-  /// moves. A chunk that cannot be sent is left out. Only the status of the last command can be read afterwards.
-  void TMDownLoadProcedure(Integer first, Integer last);
+  /// moves. A chunk that cannot be sent is left out, and one that the Target refuses or leaves without a reply is not
+  /// sent again: the report is told which bytes. Only the status of the last command can be read afterwards.
+  /// @return false when an operator stopped it between two chunks: nothing may be committed then.
+  /// @throws StationFailure for a Target that does not answer any more.
+  bool TMDownLoadProcedure(Integer first, Integer last);
   /// Sends one chunk of at most 32 bytes.
   void TMEEPROMDataWrite(Integer first, Integer last);
+  /// Behind a command of a transfer: where it did not succeed the report is told what follows from that.
+  void TellDoubt(const std::string& line, const std::string& consequence);
   /// Has no action.
   void EEPROMDataWrite(Integer first, Integer last);
 
@@ -46,6 +53,7 @@ class ParameterTransfer {
   PanelRef<FrmDownLoad> panel_;
   PanelRef<FrmAutoCal> autoCal_;
   RFState& rf_;
+  const CalState& cal_;
   const ReplyState& reply_;
   TargetLink& link_;
   RunReport& report_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "link/transfer_watch.h"
 
 namespace orvane {
 namespace {
@@ -22,8 +23,7 @@ bool BandRun::Run(const BandRow& band) {
   if (!steps_.ClearAndTune(band) || !steps_.TestSetReady()) return false;
   SetUpTestSet(band);
   if (!MayTransmit(band)) return false;
-  SendRampTables(band);
-  if (!TransmitterOn(band)) return false;
+  if (!SendRampTables(band) || !TransmitterOn(band)) return false;
   if (!searchRun_.TakesReadings()) parts_.report.Flaw("No power readings are taken from the selected test set.");
 
   parts_.results->listPowerLevel.AddItem(std::string(band.powerLevelHead));
@@ -52,7 +52,7 @@ bool BandRun::MayStart(const BandRow& band) {
 }
 
 void BandRun::ShowResults() {
-  parts_.results->Show();
+  parts_.results->ShowBeside();
   parts_.results->listPeakPower.Clear();
   parts_.results->listPowerLevel.Clear();
 }
@@ -91,15 +91,19 @@ bool BandRun::MayTransmit(const BandRow& band) {
   return false;
 }
 
-void BandRun::SendRampTables(const BandRow& band) {
+bool BandRun::SendRampTables(const BandRow& band) {
   const bool sentBefore = parts_.cal.DcsCalDone || parts_.cal.SpareCalDone;
-  if (sentBefore && !band.alwaysSendsRamps) return;
+  if (sentBefore && !band.alwaysSendsRamps) return true;
+  TransferWatch watch(parts_.link, parts_.cal);
   for (int table = 0; table < kRampTables; ++table) {
     std::string line = "ttw " + std::to_string(table) + " ";
     for (const std::string& value : parts_.ramp.RampTable[static_cast<std::size_t>(table)]) line += value + ",";
+    if (watch.Stopped()) return !steps_.Stopped(11, "ahead of ramp table " + std::to_string(table));
     parts_.link.RunTargetCommand(line);
+    watch.PieceSent();
   }
   steps_.Pace(11);
+  return true;
 }
 
 bool BandRun::TransmitterOn(const BandRow& band) {

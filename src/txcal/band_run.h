@@ -21,7 +21,8 @@ class BandRun {
   void ShowResults();
   void SetUpTestSet(const BandRow& band);
   [[nodiscard]] bool MayTransmit(const BandRow& band);
-  void SendRampTables(const BandRow& band);
+  /// @return false when it was stopped between two tables.
+  [[nodiscard]] bool SendRampTables(const BandRow& band);
   [[nodiscard]] bool TransmitterOn(const BandRow& band);
   [[nodiscard]] bool FindLevel(const BandRow& band, int level, PowerSearch& search);
   void SetUpSamples(const BandRow& band);

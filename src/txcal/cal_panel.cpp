@@ -129,6 +129,8 @@ void CalPanel::SendAfc() {
 void CalPanel::ToggleStop() {
   state_.CalMode = "Stop";
   state_.CalStopRequested = !state_.CalStopRequested;
+  state_.stopStands = state_.CalStopRequested;
+  if (state_.stopStands) ++state_.stopsAsked;
   panels_.autoCal->cmdAutoCalStop.SetBackColor(state_.CalStopRequested ? kRed : kButtonFace);
 }
 

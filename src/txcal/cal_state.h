@@ -15,6 +15,12 @@ struct CalState {
   /// "File", "EEPROM", "EEPROMFile".
   std::string SaveMode;
   bool CalStopRequested = false;
+  /// How often an operator asked for a stop, and whether he has not withdrawn the last one. A failure status asks for
+  /// one too, but does not count here.
+  long stopsAsked = 0;
+  bool stopStands = false;
+  /// The last save ended at a stop between two pieces of its transfer: nothing was committed.
+  bool saveStopped = false;
   /// Only `cmdAllCalStart` clears it.
   bool CalFailed = false;
   bool GsmCalDone = false;

@@ -1,5 +1,6 @@
 #include "txcal/result_save.h"
 
+#include "link/transfer_watch.h"
 #include "platform/save_dialog.h"
 #include "rfparams/eeprom_image.h"
 #include "rfparams/rf_text_file.h"
@@ -36,6 +37,7 @@ void ResultSave::Connect() {
 }
 
 void ResultSave::Save() {
+  cal_.saveStopped = false;
   // It is saved all the same, but nobody may take it for a calibrated unit's.
   if (!rf_.recordIsWhole) {
     report_.Flaw("The RF parameters stand on no whole parameter file: what the run did not calibrate is wrong.");
@@ -85,9 +87,16 @@ void ResultSave::SaveToEeprom() {
     return;
   }
   TMEEPROMDataMaker(rf_);
+  const TransferWatch watch(link_, cal_);
   link_.RunTargetCommand("spw 5 0");
-  transfer_.TMDownLoadProcedure(kImageFirst, kImageLast);
+  transfer_.TellDoubt("spw 5 0", "what was written may have gone elsewhere");
+  cal_.saveStopped = watch.Stopped() || !transfer_.TMDownLoadProcedure(kImageFirst, kImageLast) || watch.Stopped();
+  if (cal_.saveStopped) {
+    report_.Flaw("Stopped while the EEPROM was written: nothing was committed.");
+    return;
+  }
   link_.RunTargetCommand("se 1");
+  transfer_.TellDoubt("se 1", "whether the EEPROM keeps what was written is not known");
 }
 
 }  // namespace orvane

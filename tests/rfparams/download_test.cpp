@@ -251,6 +251,67 @@ TEST_F(ParameterDownload, ACommandThatCannotBeSentIsTold) {
   EXPECT_THAT(report.Steps().back().reason, HasSubstr("EEPROM bytes 0 to 31 were not sent: "));
 }
 
+TEST_F(ParameterDownload, AStopIsHeardBetweenTwoPiecesAndNothingIsCommitted) {
+  rig_.serial.answer = [&, n = 0](const SentCommand& command) mutable {
+    if (command.operation == kTableWrite && ++n == 3) {
+      rig_.state.cal.CalStopRequested = true;
+      rig_.state.cal.stopStands = true;
+      ++rig_.state.cal.stopsAsked;
+    }
+    return PaddedReply(command.operation, 0, command.data);
+  };
+  DownLoad();
+  EXPECT_THAT(rig_.Commands(), SizeIs(2 + 3)) << "the third piece was under way";
+  EXPECT_THAT(rig_.boxes.Texts(), ElementsAre("Download is not completed. Try to Download again."));
+  EXPECT_FALSE(panel_.prgDownload.Visible());
+  EXPECT_FALSE(rig_.panels.autoCal.prgAutoCalDownload.Visible());
+}
+
+TEST_F(ParameterDownload, AStopThatWasLeftFromBeforeStopsNoDownload) {
+  rig_.state.cal.CalStopRequested = true;
+  rig_.state.cal.stopStands = true;
+  rig_.state.cal.stopsAsked = 3;
+  DownLoad();
+  EXPECT_THAT(rig_.boxes.Texts(), ElementsAre("Download is completed."));
+  EXPECT_THAT(rig_.Commands(), SizeIs(60));
+}
+
+TEST_F(ParameterDownload, ATargetThatDoesNotAnswerFivePiecesInARowEndsIt) {
+  rig_.serial.answer = [](const SentCommand& command) {
+    return command.operation == kTableWrite ? std::string() : PaddedReply(command.operation, 0, command.data);
+  };
+  rig_.dialogs.answers.emplace_back("/home/unit.epm");
+  EXPECT_EQ(rig_.op.Click(panel_.cmdEepromDownLoad), "The Target does not answer.");
+  EXPECT_THAT(rig_.Commands(), SizeIs(2 + 5));
+  EXPECT_FALSE(panel_.prgDownload.Visible());
+}
+
+TEST_F(ParameterDownload, AReplyStartsTheCountOfSilentPiecesAnew) {
+  rig_.serial.answer = [n = 0](const SentCommand& command) mutable {
+    return command.operation == kTableWrite && ++n % 5 != 0 ? std::string()
+                                                            : PaddedReply(command.operation, 0, command.data);
+  };
+  DownLoad();
+  EXPECT_THAT(rig_.Commands(), SizeIs(60));
+}
+
+TEST_F(ParameterDownload, PiecesThatTheTargetMayNotHaveTakenAreToldByTheirBytes) {
+  rf_.EepromImage.assign(2701, "00");
+  rig_.serial.answer = [n = 0](const SentCommand& command) mutable {
+    ++n;  // The first is "spw 1 0".
+    return n == 3 || n == 4 ? std::string() : PaddedReply(command.operation, n == 6 ? 5 : 0, command.data);
+  };
+  RunReport& report = rig_.state.report;
+  report.Begin();
+  report.Enter(RunStep::Save);
+  EXPECT_EQ(rig_.Act([&] { EXPECT_TRUE(transfer_.TMDownLoadProcedure(0, 255)); }), std::nullopt);
+  report.Leave();
+  EXPECT_THAT(rig_.Commands(), SizeIs(1 + 8)) << "it goes on to its end";
+  EXPECT_EQ(report.Steps().back().reason,
+            "EEPROM bytes 32 to 95 brought no reply: they and all behind them may be wrong. "
+            "EEPROM bytes 128 to 159 were refused with status 5: they and all behind them may be wrong.");
+}
+
 TEST_F(ParameterDownload, OffsetsBeyondTheImageArePassedOver) {
   rf_.EepromImage.assign(2701, "00");
   EXPECT_EQ(rig_.Act([&] { transfer_.TMDownLoadProcedure(2690, 2710); }), std::nullopt);

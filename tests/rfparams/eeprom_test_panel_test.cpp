@@ -147,6 +147,8 @@ TEST_F(EepromTestPanelTest, TheCountIsNotSetBackAfterALastEntry) {
 class EepromByteEntry : public EepromTestPanelTest {
  protected:
   void ExpectAnEntryOf65536() {
+    int rows = 0;
+    panel_.lstDataReadWindow.rowAdded.Connect([&rows](const std::string&) { ++rows; });
     rig_.op.Select(panel_.optEepromWrite);
     for (int i = 0; i < 65535; ++i) rig_.op.Key(panel_.txtEepromDataWrite, 13);
     EXPECT_TRUE(panel_.txtEepromDataWrite.Enabled());
@@ -154,7 +156,8 @@ class EepromByteEntry : public EepromTestPanelTest {
     rig_.op.Key(panel_.txtEepromDataWrite, 13);
     EXPECT_FALSE(panel_.txtEepromDataWrite.Enabled());
     EXPECT_EQ(panel_.txtEepromDataWriteAddress.Text(), "");
-    EXPECT_THAT(panel_.lstDataReadWindow.Items(), SizeIs(65536));
+    EXPECT_EQ(rows, 65536);
+    EXPECT_THAT(panel_.lstDataReadWindow.Items(), SizeIs(20000)) << "the last ones";
   }
 };
 

@@ -57,8 +57,9 @@ class TransferDesk : public ::testing::Test {
   Rig rig_;
   FrmDownLoad& panel_ = rig_.panels.downLoad;
   RFState& rf_ = rig_.state.rf;
-  ParameterTransfer transfer_{rig_.panels.downLoad, rig_.panels.autoCal, rig_.state.rf, rig_.state.reply, rig_.link,
-                              rig_.state.report,    rig_.boxes,          rig_.dialogs,  rig_.files};
+  ParameterTransfer transfer_{rig_.panels.downLoad, rig_.panels.autoCal, rig_.state.rf,     rig_.state.cal,
+                              rig_.state.reply,     rig_.link,           rig_.state.report, rig_.boxes,
+                              rig_.dialogs,         rig_.files};
 };
 
 }  // namespace orvane::test

@@ -50,6 +50,29 @@ TEST_F(BandFailures, GsmDoesNotLookAtTheStatusOfADacValue) {
   EXPECT_EQ(state.tally.silentWaits, 1);
 }
 
+TEST_F(BandFailures, AStopIsHeardBetweenTwoRampTables) {
+  serial.answer = [&, tables = 0](const test::SentCommand& command) mutable {
+    if (command.operation == 56 && ++tables == 4) op.Click(panel.cmdAutoCalStop);
+    return test::PaddedReply(command.operation, 0);
+  };
+  Note();
+  ClickDcs();
+  EXPECT_THAT(CommandsOf("ttw "), SizeIs(4));
+  EXPECT_EQ(Commands().back(), "rfe 0");
+  EXPECT_EQ(panel.cmdAutoCalStop.BackColor(), kRed);
+  EXPECT_FALSE(cal.DcsCalDone);
+  EXPECT_EQ(Flaws(), "Stopped ahead of ramp table 4.");
+}
+
+TEST_F(BandFailures, ATargetThatDoesNotAnswerFiveRampTablesInARowEndsTheRun) {
+  serial.answer = [](const test::SentCommand& command) {
+    return command.operation == 56 ? std::string() : test::PaddedReply(command.operation, 0);
+  };
+  ClickDcs();
+  EXPECT_EQ(outcome, "The Target does not answer.");
+  EXPECT_THAT(CommandsOf("ttw "), SizeIs(5));
+}
+
 TEST_F(BandFailures, ATestSetThatIsNotInitializedEndsTheRun) {
   state.testSet.TestSetReady = false;
   Note();
@@ -314,7 +337,25 @@ TEST_F(BandFailures, APowerThatSwingsAroundItsTargetForGoodStopsTheRun) {
   ClickGsm();
   ASSERT_TRUE(outcome.has_value());
   EXPECT_THAT(*outcome, HasSubstr("The power does not settle at GSM level 19"));
+  EXPECT_FALSE(cal.CalFailed);
+  EXPECT_FALSE(cal.CalStopRequested);
   EXPECT_THAT(results.listPeakPower.Items(), SizeIs(1 + 1100)) << "the head, and a row a pass";
+}
+
+TEST_F(BandFailures, FlagsThatStoodWhenThePowerWouldNotSettleStayAsTheyWere) {
+  reading = [this] { return std::string(dac >= 60 ? "9" : "5"); };
+  cal.CalFailed = true;
+  ClickGsm();
+  ASSERT_TRUE(outcome.has_value());
+  EXPECT_TRUE(cal.CalFailed);
+}
+
+TEST_F(BandFailures, APowerTooFarOffForAnErrorLeavesNoRow) {
+  reading = [] { return std::string("-922337203685477.5808"); };
+  ClickGsm();
+  ASSERT_TRUE(outcome.has_value());
+  EXPECT_THAT(*outcome, HasSubstr("Overflow"));
+  EXPECT_THAT(results.listPeakPower.Items(), ElementsAre("lev(GSM)\tPow(GSM)"));
 }
 
 TEST_F(BandFailures, AnEmptyToleranceBoxStopsEverything) {

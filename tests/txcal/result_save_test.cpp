@@ -22,7 +22,7 @@ struct SaveDesk : test::TxDesk {
     outcome = Act([this] { panel.cmdAutoCalResultSave.Click(); });
   }
 
-  ParameterTransfer transfer{panels.downLoad, panels.autoCal, state.rf, state.reply, link,
+  ParameterTransfer transfer{panels.downLoad, panels.autoCal, state.rf, state.cal, state.reply, link,
                              state.report,    boxes,          dialogs,  files};
   ResultSave save{panels.autoCal, panels.downLoad, state.cal, state.rf, link,
                   transfer,       state.report,    boxes,     dialogs,  files};
@@ -50,6 +50,69 @@ TEST_F(ResultSaveRun, WritesTheImageToTheTargetIn57Chunks) {
   EXPECT_THAT(dialogs.shown, IsEmpty());
   EXPECT_THAT(files.content, IsEmpty());
   EXPECT_EQ(Flaws(), "");
+}
+
+TEST_F(ResultSaveRun, AStopIsHeardBetweenTwoPiecesAndNothingIsCommitted) {
+  int pieces = 0;
+  serial.answer = [&](const test::SentCommand& command) {
+    if (command.operation == 82 && ++pieces == 57) op.Click(panel.cmdAutoCalStop);
+    return test::PaddedReply(command.operation, 0);
+  };
+  Save();
+  EXPECT_EQ(pieces, 57);
+  EXPECT_THAT(Commands().back(), StartsWith("stw 3 ")) << "behind the last piece, too, nothing is committed";
+  EXPECT_TRUE(cal.saveStopped);
+  EXPECT_EQ(Flaws(), "Stopped while the EEPROM was written: nothing was committed.");
+
+  serial.answer = [](const test::SentCommand& command) { return test::PaddedReply(command.operation, 0); };
+  Save();
+  EXPECT_FALSE(cal.saveStopped);
+  EXPECT_EQ(Commands().back(), "se 1");
+}
+
+TEST_F(ResultSaveRun, AStopThatIsWithdrawnOrThatAFailureAskedForStopsNoSave) {
+  int pieces = 0;
+  serial.answer = [&](const test::SentCommand& command) {
+    const bool piece = command.operation == 82;
+    if (piece && ++pieces == 3) {
+      op.Click(panel.cmdAutoCalStop);
+      op.Click(panel.cmdAutoCalStop);
+    }
+    return test::PaddedReply(command.operation, piece && pieces == 5 ? 1 : 0);
+  };
+  Save();
+  EXPECT_TRUE(cal.CalStopRequested);
+  EXPECT_FALSE(cal.saveStopped);
+  EXPECT_EQ(Commands().back(), "se 1");
+  EXPECT_THAT(Flaws(), HasSubstr("EEPROM bytes 128 to 159 were refused with status 1"));
+}
+
+TEST_F(ResultSaveRun, ATargetThatHasDiedEndsTheSaveAfterFivePieces) {
+  int sent = 0;
+  serial.answer = [&](const test::SentCommand& command) {
+    return ++sent > 10 ? std::string() : test::PaddedReply(command.operation, 0);
+  };
+  const TimePoint start = loop.Now();
+  Save();
+  EXPECT_EQ(outcome, "The Target does not answer.");
+  EXPECT_EQ(sent, 15);
+  EXPECT_LT(loop.Now() - start, std::chrono::seconds(14));
+  EXPECT_THAT(Flaws(), HasSubstr("EEPROM bytes 256 to 415 brought no reply"));
+}
+
+TEST_F(ResultSaveRun, ACommandAroundThePiecesThatFailsIsToldWithWhatItMeans) {
+  const struct {
+    const char* command;
+    const char* means;
+  } rows[] = {{"spw 5 0", "\"spw 5 0\" brought no reply: what was written may have gone elsewhere."},
+              {"spw 1 0", "\"spw 1 0\" brought no reply: all that was written may stand in the wrong place."},
+              {"se 1", "\"se 1\" brought no reply: whether the EEPROM keeps what was written is not known."}};
+  for (const auto& row : rows) {
+    silent = {row.command};
+    Save();
+    EXPECT_EQ(Commands().back(), "se 1");
+    EXPECT_EQ(Flaws(), row.means);
+  }
 }
 
 TEST_F(ResultSaveRun, ARecordWithoutAWholeParameterFileIsSavedAndTold) {
