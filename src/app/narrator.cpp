@@ -125,10 +125,10 @@ void Narrator::TellEnd(const StepRecord& record) {
 
 void Narrator::TellVerdict(Verdict verdict) {
   running_ = false;
-  const bool complete = state_.report.AllComplete();
+  const std::optional<FlawKind> doubt = state_.report.Doubt();
   switch (verdict) {
     case Verdict::Pass:
-      Say(complete ? "PASS" : "PASS, but not every step was completed:", complete ? Tone::Good : Tone::Doubtful);
+      Say(doubt ? "PASS, but not every step was completed:" : "PASS", doubt ? Tone::Doubtful : Tone::Good);
       break;
     case Verdict::Fail:
       Say("FAIL", Tone::Bad);
@@ -139,6 +139,9 @@ void Narrator::TellVerdict(Verdict verdict) {
   }
   for (const StepRecord& step : state_.report.Steps()) {
     Say("  " + std::string(StepName(step.step)) + (step.complete ? ": complete" : ": " + step.reason));
+  }
+  if (verdict == Verdict::Pass && doubt) {
+    Say(std::string(FlawText(*doubt)) + ". " + std::string(RemedyText(*doubt)), Tone::Doubtful);
   }
   TellSum();
 }

@@ -103,12 +103,12 @@ int Program::VerdictStatus() {
   if (verdict == Verdict::Fail) return kFailed;
   if (verdict == Verdict::Pass && report.AllComplete()) return kPassed;
 
-  std::cerr << (verdict == Verdict::Pass ? "PASS, but not every step was completed."
-                                         : "The run ended without a verdict.")
-            << std::endl;
+  const auto doubt = verdict == Verdict::Pass ? report.Doubt() : std::nullopt;
+  std::cerr << (doubt ? "PASS, but not every step was completed." : "The run ended without a verdict.") << std::endl;
   for (const StepRecord& step : report.Steps()) {
     if (!step.complete) std::cerr << StepName(step.step) << ": " << step.reason << std::endl;
   }
+  if (doubt) std::cerr << FlawText(*doubt) << ". " << RemedyText(*doubt) << std::endl;
   return kUndecided;
 }
 

@@ -30,6 +30,7 @@
 #include "txcal/cal_panel_inputs.h"
 #include "txcal/result_save.h"
 #include "txcal/run_guard.h"
+#include "txcal/run_hands.h"
 #include "txcal/sequencer.h"
 #include "txcal/side_table_groups.h"
 #include "txcal/tx_calibration.h"
@@ -60,8 +61,8 @@ struct Station::Operations {
   TestSetSession testSetSession{p.main, CWGPIB1, s.testSet, s.reply, console, ports.boxes};
   TestSetByHand testSetByHand{p.main, testSet, console, ports.boxes};
 
-  ParameterTransfer transfer{p.downLoad, p.autoCal,   s.rf,          s.reply,    link,
-                             s.report,   ports.boxes, ports.dialogs, ports.files};
+  ParameterTransfer transfer{p.downLoad, p.autoCal, s.rf,        s.cal,         s.reply,
+                             link,       s.report,  ports.boxes, ports.dialogs, ports.files};
 
   EepromTestPanel eepromTestPanel{p.downLoad, ports.mscomTarget};
 
@@ -87,6 +88,10 @@ struct Station::Operations {
       runButtons};
   ResultSave resultSave{p.autoCal, p.downLoad, s.cal,       s.rf,          link,
                         transfer,  s.report,   ports.boxes, ports.dialogs, ports.files};
+  RunHands runHands{{p.main, p.autoCal, p.mpAutoCal, p.baseBand, s.cal, s.rf, s.ramp, s.testSet}, s.report, [this] {
+                      return s.tally.commands + CWGPIB1.LinesWritten() + CWGPIBPower.LinesWritten() +
+                             CWGPIBLoader.LinesWritten();
+                    }};
   Sequencer sequencer{{p.autoCal, p.main, p.mpAutoCal, p.txResult, p.baseBand, p.fail, p.pass},
                       link,
                       calPanel,
@@ -94,6 +99,7 @@ struct Station::Operations {
                       s.charger,
                       s.tally,
                       s.report,
+                      runHands,
                       runButtons,
                       ports.boxes};
 
@@ -161,6 +167,8 @@ Station::Station(const StationPorts& ports)
   ports.mscomTarget.onComm = [this](int commEvent) {
     nest_.Run([this, commEvent] { operations_->link.OnComm(commEvent); });
   };
+  nest_.beforeHand = [this] { operations_->runHands.ActBegins(); };
+  nest_.behindHand = [this] { operations_->runHands.ActEnds(); };
   nest_.onStopped.emplace_back([this] { operations_->link.Rest(); });
 }
 

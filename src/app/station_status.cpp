@@ -104,8 +104,8 @@ std::string StationStatus::Stage() const {
   const auto verdict = state_.report.Concluded();
   if (!whole_ || !verdict) return "Run ended";
   if (*verdict == Verdict::None) return "Ended without a verdict";
-  const bool doubtful = *verdict == Verdict::Pass && !state_.report.AllComplete();
-  return "Ended: " + std::string(VerdictText(*verdict)) + (doubtful ? ", but not every step was completed" : "");
+  const auto doubt = *verdict == Verdict::Pass ? state_.report.Doubt() : std::nullopt;
+  return "Ended: " + std::string(VerdictText(*verdict)) + (doubt ? ", but " + std::string(FlawText(*doubt)) : "");
 }
 
 std::string StationStatus::StageOfStep(RunStep step) const {

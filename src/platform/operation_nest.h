@@ -41,6 +41,9 @@ class OperationNest {
 
   [[nodiscard]] bool Idle() const { return depth_ == 0; }
 
+  /// Run around each act of an operator, whoever else's operations it stands in.
+  std::function<void()> beforeHand;
+  std::function<void()> behindHand;
   /// Runs when a failure has stopped everything, before its box: puts the link to rest.
   std::vector<std::function<void()>> onStopped;
   /// Tells front ends of the failure, with its text, before its box.

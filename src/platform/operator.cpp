@@ -19,11 +19,32 @@ std::string After(const std::string& text, char32_t key) {
   return key < kFirstCharacter ? text : text + EncodeUtf8(std::u32string(1, key));
 }
 
+/// An act as the nest tells of it, however it ends.
+class HandAct {
+ public:
+  explicit HandAct(const OperationNest& nest) : nest_(nest) {
+    if (nest_.beforeHand) nest_.beforeHand();
+  }
+  HandAct(const HandAct&) = delete;
+  HandAct& operator=(const HandAct&) = delete;
+  ~HandAct() {
+    if (nest_.behindHand) nest_.behindHand();
+  }
+
+ private:
+  const OperationNest& nest_;
+};
+
 }  // namespace
+
+Operator::Outcome Operator::Run(const std::function<void()>& act) {
+  const HandAct hand(nest_);
+  return nest_.Run(act);
+}
 
 Operator::Outcome Operator::Act(const Control& control, const std::function<void()>& act) {
   if (!control.EnabledForOperator()) throw ControlDisabled(control.Name());
-  return nest_.Run(act);
+  return Run(act);
 }
 
 Operator::Outcome Operator::Click(Button& button) {
@@ -68,7 +89,7 @@ Operator::Outcome Operator::Key(TextBox& box, char32_t key, const std::function<
 }
 
 Operator::Outcome Operator::Leave(TextBox& box) {
-  return nest_.Run([&] {
+  return Run([&] {
     if (box.onLostFocus) box.onLostFocus();
   });
 }
@@ -100,7 +121,7 @@ Operator::Outcome Operator::Step(UpDown& upDown, int steps) {
 }
 
 Operator::Outcome Operator::Close(Panel& panel) {
-  return nest_.Run([&] { panel.Close(); });
+  return Run([&] { panel.Close(); });
 }
 
 }  // namespace orvane

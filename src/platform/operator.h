@@ -54,6 +54,7 @@ class Operator {
 
  private:
   Outcome Act(const Control& control, const std::function<void()>& act);
+  Outcome Run(const std::function<void()>& act);
 
   OperationNest& nest_;
 };

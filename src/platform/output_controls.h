@@ -63,7 +63,8 @@ class TabControl final : public Control {
 
 class Image final : public Control {
  public:
-  /// `picture` names what is shown: "fail", "pass", or "incomplete" for a pass that is none yet.
+  /// `picture` names what is shown: "fail", "pass", or "out of tolerance" and "not measured" for a pass that
+  /// is none yet.
   Image(Panel& panel, std::string name, std::string picture)
       : Control(panel, ControlKind::Image, std::move(name)), picture_(std::move(picture)) {}
   [[nodiscard]] const std::string& Picture() const { return picture_; }

@@ -17,8 +17,13 @@ void Panel::Create() {
   if (onLoad) onLoad();
 }
 
-void Panel::Show() {
+void Panel::Show() { Show(true); }
+
+void Panel::ShowBeside() { Show(false); }
+
+void Panel::Show(bool takesKeyboard) {
   Touch();
+  takesKeyboard_ = takesKeyboard;
   visible_ = true;
   changed.Emit();
 }

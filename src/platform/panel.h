@@ -32,6 +32,10 @@ class Panel {
   }
   /// Shows the panel, not modal; touches it. A panel that is shown already comes to the front.
   void Show();
+  /// The same for somebody who is at work elsewhere: whatever he types goes on to where it went.
+  void ShowBeside();
+  /// Whether whoever showed it last wants the keyboard for it.
+  [[nodiscard]] bool TakesKeyboard() const { return takesKeyboard_; }
   void Hide();
   /// What the close button of its window does: the close operation, or else hiding it.
   void Close();
@@ -49,11 +53,13 @@ class Panel {
 
  private:
   void Create();
+  void Show(bool takesKeyboard);
 
   std::string name_;
   std::string caption_;
   bool created_ = false;
   bool visible_ = false;
+  bool takesKeyboard_ = true;
   std::vector<Control*> controls_;
 };
 

@@ -49,19 +49,26 @@ struct FrmFail : Panel {
 };
 
 /// The verdict of a unit that passed. Only when not every step was completed the list stands there, in amber as the
-/// picture is then: nobody may take such a verdict for a calibrated unit.
+/// picture is then, with the verdict's second word and what is to be done: nobody may take such a verdict for a
+/// calibrated unit.
 struct FrmFailPass : Panel {
   FrmFailPass() : Panel("frmFailPass", "PASS") {
-    lblIncomplete.SetVisible(false);
-    lstIncomplete.SetVisible(false);
+    for (Control* control : {static_cast<Control*>(&lblDoubt), static_cast<Control*>(&lblIncomplete),
+                             static_cast<Control*>(&lstIncomplete), static_cast<Control*>(&lblRemedy)}) {
+      control->SetVisible(false);
+    }
     constexpr Colour kAmber = 0x0000BFFF;
+    lblDoubt.SetBackColor(kAmber);
     lblIncomplete.SetBackColor(kAmber);
   }
 
   Image Image1{*this, "Image1", "pass"};
   Button Command1{*this, "Command1", "PASS"};
+  /// "OUT OF TOLERANCE" or "NOT MEASURED".
+  Label lblDoubt{*this, "lblDoubt", ""};
   Label lblIncomplete{*this, "lblIncomplete", "Not every step was completed:"};
   ListBox lstIncomplete{*this, "lstIncomplete"};
+  Label lblRemedy{*this, "lblRemedy", ""};
 };
 
 }  // namespace orvane

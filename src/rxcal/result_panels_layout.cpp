@@ -55,8 +55,10 @@ Layout LayOut(FrmFail& panel) {
 Layout LayOut(FrmFailPass& panel) {
   return Column({
       Of(panel.Image1).Large().Stretched(),
+      Of(panel.lblDoubt).Large(),
       Of(panel.lblIncomplete).Large(),
       Of(panel.lstIncomplete).Wide(72).Lines(5),
+      Of(panel.lblRemedy),
       Row({Space(), Of(panel.Command1).Large().Main().Wide(26), Space()}),
   });
 }

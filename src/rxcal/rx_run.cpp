@@ -194,7 +194,8 @@ void RxRun::StoreCompensations(const Tables& tables, Integer gsmReference) {
       list.AddItem(std::to_string(points[k].channel) + "\t" + std::to_string(compensation));
       if (std::abs(compensation) > kSoundCompensation) {
         report_.Flaw("The compensation of channel " + std::to_string(points[k].channel) + " is " +
-                     std::to_string(compensation) + " half dB.");
+                         std::to_string(compensation) + " half dB.",
+                     FlawKind::OutOfTolerance);
       }
     }
   };

@@ -67,7 +67,8 @@ void PhaseCheck::Judge(const BandRow& band, std::string_view what, std::string_v
                        int limit) {
   if (value <= limit) return;
   parts_.report.Flaw(std::string(band.name) + " " + std::string(inReport) + " phase error " + value.Text() +
-                     " is above " + std::to_string(limit) + ".");
+                         " is above " + std::to_string(limit) + ".",
+                     FlawKind::OutOfTolerance);
   parts_.boxes.Warning(std::string(band.name) + " " + std::string(what) + " Phase error.");
 }
 

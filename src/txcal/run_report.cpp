@@ -32,6 +32,16 @@ std::string_view VerdictText(Verdict verdict) {
   return "";
 }
 
+std::string_view FlawText(FlawKind kind) {
+  return kind == FlawKind::OutOfTolerance ? "OUT OF TOLERANCE" : "NOT MEASURED";
+}
+
+std::string_view RemedyText(FlawKind kind) {
+  return kind == FlawKind::OutOfTolerance
+             ? "Take the unit through once more. If it ends so again, the unit goes to repair."
+             : "The unit is not calibrated. Mend what stands above, then take it through once more.";
+}
+
 void RunReport::Begin() {
   steps_.clear();
   underWay_.reset();
@@ -59,10 +69,14 @@ void RunReport::Enter(RunStep step) {
   entered.Emit(step);
 }
 
-void RunReport::Flaw(const std::string& reason) {
+void RunReport::Flaw(const std::string& reason, FlawKind kind) {
   StepRecord* record = Current();
   if (record == nullptr) return;
-  if (!record->flawed) record->reason.clear();
+  if (!record->flawed) {
+    record->reason.clear();
+    record->kind = kind;
+  }
+  if (kind == FlawKind::NotMeasured) record->kind = kind;
   record->flawed = true;
   if (!record->reason.empty()) record->reason += " ";
   record->reason += reason;
@@ -80,6 +94,15 @@ void RunReport::Leave() {
 bool RunReport::AllComplete() const {
   return steps_.size() == kRunSteps.size() &&
          std::all_of(steps_.begin(), steps_.end(), [](const StepRecord& step) { return step.complete; });
+}
+
+std::optional<FlawKind> RunReport::Doubt() const {
+  if (AllComplete()) return std::nullopt;
+  const bool measured =
+      steps_.size() == kRunSteps.size() && std::all_of(steps_.begin(), steps_.end(), [](const StepRecord& step) {
+        return step.complete || step.kind == FlawKind::OutOfTolerance;
+      });
+  return measured ? FlawKind::OutOfTolerance : FlawKind::NotMeasured;
 }
 
 void RunReport::Conclude(Verdict verdict) {

@@ -22,6 +22,14 @@ enum class Verdict { None, Pass, Fail };
 /// "NONE", "PASS", "FAIL".
 [[nodiscard]] std::string_view VerdictText(Verdict verdict);
 
+/// What is the matter with a step that is not complete: a value was measured and lies outside its limits, or
+/// something was left out, failed or is not sure.
+enum class FlawKind { OutOfTolerance, NotMeasured };
+/// "OUT OF TOLERANCE", "NOT MEASURED".
+[[nodiscard]] std::string_view FlawText(FlawKind kind);
+/// What is to be done about it, in one sentence.
+[[nodiscard]] std::string_view RemedyText(FlawKind kind);
+
 /// How one step ended. A step is complete when it ran to its end and nothing in it was passed over that a
 /// calibrated unit needs.
 struct StepRecord {
@@ -30,6 +38,8 @@ struct StepRecord {
   bool flawed = false;
   /// Why it is not complete; empty when it is.
   std::string reason;
+  /// Where it is not complete.
+  FlawKind kind = FlawKind::NotMeasured;
 };
 
 /// What a verdict stands on: the steps of the run so far and how each ended. Operations of the steps write it; the
@@ -44,14 +54,19 @@ class RunReport {
   void End();
   /// A step begins. Until it is told otherwise it counts as left early.
   void Enter(RunStep step);
-  /// The first reason why the step that is under way is not complete; later ones are added behind it.
-  void Flaw(const std::string& reason);
+  /// The first reason why the step that is under way is not complete; later ones are added behind it. Only a value
+  /// that was measured, with nothing left out for it, is out of tolerance.
+  void Flaw(const std::string& reason, FlawKind kind = FlawKind::NotMeasured);
   /// The step that is under way has ended; it is complete unless it has a flaw. A step that was left early has told
   /// so as a flaw; one that a failure stopped never comes here.
   void Leave();
 
   [[nodiscard]] const std::vector<StepRecord>& Steps() const { return steps_; }
   [[nodiscard]] bool AllComplete() const;
+  /// What is the matter with the run as a whole; no value when all steps are complete.
+  [[nodiscard]] std::optional<FlawKind> Doubt() const;
+  /// A whole run has begun and not ended.
+  [[nodiscard]] bool InRun() const { return runs_ > 0; }
   [[nodiscard]] std::optional<RunStep> UnderWay() const { return underWay_; }
 
   /// A verdict panel is shown. A run that goes on behind it may come to another one.

@@ -17,16 +17,23 @@ void ShowIncompleteSteps(FrmFailPass& pass, const RunReport& report) {
     pass.lstIncomplete.AddItem(std::string(StepName(step)) + ": " +
                                (record != steps.end() ? record->reason : std::string("The step did not run.")));
   }
-  pass.Image1.SetPicture(report.AllComplete() ? "pass" : "incomplete");
-  pass.lblIncomplete.SetVisible(!report.AllComplete());
-  pass.lstIncomplete.SetVisible(!report.AllComplete());
+  const std::optional<FlawKind> doubt = report.Doubt();
+  pass.Image1.SetPicture(!doubt ? "pass" : *doubt == FlawKind::OutOfTolerance ? "out of tolerance" : "not measured");
+  if (doubt) {
+    pass.lblDoubt.SetCaption(std::string(FlawText(*doubt)));
+    pass.lblRemedy.SetCaption(std::string(RemedyText(*doubt)));
+  }
+  pass.lblDoubt.SetVisible(doubt.has_value());
+  pass.lblIncomplete.SetVisible(doubt.has_value());
+  pass.lstIncomplete.SetVisible(doubt.has_value());
+  pass.lblRemedy.SetVisible(doubt.has_value());
 }
 
 }  // namespace
 
 Sequencer::Sequencer(const SequencerPanels& panels, TargetLink& link, CalPanel& calPanel, CalState& cal,
-                     ChargerState& charger, const LinkTally& tally, RunReport& report, RunButtons& buttons,
-                     Boxes& boxes)
+                     ChargerState& charger, const LinkTally& tally, RunReport& report, RunHands& hands,
+                     RunButtons& buttons, Boxes& boxes)
     : panels_(panels),
       link_(link),
       calPanel_(calPanel),
@@ -34,6 +41,7 @@ Sequencer::Sequencer(const SequencerPanels& panels, TargetLink& link, CalPanel& 
       charger_(charger),
       tally_(tally),
       report_(report),
+      hands_(hands),
       buttons_(buttons),
       boxes_(boxes) {}
 
@@ -73,7 +81,10 @@ void Sequencer::RfCal() {
   AskForFileAndReceive();
   if (cal_.CalStopRequested) return;
   Transmit();
-  if (panels_.autoCal->chkAutoSaveMode.Checked()) panels_.autoCal->cmdAutoCalResultSave.Click();
+  if (panels_.autoCal->chkAutoSaveMode.Checked()) {
+    panels_.autoCal->cmdAutoCalResultSave.Click();
+    if (cal_.saveStopped) return;
+  }
   cal_.CalMode = "END";
   boxes_.Alarm("RF Auto Calibration is completed.");
 }
@@ -99,6 +110,10 @@ void Sequencer::WholeRun() {
   Transmit();
   if (FailedOrStopped()) return;
   Step(RunStep::Save, [this] { SaveIfAuto(); });
+  if (cal_.saveStopped) {
+    (void)FailedOrStopped();
+    return;
+  }
   cal_.CalMode = "END";
   Step(RunStep::Charger, [this] { Charge(); });
   charger_.BatCalShowDone = true;
@@ -109,19 +124,20 @@ void Sequencer::WholeRun() {
 void Sequencer::AskForFileAndReceive() {
   askedForFile_ = panels_.autoCal->chkAutoSaveMode.Checked() && SavesToFile();
   if (askedForFile_) calPanel_.DownloadSaveFileName();
-  panels_.mpAutoCal->Show();
+  panels_.mpAutoCal->ShowBeside();
   link_.PaceDelay();
   Step(RunStep::Receive, [this] { panels_.mpAutoCal->cmdMPRxAllAutoCal.Click(); });
   link_.PaceDelay();
 }
 
 void Sequencer::Transmit() {
-  panels_.txResult->Show();
+  panels_.txResult->ShowBeside();
   panels_.autoCal->cmdTxAllCal.Click();
   link_.PaceDelay();
 }
 
 void Sequencer::SaveIfAuto() {
+  cal_.saveStopped = false;
   if (!panels_.autoCal->chkAutoSaveMode.Checked()) {
     report_.Flaw("Nothing was saved: \"Auto\" is not checked.");
     return;
@@ -135,7 +151,7 @@ void Sequencer::Charge() {
   // The panel's load sets the flag, so the panel has to be there before the flag is cleared.
   FrmBaseBand& baseBand = *panels_.baseBand;
   charger_.BatCalShowDone = false;
-  baseBand.Show();
+  baseBand.ShowBeside();
   link_.PaceDelay(101);
   baseBand.cmdChargerAutoCal.Click();
   link_.PaceDelay(101);
@@ -143,12 +159,12 @@ void Sequencer::Charge() {
 
 void Sequencer::ShowVerdict() {
   if (cal_.CalFailed) {
-    panels_.fail->Show();
+    panels_.fail->ShowBeside();
     report_.Conclude(Verdict::Fail);
     return;
   }
   ShowIncompleteSteps(*panels_.pass, report_);
-  panels_.pass->Show();
+  panels_.pass->ShowBeside();
   report_.Conclude(Verdict::Pass);
 }
 
@@ -178,6 +194,7 @@ void Sequencer::Step(RunStep step, const std::function<void()>& work) {
   if (const long failed = tally_.failureStatuses - before.failureStatuses; failed > 0) {
     report_.Flaw("Commands that failed in the Target: " + std::to_string(failed) + ".");
   }
+  hands_.TellChanges(step);
   report_.Leave();
 }
 

@@ -13,6 +13,7 @@
 #include "txcal/cal_state.h"
 #include "txcal/frm_auto_cal.h"
 #include "txcal/run_guard.h"
+#include "txcal/run_hands.h"
 #include "txcal/run_report.h"
 
 namespace orvane {
@@ -33,7 +34,7 @@ struct SequencerPanels {
 class Sequencer {
  public:
   Sequencer(const SequencerPanels& panels, TargetLink& link, CalPanel& calPanel, CalState& cal, ChargerState& charger,
-            const LinkTally& tally, RunReport& report, RunButtons& buttons, Boxes& boxes);
+            const LinkTally& tally, RunReport& report, RunHands& hands, RunButtons& buttons, Boxes& boxes);
 
   /// Answers `cmdTxAllCal`, `Command1` and `cmdAllCalStart`.
   void Connect();
@@ -55,7 +56,8 @@ class Sequencer {
 
   /// After the receive and the transmit step: shows a failure, and says whether the run ends here.
   [[nodiscard]] bool FailedOrStopped();
-  /// Runs one step of the report around `work`. What the link went through meanwhile becomes flaws.
+  /// Runs one step of the report around `work`. What the link went through meanwhile, and what hands changed, becomes
+  /// flaws.
   void Step(RunStep step, const std::function<void()>& work);
   void ForgetStop();
 
@@ -66,6 +68,7 @@ class Sequencer {
   ChargerState& charger_;
   const LinkTally& tally_;
   RunReport& report_;
+  RunHands& hands_;
   RunButtons& buttons_;
   Boxes& boxes_;
   /// The run under way has asked for its file: the save mode can be changed behind that.

@@ -68,6 +68,8 @@ TEST_F(NarratorTest, TellsStepsAndWhatTheyFindWithTheTimeSinceTheRunsStart) {
             "    1.5 s  PASS, but not every step was completed:\n"
             "    1.5 s    receive: complete\n"
             "    1.5 s    transmitDCS: Level 3 was left out.\n"
+            "    1.5 s  NOT MEASURED. The unit is not calibrated. Mend what stands above, then take it through once "
+            "more.\n"
             "    1.5 s  20 commands, 1060 bytes out, 300 bytes in\n");
 }
 

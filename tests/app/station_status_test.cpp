@@ -63,7 +63,7 @@ TEST(StationStatus, TellsTheStageOfTheRun) {
 TEST(StationStatus, APassOfStepsThatWereNotCompletedSaysSo) {
   Watched watched({"pa-weak"});
   watched.on.TakeTargetThrough();
-  EXPECT_EQ(watched.status.Stage(), "Ended: PASS, but not every step was completed");
+  EXPECT_EQ(watched.status.Stage(), "Ended: PASS, but OUT OF TOLERANCE");
 }
 
 TEST(StationStatus, ARunThatWasCutShortDoesNotComeToItsEnd) {

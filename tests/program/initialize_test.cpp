@@ -22,6 +22,8 @@ const Outcome kOutcomes[] = {
     {"pa-dead", 1, "Warning:  Error in measuring Power. -> OK\n"},
     {"receiver-dead", 2, "The run ended without a verdict.\nreceive: "},
     {"pa-weak", 2, "PASS, but not every step was completed.\ntransmitDCS: DCS level 1 stopped at DAC 1020"},
+    {"pa-weak", 2, "\nOUT OF TOLERANCE. Take the unit through once more."},
+    {"supply-absent", 2, "\nNOT MEASURED. The unit is not calibrated."},
     {"supply-absent", 2, "PASS, but not every step was completed.\ncharger: Initialize Power Supply.\n"},
     {"testset-absent", 2, "PASS, but not every step was completed.\nreceive: The test set was not initialized.\n"},
     {"silent", 2, "Warning: Target을 Power On 해 주십시요 -> OK\nThe run ended without a verdict.\n"},

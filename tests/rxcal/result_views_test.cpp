@@ -67,8 +67,10 @@ TEST(VerdictPanels, ShowAButtonAndAPicture) {
   EXPECT_EQ(pass.Caption(), "PASS");
   ExpectFace(pass, {{"Command1", Button, "PASS"},
                     {"Image1", Image, ""},
+                    {"lblDoubt", Label, "", false},
                     {"lblIncomplete", Label, "Not every step was completed:", false},
-                    {"lstIncomplete", List, "", false}});
+                    {"lstIncomplete", List, "", false},
+                    {"lblRemedy", Label, "", false}});
   EXPECT_EQ(pass.Image1.Picture(), "pass");
 }
 

@@ -59,10 +59,14 @@ struct SequencerDesk : test::TxDesk {
 
   std::function<void()> onReceive, onCharger, onReset, onDcs, onGsm, onSave;
   std::vector<std::string> verdicts;
-  ParameterTransfer transfer{panels.downLoad, panels.autoCal, state.rf, state.reply, link,
+  ParameterTransfer transfer{panels.downLoad, panels.autoCal, state.rf, state.cal, state.reply, link,
                              state.report,    boxes,          dialogs,  files};
   ResultSave save{panels.autoCal, panels.downLoad, state.cal, state.rf, link,
                   transfer,       state.report,    boxes,     dialogs,  files};
+  RunHands hands{{panels.main, panels.autoCal, panels.mpAutoCal, panels.baseBand, state.cal, state.rf, state.ramp,
+                  state.testSet},
+                 state.report,
+                 [this] { return state.tally.commands; }};
   Sequencer sequencer{
       {panels.autoCal, panels.main, panels.mpAutoCal, panels.txResult, panels.baseBand, panels.fail, panels.pass},
       link,
@@ -71,6 +75,7 @@ struct SequencerDesk : test::TxDesk {
       state.charger,
       state.tally,
       state.report,
+      hands,
       buttons,
       boxes};
 };
@@ -265,7 +270,7 @@ TEST_F(AllCal, ARunAroundAnotherOneIsNotCompleteByTheOthersSteps) {
   EXPECT_THAT(verdicts, ElementsAre("PASS", "PASS"));
   EXPECT_THAT(complete, ElementsAre(true, false));
   EXPECT_TRUE(panels.pass.lblIncomplete.Visible());
-  EXPECT_EQ(panels.pass.Image1.Picture(), "incomplete");
+  EXPECT_EQ(panels.pass.Image1.Picture(), "not measured");
 
   Click(panel.cmdAllCalStart);
   EXPECT_THAT(complete, ElementsAre(true, false, true)) << "the next unit's run has its own notes";
@@ -305,20 +310,128 @@ TEST_F(AllCal, ARunWithTheBandsThemselvesIsComplete) {
   EXPECT_THAT(verdicts, ElementsAre("PASS"));
 }
 
-TEST_F(AllCal, ASilentTargetLeadsToAPassThatShowsItsGaps) {
+TEST_F(AllCal, AStopInTheSaveEndsTheRunAsStopped) {
+  StandInForBands();
+  during["spw 1 0"] = [this] { op.Click(panel.cmdAutoCalStop); };
+  Click(panel.cmdAllCalStart);
+  EXPECT_EQ(outcome, std::nullopt);
+  EXPECT_THAT(verdicts, ElementsAre("NONE"));
+  EXPECT_THAT(StepLines(), ElementsAre("receive", "transmitDCS", "transmitGSM",
+                                       "save: Stopped while the EEPROM was written: nothing was committed."));
+  EXPECT_THAT(journal.Lines(), Not(Contains("charger")));
+  EXPECT_THAT(journal.Lines(), Not(Contains("reset")));
+  EXPECT_THAT(Commands(), Not(Contains("se 1")));
+  EXPECT_FALSE(panels.pass.Visible());
+  EXPECT_FALSE(panels.fail.Visible());
+
+  during.clear();
+  Click(panel.cmdAllCalStart);
+  EXPECT_THAT(verdicts, ElementsAre("NONE", "PASS")) << "the next unit is none the worse";
+  EXPECT_TRUE(state.report.AllComplete());
+}
+
+TEST_F(AllCal, AStopInTheSaveOfAFailedUnitShowsTheFailure) {
+  StandInForBands();
+  failing = {"spw 5 0"};
+  during["spw 1 0"] = [this] {
+    op.Click(panel.cmdAutoCalStop);
+    op.Click(panel.cmdAutoCalStop);
+  };
+  Click(panel.cmdAllCalStart);
+  EXPECT_THAT(verdicts, ElementsAre("FAIL"));
+  EXPECT_THAT(journal.Lines(), Not(Contains("charger")));
+}
+
+TEST_F(RfCal, AStopInTheSaveEndsItWithoutTheCompletionBox) {
+  StandInForBands();
+  during["spw 1 0"] = [this] { op.Click(panel.cmdAutoCalStop); };
+  Click(panel.Command1);
+  EXPECT_THAT(boxes.shown, IsEmpty());
+  EXPECT_THAT(Commands(), Not(Contains("se 1")));
+  EXPECT_EQ(cal.CalMode, "Stop");
+}
+
+TEST_F(AllCal, AValueOutOfToleranceIsAnotherPassThanSomethingThatWasNotMeasured) {
+  StandInForBands();
+  StandInForSave();
+  const auto& pass = panels.pass;
+  onReceive = [this] { state.report.Flaw("The compensation is 7 half dB.", FlawKind::OutOfTolerance); };
+  Click(panel.cmdAllCalStart);
+  EXPECT_EQ(pass.Image1.Picture(), "out of tolerance");
+  EXPECT_EQ(pass.lblDoubt.Caption(), "OUT OF TOLERANCE");
+  EXPECT_EQ(pass.lblRemedy.Caption(),
+            "Take the unit through once more. If it ends so again, the unit goes to repair.");
+  EXPECT_THAT(pass.lstIncomplete.Items(), ElementsAre("receive: The compensation is 7 half dB."));
+  for (const Control* control : std::initializer_list<const Control*>{&pass.lblDoubt, &pass.lblIncomplete,
+                                                                      &pass.lstIncomplete, &pass.lblRemedy}) {
+    EXPECT_TRUE(control->Visible()) << control->Name();
+  }
+
+  // Both in one step, and in two.
+  onReceive = [this] {
+    state.report.Flaw("Not measured.");
+    state.report.Flaw("Too high.", FlawKind::OutOfTolerance);
+  };
+  Click(panel.cmdAllCalStart);
+  EXPECT_EQ(pass.lblDoubt.Caption(), "NOT MEASURED");
+  onReceive = [this] { state.report.Flaw("Too high.", FlawKind::OutOfTolerance); };
+  onCharger = [this] { state.report.Flaw("Initialize Power Supply."); };
+  Click(panel.cmdAllCalStart);
+  EXPECT_EQ(pass.Image1.Picture(), "not measured");
+  EXPECT_EQ(pass.lblDoubt.Caption(), "NOT MEASURED");
+  EXPECT_EQ(pass.lblRemedy.Caption(),
+            "The unit is not calibrated. Mend what stands above, then take it through once more.");
+
+  onReceive = onCharger = nullptr;
+  Click(panel.cmdAllCalStart);
+  EXPECT_EQ(pass.Image1.Picture(), "pass");
+  EXPECT_FALSE(pass.lblDoubt.Visible());
+  EXPECT_FALSE(pass.lblRemedy.Visible());
+  EXPECT_THAT(verdicts, ElementsAre("PASS", "PASS", "PASS", "PASS"));
+}
+
+TEST_F(AllCal, PanelsOfARunDoNotTakeTheKeyboard) {
+  StandInForBands();
+  StandInForSave();
+  for (const bool failed : {false, true}) {
+    onCharger = [this, failed] { cal.CalFailed = failed; };
+    Click(panel.cmdAllCalStart);
+  }
+  for (const Panel* shown : std::initializer_list<const Panel*>{&panels.mpAutoCal, &panels.txResult, &panels.baseBand,
+                                                                &panels.fail, &panels.pass}) {
+    EXPECT_FALSE(shown->TakesKeyboard()) << shown->Name();
+  }
+  panels.mpAutoCal.Show();
+  EXPECT_TRUE(panels.mpAutoCal.TakesKeyboard()) << "somebody who opens it wants to type there";
+}
+
+TEST_F(AllCal, ATargetThatDoesNotAnswerTheSaveEndsTheRun) {
   serial.answer = [](const test::SentCommand&) { return std::string(); };
+  Click(panel.cmdAllCalStart);
+  EXPECT_EQ(outcome, "The Target does not answer.");
+  EXPECT_THAT(verdicts, ElementsAre("NONE"));
+  EXPECT_FALSE(panels.pass.Visible());
+}
+
+TEST_F(AllCal, ATargetThatTakesThePiecesAloneLeadsToAPassThatShowsItsGaps) {
+  serial.answer = [](const test::SentCommand& command) {
+    return command.operation == 82 ? test::PaddedReply(command.operation, 0) : std::string();
+  };
   panels.pass.lstIncomplete.AddItem("an earlier unit's");
   Click(panel.cmdAllCalStart);
   EXPECT_TRUE(panels.pass.Visible());
   EXPECT_FALSE(cal.CalFailed);
   EXPECT_FALSE(state.report.AllComplete());
   EXPECT_TRUE(panels.pass.lblIncomplete.Visible());
-  EXPECT_EQ(panels.pass.Image1.Picture(), "incomplete");
+  EXPECT_EQ(panels.pass.Image1.Picture(), "not measured");
   EXPECT_TRUE(panels.pass.lstIncomplete.Visible());
   EXPECT_THAT(panels.pass.lstIncomplete.Items(),
               ElementsAre("transmitDCS: \"txpw 8 0\" brought no reply. Exchanges with the Target: 3 without a reply.",
                           "transmitGSM: \"txpw 8 0\" brought no reply. Exchanges with the Target: 1 without a reply.",
-                          "save: Exchanges with the Target: 60 without a reply.",
+                          "save: \"spw 5 0\" brought no reply: what was written may have gone elsewhere. "
+                          "\"spw 1 0\" brought no reply: all that was written may stand in the wrong place. "
+                          "\"se 1\" brought no reply: whether the EEPROM keeps what was written is not known. "
+                          "Exchanges with the Target: 3 without a reply.",
                           "charger: Exchanges with the Target: 1 without a reply."));
 }
 

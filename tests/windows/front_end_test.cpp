@@ -84,6 +84,26 @@ TEST_F(FrontEndTest, AVerdictComesUpInTheMiddleOfTheScreen) {
   }
 }
 
+TEST_F(FrontEndTest, AWindowThatARunOpensLeavesTheKeyboardWhereItIs) {
+  Shown(on_.Panels().main);
+  PanelWindow& main = *windows_.WindowOf(on_.Panels().main);
+  auto* line = main.findChild<QWidget*>("txtUserCommand");
+  ASSERT_NE(line, nullptr);
+  line->setFocus();
+  QCoreApplication::processEvents();
+  ASSERT_EQ(QApplication::focusWidget(), line);
+  for (const bool again : {false, true}) {
+    on_.station.Nest().Run([&] { on_.Panels().mpAutoCal.ShowBeside(); });
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(windows_.WindowOf(on_.Panels().mpAutoCal)->isVisible());
+    EXPECT_EQ(QApplication::activeWindow(), &main) << again;
+    EXPECT_EQ(QApplication::focusWidget(), line) << again;
+  }
+  Shown(on_.Panels().mpAutoCal);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(QApplication::activeWindow(), windows_.WindowOf(on_.Panels().mpAutoCal));
+}
+
 TEST_F(FrontEndTest, NoWindowTakesActsWhileABoxLiesOpen) {
   Shown(on_.Panels().autoCal);
   auto* line = windows_.WindowOf(on_.Panels().autoCal)->findChild<QWidget*>("txtARFCN");

@@ -9,6 +9,7 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QToolButton>
 #include <QWheelEvent>
@@ -276,6 +277,40 @@ TEST_F(OddInput, ARowIsMarkedByKeyAsByMouseAndNotByTheFocusAlone) {
   list.Clear();
   station_->Settle();
   EXPECT_EQ(list.Selected(), -1);
+}
+
+TEST_F(OddInput, AFullListLosesItsFirstRowsAndKeepsTheRestInSight) {
+  FrmMPAutoCal& panel = Panels().mpAutoCal;
+  Show(panel);
+  ListBox& list = panel.lstMPRxChannelCalResult;
+  auto& view = station_->Of<QListView>(list);
+  for (std::size_t row = 0; row < ListBox::kMostRows; ++row) list.AddItem("row " + std::to_string(row));
+  station_->Settle();
+  const auto textAt = [&](int row) { return view.model()->index(row, 0).data().toString().toStdString(); };
+  const auto topRow = [&] { return view.indexAt({2, 2}).data().toString().toStdString(); };
+
+  // Somebody looks at the middle, a row of which is marked.
+  view.scrollTo(view.model()->index(10'000, 0), QAbstractItemView::PositionAtTop);
+  view.setCurrentIndex(view.model()->index(10'001, 0));
+  station_->Settle();
+  ASSERT_EQ(topRow(), "row 10000");
+  ASSERT_EQ(list.Selected(), 10'001);
+  for (int row = 0; row < 50; ++row) list.AddItem("new " + std::to_string(row));
+  station_->Settle();
+  EXPECT_EQ(view.model()->rowCount(), static_cast<int>(ListBox::kMostRows));
+  EXPECT_EQ(textAt(0), "row 50");
+  EXPECT_EQ(textAt(static_cast<int>(ListBox::kMostRows) - 1), "new 49");
+  EXPECT_EQ(topRow(), "row 10000");
+  EXPECT_EQ(list.Selected(), 9'951);
+  EXPECT_EQ(view.currentIndex().data().toString(), "row 10001");
+
+  // At its end it follows the rows that come.
+  view.scrollToBottom();
+  station_->Settle();
+  list.AddItem("the last");
+  station_->Settle();
+  EXPECT_EQ(view.verticalScrollBar()->value(), view.verticalScrollBar()->maximum());
+  EXPECT_EQ(textAt(static_cast<int>(ListBox::kMostRows) - 1), "the last");
 }
 
 TEST_F(OddInput, ADisabledTabControlTurnsToNoPage) {

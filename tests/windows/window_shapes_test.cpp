@@ -253,9 +253,32 @@ TEST_F(WindowShapes, AVerdictIsAWordAndAMarkToBeToldFromFarAway) {
   EXPECT_GE(HeightOfWord(pass), 108);
   EXPECT_GE(HeightOfWord(fail), 108);
 
-  passPanel.Image1.SetPicture("incomplete");
+  passPanel.Image1.SetPicture("not measured");
   windowed_->Settle();
   EXPECT_THAT(ColoursOf(passed->grab().toImage(), 50), testing::IsSupersetOf({kAmberGround, 0xFF000000U}));
+  passPanel.Image1.SetPicture("out of tolerance");
+  windowed_->Settle();
+  constexpr QRgb kDarkGround = 0xFF201800;
+  EXPECT_THAT(ColoursOf(passed->grab().toImage(), 50), testing::IsSupersetOf({kAmberGround, kDarkGround}));
+}
+
+TEST_F(WindowShapes, APassThatIsNoneYetShowsItsSecondWordReasonsAndRemedy) {
+  FrmFailPass& panel = windowed_->on.Panels().pass;
+  PanelWindow& window = Shown(panel);
+  const std::initializer_list<Control*> doubts{&panel.lblDoubt, &panel.lblIncomplete, &panel.lstIncomplete,
+                                               &panel.lblRemedy};
+  for (Control* control : doubts) {
+    EXPECT_FALSE(window.findChild<QWidget*>(ToQt(control->Name()))->isVisible()) << control->Name();
+  }
+  panel.lblDoubt.SetCaption(std::string(FlawText(FlawKind::OutOfTolerance)));
+  panel.lblRemedy.SetCaption(std::string(RemedyText(FlawKind::NotMeasured)));
+  for (Control* control : doubts) control->SetVisible(true);
+  windowed_->Settle();
+  for (Control* control : doubts) {
+    const auto* widget = window.findChild<QWidget*>(ToQt(control->Name()));
+    EXPECT_TRUE(widget->isVisible()) << control->Name();
+    EXPECT_GE(widget->width(), widget->sizeHint().width()) << control->Name() << " is cut off";
+  }
 }
 
 }  // namespace

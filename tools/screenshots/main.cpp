@@ -63,7 +63,14 @@ void TakeRunWithoutInstruments(const path& folder) {
   Photographer withoutInstruments({}, folder);
   withoutInstruments.NameBoxes("box-no-instruments");
   withoutInstruments.RunTarget();
-  withoutInstruments.Take(withoutInstruments.Panels().pass, "frmFailPass-incomplete");
+  withoutInstruments.Take(withoutInstruments.Panels().pass, "frmFailPass-not-measured");
+}
+
+void TakeWeakUnit(const path& folder) {
+  Photographer weak(BenchWith("pa-weak"), folder);
+  weak.InitializeInstruments();
+  weak.RunTarget();
+  weak.Take(weak.Panels().pass, "frmFailPass-out-of-tolerance");
 }
 
 void TakeFailingRun(const path& folder) {
@@ -140,6 +147,7 @@ void TakeSet(const path& folder, bool every, bool brief) {
   if (every || brief) TakeByHand(folder);
   if (brief) return;
   TakeFailingRun(folder);
+  TakeWeakUnit(folder);
   TakeSilentTarget(folder, every);
   if (every) TakeBadUnits(folder);
 }

@@ -29,9 +29,10 @@ void PanelWindow::FollowPanel() {
     return;
   }
   if (!isVisible() && !place_.isEmpty()) restoreGeometry(place_);
+  setAttribute(Qt::WA_ShowWithoutActivating, !panel_.TakesKeyboard());
   show();
   raise();
-  activateWindow();
+  if (panel_.TakesKeyboard()) activateWindow();
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event) {

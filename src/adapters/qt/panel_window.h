@@ -20,7 +20,7 @@ class PanelWindow final : public QMainWindow {
   PanelWindow(Panel& panel, const Layout& layout, Hands& hands, const ViewMaker& views);
 
   /// Takes up the panel's caption, and whether it is shown. A panel that is shown again comes to the front, in the
-  /// place where its window was.
+  /// place where its window was, with the keyboard unless it was shown beside somebody's work.
   void FollowPanel();
   /// Paints what has changed, in time that the station has to wait anyhow.
   void UseFreeTime(std::chrono::nanoseconds left) { painting_.UseFreeTime(left); }

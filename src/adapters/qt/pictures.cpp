@@ -32,10 +32,57 @@ constexpr auto kFail = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="350"
   </g>
 </svg>)svg";
 
-constexpr auto kIncomplete = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="350" height="200">
+// A value beyond the upper one of its two limits. Its ground is dark: nobody takes it for the other one of its
+// colour.
+constexpr auto kOutOfTolerance = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="350" height="200">
+  <rect width="350" height="200" rx="14" fill="#201800"/>
+  <path d="M95 50 H255 M95 92 H255" fill="none" stroke="#ffbf00" stroke-width="8" stroke-linecap="round"/>
+  <circle cx="175" cy="24" r="14" fill="#ffbf00"/>
+  <g fill="none" stroke="#ffbf00" stroke-width="14" stroke-linecap="round" stroke-linejoin="round">
+    <path transform="translate(96 112) scale(0.45)" d="M25 8 C12 8 8 20 8 40 C8 60 12 72 25 72 C38 72 42 60
+            42 40 C42 20 38 8 25 8 Z"/>
+    <path transform="translate(123 112) scale(0.45)" d="M8 8 V52 C8 66 14 72 25 72 C36 72 42 66 42 52 V8"/>
+    <path transform="translate(150 112) scale(0.45)" d="M6 8 H44 M25 8 V72"/>
+    <path transform="translate(204 112) scale(0.45)" d="M25 8 C12 8 8 20 8 40 C8 60 12 72 25 72 C38 72 42 60
+            42 40 C42 20 38 8 25 8 Z"/>
+    <path transform="translate(231 112) scale(0.45)" d="M8 72 V8 H42 M8 40 H36"/>
+  </g>
+  <g fill="none" stroke="#ffbf00" stroke-width="14" stroke-linecap="round" stroke-linejoin="round">
+    <path transform="translate(56 155) scale(0.45)" d="M6 8 H44 M25 8 V72"/>
+    <path transform="translate(83 155) scale(0.45)" d="M25 8 C12 8 8 20 8 40 C8 60 12 72 25 72 C38 72 42 60
+            42 40 C42 20 38 8 25 8 Z"/>
+    <path transform="translate(110 155) scale(0.45)" d="M8 8 V72 H42"/>
+    <path transform="translate(137 155) scale(0.45)" d="M42 8 H8 V72 H42 M8 40 H36"/>
+    <path transform="translate(164 155) scale(0.45)" d="M8 72 V8 H26 A16 16 0 0 1 26 42 H8 M24 42 L42 72"/>
+    <path transform="translate(191 155) scale(0.45)" d="M6 72 L25 8 L44 72 M13 51 H37"/>
+    <path transform="translate(218 155) scale(0.45)" d="M8 72 V8 L42 72 V8"/>
+    <path transform="translate(245 155) scale(0.45)" d="M42 18 C38 11 33 8 27 8 C14 8 8 20 8 40 C8 60 14 72
+            27 72 C33 72 38 69 42 62"/>
+    <path transform="translate(272 155) scale(0.45)" d="M42 8 H8 V72 H42 M8 40 H36"/>
+  </g>
+</svg>)svg";
+
+constexpr auto kNotMeasured = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="350" height="200">
   <rect width="350" height="200" rx="14" fill="#ffbf00"/>
-  <path d="M175 42 L175 118" fill="none" stroke="#000000" stroke-width="30" stroke-linecap="round"/>
-  <circle cx="175" cy="160" r="17" fill="#000000"/>
+  <path d="M175 20 V68" fill="none" stroke="#000000" stroke-width="22" stroke-linecap="round"/>
+  <circle cx="175" cy="96" r="12" fill="#000000"/>
+  <g fill="none" stroke="#000000" stroke-width="14" stroke-linecap="round" stroke-linejoin="round">
+    <path transform="translate(141 118) scale(0.4)" d="M8 72 V8 L42 72 V8"/>
+    <path transform="translate(165 118) scale(0.4)" d="M25 8 C12 8 8 20 8 40 C8 60 12 72 25 72 C38 72 42 60
+            42 40 C42 20 38 8 25 8 Z"/>
+    <path transform="translate(189 118) scale(0.4)" d="M6 8 H44 M25 8 V72"/>
+  </g>
+  <g fill="none" stroke="#000000" stroke-width="14" stroke-linecap="round" stroke-linejoin="round">
+    <path transform="translate(81 156) scale(0.4)" d="M6 72 V8 L25 48 L44 8 V72"/>
+    <path transform="translate(105 156) scale(0.4)" d="M42 8 H8 V72 H42 M8 40 H36"/>
+    <path transform="translate(129 156) scale(0.4)" d="M6 72 L25 8 L44 72 M13 51 H37"/>
+    <path transform="translate(153 156) scale(0.4)" d="M42 19 C38 10 32 8 25 8 C15 8 8 14 8 23 C8 33 16 37 25
+            40 C35 43 43 47 43 57 C43 66 35 72 25 72 C17 72 10 69 7 60"/>
+    <path transform="translate(177 156) scale(0.4)" d="M8 8 V52 C8 66 14 72 25 72 C36 72 42 66 42 52 V8"/>
+    <path transform="translate(201 156) scale(0.4)" d="M8 72 V8 H26 A16 16 0 0 1 26 42 H8 M24 42 L42 72"/>
+    <path transform="translate(225 156) scale(0.4)" d="M42 8 H8 V72 H42 M8 40 H36"/>
+    <path transform="translate(249 156) scale(0.4)" d="M8 8 V72 H20 C36 72 42 60 42 40 C42 20 36 8 20 8 Z"/>
+  </g>
 </svg>)svg";
 
 // The icons of boxes, each told by its shape as well as by its colour.
@@ -68,7 +115,8 @@ constexpr auto kQuestion = R"svg(<svg xmlns="http://www.w3.org/2000/svg" viewBox
 QByteArray PictureNamed(std::string_view name) {
   if (name == "pass") return kPass;
   if (name == "fail") return kFail;
-  if (name == "incomplete") return kIncomplete;
+  if (name == "out of tolerance") return kOutOfTolerance;
+  if (name == "not measured") return kNotMeasured;
   if (name == "stop") return kStop;
   if (name == "exclamation") return kExclamation;
   if (name == "information") return kInformation;
