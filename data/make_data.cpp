@@ -23,21 +23,6 @@
 namespace orvane {
 namespace {
 
-/// A file that is still to be written out.
-class DraftFile final : public File {
- public:
-  std::string Read(std::uint64_t offset, std::size_t size) override {
-    return offset >= content.size() ? "" : content.substr(offset, size);
-  }
-  void Write(std::uint64_t offset, std::string_view bytes) override {
-    content.resize(std::max<std::size_t>(content.size(), offset + bytes.size()), '\0');
-    content.replace(offset, bytes.size(), bytes);
-  }
-  std::uint64_t Size() override { return content.size(); }
-
-  std::string content;
-};
-
 /// The lines of a table, without comments and empty lines.
 std::vector<std::string> RowsOf(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
@@ -148,17 +133,13 @@ std::string LossFile(const std::string& folder) {
   if (rows.size() != kLosses) throw StationFailure("cable_loss.txt does not hold 5 losses.");
   CalState cal;
   for (std::size_t i = 0; i < rows.size(); ++i) cal.LossTable[i] = Decimal4::FromText(rows[i]);
-  DraftFile file;
-  WriteLossRecords(file, cal);
-  return file.content;
+  return LossRecords(cal);
 }
 
 void Make(const std::string& source, const std::string& output) {
   const RampState ramp = ReadRampTables(source);
-  DraftFile rampFile;
-  WriteRampRecords(rampFile, ramp);
   WriteOut(output + "/TI532.epm", ParameterFile(source, ramp));
-  WriteOut(output + "/RampTable.dat", rampFile.content);
+  WriteOut(output + "/RampTable.dat", RampRecords(ramp));
   WriteOut(output + "/Cable.loss", LossFile(source));
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 
+#include "adapters/disk_calls.h"
 #include "platform/files.h"
 
 namespace orvane {
@@ -10,14 +12,14 @@ namespace orvane {
 class DiskFiles final : public Files {
  public:
   /// `system` and `temp`: the two places of the installed data files.
-  DiskFiles(std::filesystem::path system, std::filesystem::path temp)
-      : system_(std::move(system)), temp_(std::move(temp)) {}
+  DiskFiles(std::filesystem::path system, std::filesystem::path temp,
+            std::unique_ptr<DiskCalls> calls = std::make_unique<DiskCalls>())
+      : system_(std::move(system)), temp_(std::move(temp)), calls_(std::move(calls)) {}
 
   [[nodiscard]] bool Exists(const std::string& path) override;
-  void Delete(const std::string& path) override;
-  [[nodiscard]] std::unique_ptr<File> OpenForReading(const std::string& path) override;
-  /// A file that is created here is removed again when a write to it fails: half a file is no result.
-  [[nodiscard]] std::unique_ptr<File> OpenForWriting(const std::string& path) override;
+  [[nodiscard]] std::unique_ptr<File> OpenForReading(const std::string& path, std::uint64_t most) override;
+  [[nodiscard]] std::unique_ptr<GrowingFile> OpenForAppending(const std::string& path) override;
+  [[nodiscard]] std::unique_ptr<Draft> BeginDraft(const std::string& path, OldFile old) override;
 
   [[nodiscard]] std::string SystemPath(std::string_view name) override { return (system_ / name).string(); }
   [[nodiscard]] std::string TempPath(std::string_view name) override { return (temp_ / name).string(); }
@@ -25,6 +27,7 @@ class DiskFiles final : public Files {
  private:
   std::filesystem::path system_;
   std::filesystem::path temp_;
+  std::unique_ptr<DiskCalls> calls_;
 };
 
 }  // namespace orvane

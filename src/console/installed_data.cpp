@@ -17,16 +17,22 @@ struct InstalledFile {
   std::string_view name;
   std::string_view missing;
   void (Boxes::*tellMissing)(std::string text);
+  std::uint64_t most;
 };
 
 namespace {
 
 constexpr InstalledFile kRFParameterFile{"TI532.epm", "There is not TI532.epm in Windows\\System directory.",
-                                         &Boxes::Alarm};
+                                         &Boxes::Alarm, kLargestParameterFile};
 constexpr InstalledFile kRampTableFile{"RampTable.dat", "There is not RampTable.dat in Windows\\System directory.",
-                                       &Boxes::Caution};
+                                       &Boxes::Caution, kLargestRecordFile};
 constexpr InstalledFile kCableLossFile{"Cable.loss", "There is not Cable.loss in Windows\\System directory.",
-                                       &Boxes::Caution};
+                                       &Boxes::Caution, kLargestRecordFile};
+
+/// The reason that a run gives which stands on the file; empty without a damage.
+std::string SentenceOf(const std::string& path, const std::string& damage) {
+  return damage.empty() ? "" : path + " " + damage + ".";
+}
 
 }  // namespace
 
@@ -38,43 +44,52 @@ bool InstalledData::Load() {
   return true;
 }
 
-std::unique_ptr<File> InstalledData::Open(const InstalledFile& file) {
+std::optional<InstalledData::Opened> InstalledData::Open(const InstalledFile& file) {
   std::string path = files_.SystemPath(file.name);
   if (!files_.Exists(path)) {
     path = files_.TempPath(file.name);
     if (!files_.Exists(path)) (boxes_.*file.tellMissing)(std::string(file.missing));
   }
   try {
-    return files_.OpenForReading(path);
+    return Opened{path, files_.OpenForReading(path, file.most)};
   } catch (const StationFailure& failure) {
     boxes_.SystemText(failure.what());
-    return nullptr;
+    return std::nullopt;
   }
 }
 
 bool InstalledData::LoadRFParameterText() {
-  const auto file = Open(kRFParameterFile);
-  if (!file) return false;
-  PassOver([&] { ReadParameterLines(ReadWhole(*file), rf_); });
+  const auto opened = Open(kRFParameterFile);
+  if (!opened) return false;
+  std::string damage;
+  PassOver(
+      [&] {
+        ReadParameterLines(ReadWhole(*opened->file), rf_);
+        damage = DamageOfParameterLines(rf_);
+      },
+      [&](const StationFailure& failure) { damage = "cannot be read: " + std::string(failure.what()); });
+  rf_.damage = SentenceOf(opened->path, damage);
   return true;
 }
 
 bool InstalledData::LoadRampTable() {
-  const auto file = Open(kRampTableFile);
-  if (!file) return false;
-  ReadRampRecords(*file, ramp_);
+  const auto opened = Open(kRampTableFile);
+  if (!opened) return false;
+  ReadRampRecords(*opened->file, ramp_);
+  ramp_.damage = SentenceOf(opened->path, DamageOfRecords(*opened->file, kRampRecords));
   PassOver([&] { ShowRampTable(ramp_, 0, main_->ramp); });
   return true;
 }
 
 bool InstalledData::LoadCableLoss() {
-  const auto file = Open(kCableLossFile);
-  if (!file) return false;
+  const auto opened = Open(kCableLossFile);
+  if (!opened) return false;
+  cal_.lossDamage = SentenceOf(opened->path, DamageOfRecords(*opened->file, kLosses));
   // The calibration panel puts defaults into the record as it is created. It is created here, ahead of the record's
   // own values.
   PassOver([&] { autoCal_->Touch(); });
   std::array<bool, kLosses> read{};
-  for (std::size_t i = 0; i < read.size(); ++i) read[i] = PassOver([&] { ReadLossRecord(*file, i, cal_); });
+  for (std::size_t i = 0; i < read.size(); ++i) read[i] = PassOver([&] { ReadLossRecord(*opened->file, i, cal_); });
   // A record that is not there leaves its box as it was: a loss that nobody measured must not look like one of zero.
   const auto boxes = LossBoxes(autoCal_, main_);
   for (std::size_t i = 0; i < read.size(); ++i) {

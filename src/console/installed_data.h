@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "console/orvane_main.h"
 #include "platform/boxes.h"
@@ -17,7 +19,8 @@ namespace orvane {
 struct InstalledFile;
 
 /// The three installed data files, and what start-up fills from them. Each is looked up in the first place, then in
-/// the second. A file that does not open costs the data of all behind it, and it alone shows boxes.
+/// the second. A file that does not open costs the data of all behind it, and it alone shows boxes. One that opens
+/// and is damaged is loaded as far as it goes, and what stands on it is told (`damage` of the states).
 class InstalledData {
  public:
   InstalledData(PanelRef<OrvaneMain> main, PanelRef<FrmAutoCal> autoCal, PanelRef<FrmDownLoad> downLoad, RFState& rf,
@@ -36,8 +39,12 @@ class InstalledData {
   bool Load();
 
  private:
-  /// The open file, or null after the boxes that say why not.
-  std::unique_ptr<File> Open(const InstalledFile& file);
+  struct Opened {
+    std::string path;
+    std::unique_ptr<File> file;
+  };
+  /// No value after the boxes that say why not.
+  std::optional<Opened> Open(const InstalledFile& file);
   bool LoadRFParameterText();
   bool LoadRampTable();
   bool LoadCableLoss();

@@ -5,6 +5,10 @@
 
 namespace orvane {
 
+void WriteWhole(Files& files, const std::string& path, OldFile old, std::string_view content) {
+  files.BeginDraft(path, old)->Finish(content);
+}
+
 std::string ReadWhole(File& file) { return file.Read(0, file.Size()); }
 
 std::string_view TakeLine(std::string_view& content) {
@@ -53,6 +57,21 @@ std::string ReadRecord(File& file, int number, std::size_t needed) {
     throw StationFailure("Input past end of file: there is no record " + std::to_string(number) + ".");
   }
   return record;
+}
+
+std::string DamageOfRecords(File& file, int records) {
+  std::string damage;
+  PassOver(
+      [&] {
+        const std::uint64_t whole = static_cast<std::uint64_t>(records) * kRecordSize;
+        if (file.Size() != whole) {
+          damage = "is " + std::to_string(file.Size()) + " bytes long, not " + std::to_string(whole);
+        } else if (ReadWhole(file).find_first_not_of('\0') == std::string::npos) {
+          damage = "holds nothing but zero bytes";
+        }
+      },
+      [&](const StationFailure& failure) { damage = "cannot be read: " + std::string(failure.what()); });
+  return damage;
 }
 
 }  // namespace orvane

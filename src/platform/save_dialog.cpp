@@ -5,37 +5,34 @@
 namespace orvane {
 namespace {
 
-/// Whether the name may be written; no value when the operator wants to choose again.
-std::optional<bool> Settled(const std::string& path, Files& files, Boxes& boxes, std::string_view question) {
-  try {
-    if (!files.Exists(path)) return true;
-    const BoxButton answer = boxes.AskOverwrite(std::string(question) + path + "?");
-    if (answer == BoxButton::Cancel) return std::nullopt;
-    if (answer == BoxButton::Yes) files.Delete(path);
-    return true;
-  } catch (const StationFailure& failure) {
-    boxes.SystemText(failure.what());
-    return false;
+/// How the choice of this name ends; no value when the operator wants to choose again.
+std::optional<SaveName> Settled(const std::string& path, Files& files, Boxes& boxes, std::string_view question) {
+  SaveName name{SaveName::End::Chosen, OldFile::IsOverlaid, path};
+  if (!files.Exists(path)) return name;
+  const BoxButton answer = boxes.AskOverwrite(std::string(question) + path + "?");
+  if (answer == BoxButton::Cancel) return std::nullopt;
+  if (answer == BoxButton::Yes) {
+    name.old = OldFile::Goes;
+    PassOver([&] { static_cast<void>(files.BeginDraft(path, name.old)); },
+             [&](const StationFailure& failure) {
+               name.end = SaveName::End::Failed;
+               boxes.SystemText(failure.what());
+             });
   }
+  return name;
 }
 
 }  // namespace
 
 SaveName ChooseSaveName(FileDialogs& dialogs, FileDialog& dialog, Files& files, Boxes& boxes,
                         std::string_view question) {
-  SaveName name;
+  std::string last;
   for (;;) {
     const auto path = dialogs.ShowSave(dialog);
-    if (!path) {
-      name.end = SaveName::End::Cancelled;
-      return name;
-    }
-    name.path = *path;
+    if (!path) return {SaveName::End::Cancelled, OldFile::IsOverlaid, last};
+    last = *path;
     dialog.initialFolder = FolderOf(*path);
-    if (const auto usable = Settled(*path, files, boxes, question)) {
-      name.end = *usable ? SaveName::End::Chosen : SaveName::End::Failed;
-      return name;
-    }
+    if (const auto name = Settled(*path, files, boxes, question)) return *name;
   }
 }
 

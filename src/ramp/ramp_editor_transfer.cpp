@@ -26,7 +26,9 @@ bool RampEditor::LoadFile() {
   if (!path) return false;
   face_.dlgRampSave.initialFolder = FolderOf(*path);
   try {
-    ReadRampRecords(*ports_.files.OpenForReading(*path), ports_.ramp);
+    const auto file = ports_.files.OpenForReading(*path, kLargestRecordFile);
+    ReadRampRecords(*file, ports_.ramp);
+    if (DamageOfRecords(*file, kRampRecords).empty()) ports_.ramp.damage.clear();
     return true;
   } catch (const StationFailure& failure) {
     ports_.boxes.SystemText(failure.what());
@@ -48,9 +50,9 @@ void RampEditor::SaveToFile() {
       ChooseSaveName(ports_.dialogs, face_.dlgRampSave, ports_.files, ports_.boxes, row_.overwriteQuestion);
   if (!name.Chosen()) return;
   try {
-    WriteRampRecords(*ports_.files.OpenForWriting(name.path), ports_.ramp);
+    WriteWhole(ports_.files, name.path, name.old, RampRecords(ports_.ramp));
     if (const auto side = SideFileOf(name.path)) {
-      ports_.files.OpenForWriting(*side)->Write(0, RampSideText(ports_.ramp));
+      WriteWhole(ports_.files, *side, OldFile::IsOverlaid, RampSideText(ports_.ramp));
     }
   } catch (const StationFailure& failure) {
     ports_.boxes.SystemText(failure.what());

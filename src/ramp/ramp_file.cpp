@@ -39,14 +39,14 @@ void ReadRampRecords(File& file, RampState& state) {
   }
 }
 
-void WriteRampRecords(File& file, const RampState& state) {
+std::string RampRecords(const RampState& state) {
+  std::string records;
+  records.reserve(kRampRecords * kRecordSize);
   int number = 0;
   for (const auto& table : state.RampTable) {
-    for (const std::string& value : table) {
-      ++number;
-      file.Write(static_cast<std::uint64_t>(number - 1) * kRecordSize, RampRecord(value, number));
-    }
+    for (const std::string& value : table) records += RampRecord(value, ++number);
   }
+  return records;
 }
 
 std::string RampSideText(const RampState& state) {

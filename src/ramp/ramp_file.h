@@ -10,12 +10,14 @@ namespace orvane {
 /// A ramp table file holds 992 records of 128 bytes, the 32 values of table 0, then those of table 1, up to table 30.
 /// A record is the length of its text in two bytes, low byte first, and the text; what is behind it has no meaning.
 
+inline constexpr int kRampRecords = kRampTables * kRampValues;
+
 /// Reads the records in order. One that is missing, or that says it is longer than a record, is passed over: its
 /// element keeps its text. Whether a text is a number is not looked at.
 void ReadRampRecords(File& file, RampState& state);
 
-/// @throws StationFailure with the system's text, or for a text that is too long for a record.
-void WriteRampRecords(File& file, const RampState& state);
+/// The bytes of such a file. @throws StationFailure for a text that is too long for a record.
+[[nodiscard]] std::string RampRecords(const RampState& state);
 
 /// The companion for a spreadsheet: three lines a table, the values behind tabs.
 [[nodiscard]] std::string RampSideText(const RampState& state);

@@ -22,6 +22,8 @@ struct RFState {
   /// Whether the record stands on a whole parameter file: what a calibration leaves alone is zero or a mixture
   /// otherwise.
   bool recordIsWhole = false;
+  /// What is wrong with the installed file that the record comes from, as a sentence; empty when nothing is.
+  std::string damage;
 };
 
 }  // namespace orvane

@@ -58,6 +58,11 @@ int ReadParameterLines(std::string_view content, RFState& state) {
   return state.RFParamCount;
 }
 
+std::string DamageOfParameterLines(const RFState& state) {
+  if (state.RFParamCount == static_cast<int>(kParameterCount)) return "";
+  return "holds " + std::to_string(state.RFParamCount) + " values, not " + std::to_string(kParameterCount);
+}
+
 void FileToRFParamsConvert(RFState& state) {
   state.recordIsWhole = false;
   const auto slots = ParameterSlots();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -10,11 +11,18 @@ namespace orvane {
 /// A parameter file is a text of 1857 lines, label, Tab, "=", Tab, value. It is valid by its order alone: the reader
 /// never looks at a label.
 
+/// A whole one has some 60 KiB; comments and the tail of a longer old file may come on top.
+inline constexpr std::uint64_t kLargestParameterFile = 4 << 20;
+
 /// Files the word behind the "=" of each data line into `RFParamText` by the line's place among the data lines. Empty
 /// lines and lines with a "/" anywhere are no data lines; a data line without an "=" keeps its place and leaves the
 /// old text there; lines beyond position 2700 leave nothing. Sets `RFParamCount`.
 /// @return the number of data lines.
 int ReadParameterLines(std::string_view content, RFState& state);
+
+/// What shows that the last file read was not a whole one and nothing else: "holds 900 values, not 1857". Empty when
+/// nothing does.
+[[nodiscard]] std::string DamageOfParameterLines(const RFState& state);
 
 /// `RFParamText` into `RFParams`, all 1857 values; says in `recordIsWhole` whether all of them came from the last
 /// file.

@@ -123,6 +123,7 @@ void ParameterTransfer::DownLoad() {
   if (!ReadFile(*path)) return;
   panel_->lstDataReadWindow.Clear();
   PassOver([&] { FileToRFParamsConvert(rf_); });
+  if (rf_.recordIsWhole && DamageOfParameterLines(rf_).empty()) rf_.damage.clear();
   if (panel_->optDownloadFileLoad.Selected() || !link_.InTestMode()) return;
   TMEEPROMDataMaker(rf_);
   const TransferWatch watch(link_, cal_);
@@ -143,7 +144,7 @@ void ParameterTransfer::DownLoad() {
 bool ParameterTransfer::ReadFile(const std::string& path) {
   return PassOver(
       [&] {
-        const auto file = files_.OpenForReading(path);
+        const auto file = files_.OpenForReading(path, kLargestParameterFile);
         ReadParameterLines(ReadWhole(*file), rf_);
       },
       [this](const StationFailure& failure) { ShowSystemText(failure); });
@@ -195,14 +196,14 @@ void ParameterTransfer::UpLoad() {
       ChooseSaveName(dialogs_, panel_->dlgDownload, files_, boxes_, "Do you want to change a current file to ");
   if (!name.Chosen()) return;
   const auto showSystemText = [this](const StationFailure& failure) { ShowSystemText(failure); };
-  std::unique_ptr<File> file;
-  if (!PassOver([&] { file = files_.OpenForWriting(name.path); }, showSystemText)) return;
+  std::unique_ptr<Draft> draft;
+  if (!PassOver([&] { draft = files_.BeginDraft(name.path, name.old); }, showSystemText)) return;
   Send("spw 5 0");
   Send("spw 1 0");
   ReadImage();
   PassOver([&] { TMEEPROMDataToRFParams(rf_); }, [&](const StationFailure&) { rf_.recordIsWhole = false; });
   RFParamsToDataConvert(rf_);
-  PassOver([&] { file->Write(0, ParameterFileText(rf_)); }, showSystemText);
+  PassOver([&] { draft->Finish(ParameterFileText(rf_)); }, showSystemText);
 }
 
 void ParameterTransfer::ReadImage() {

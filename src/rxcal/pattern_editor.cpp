@@ -81,7 +81,7 @@ void PatternEditor::Load() {
   if (!path) return;
   dialog.initialFolder = FolderOf(*path);
   std::unique_ptr<File> file;
-  const bool opened = PassOver([&] { file = files_.OpenForReading(*path); },
+  const bool opened = PassOver([&] { file = files_.OpenForReading(*path, kLargestPatternFile); },
                                [&](const StationFailure& failure) { boxes_.SystemText(failure.what()); });
   if (!opened) return;
   PassOver([&] { TakePatterns(TextOfBytes(ReadWhole(*file)), state_); });

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "rxcal/pattern_state.h"
 
 namespace orvane {
+
+/// A whole one has 31 short lines.
+inline constexpr std::uint64_t kLargestPatternFile = 1 << 20;
 
 /// The same values in all three patterns: each band falls by 50 a level down to 50.
 void FillDefaultPatterns(PatternState& state);

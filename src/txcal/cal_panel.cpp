@@ -106,7 +106,10 @@ void CalPanel::DownloadSaveFileName() {
   FileDialog& dialog = panels_.downLoad->dlgDownload;
   dialog.fileName.clear();
   const SaveName name = ChooseSaveName(dialogs_, dialog, files_, boxes_, "Do you want to change with ");
-  if (!name.path.empty()) state_.CalSaveFileName = name.path;
+  if (!name.path.empty()) {
+    state_.CalSaveFileName = name.path;
+    state_.oldSaveFile = name.old;
+  }
   if (name.end == SaveName::End::Cancelled) state_.CalSaveFileOk = false;
   if (name.end == SaveName::End::Chosen) state_.CalSaveFileOk = true;
 }

@@ -5,6 +5,7 @@
 
 #include "base/decimal4.h"
 #include "base/numbers.h"
+#include "platform/files.h"
 
 namespace orvane {
 
@@ -33,8 +34,13 @@ struct CalState {
   std::array<Integer, 31> InitValueIndex{};
   /// Cable losses in dB, of which five are used; it lives only between a file and the boxes.
   std::array<Decimal4, 41> LossTable{};
+  /// What is wrong with the installed file that the losses come from, as a sentence; empty when nothing is.
+  std::string lossDamage;
 
   std::string CalSaveFileName;
+  /// What becomes of a file that stands there. One that has been written is overlaid by the next that goes there
+  /// unasked.
+  OldFile oldSaveFile = OldFile::IsOverlaid;
   bool CalSaveFileOk = false;
 };
 

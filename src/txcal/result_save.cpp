@@ -42,6 +42,7 @@ void ResultSave::Save() {
   if (!rf_.recordIsWhole) {
     report_.Flaw("The RF parameters stand on no whole parameter file: what the run did not calibrate is wrong.");
   }
+  if (!rf_.damage.empty()) report_.Flaw(rf_.damage);
   const std::string mode = cal_.SaveMode;
   const bool toBoth = mode == "EEPROMFile";
   if ((mode == "File" || toBoth) && !SaveToFile()) return;
@@ -54,15 +55,16 @@ bool ResultSave::SaveToFile() {
     report_.Flaw("No file was written: none was chosen.");
     return false;
   }
-  std::unique_ptr<File> file;
-  const bool opened = PassOver([&] { file = files_.OpenForWriting(*path); },
-                               [&](const StationFailure& failure) {
-                                 report_.Flaw("No file was written: " + std::string(failure.what()));
-                                 boxes_.SystemText(failure.what());
-                               });
-  if (!opened) return false;
+  const auto tell = [&](const StationFailure& failure) {
+    report_.Flaw("No file was written: " + std::string(failure.what()));
+    boxes_.SystemText(failure.what());
+  };
+  std::unique_ptr<Draft> draft;
+  if (!PassOver([&] { draft = files_.BeginDraft(*path, cal_.oldSaveFile); }, tell)) return false;
   RFParamsToDataConvert(rf_);
-  file->Write(0, ParameterFileText(rf_));
+  // A disk that fails at this point costs the file alone.
+  const bool written = PassOver([&] { draft->Finish(ParameterFileText(rf_)); }, tell);
+  if (written) cal_.oldSaveFile = OldFile::IsOverlaid;
   return true;
 }
 
@@ -78,6 +80,7 @@ std::optional<std::string> ResultSave::ChosenFile() {
   const SaveName name = ChooseSaveName(dialogs_, dialog, files_, boxes_, "Do you want to change a current file to ");
   if (!name.Chosen()) return std::nullopt;
   cal_.CalSaveFileName = name.path;
+  cal_.oldSaveFile = name.old;
   return name.path;
 }
 

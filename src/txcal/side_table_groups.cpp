@@ -32,7 +32,7 @@ struct LevelTableRow {
   std::string (*show)(const CalState& state, std::size_t position);
   void (*store)(CalState& state, std::size_t position, const std::string& text);
   void (*read)(File& file, CalState& state);
-  void (*write)(File& file, const CalState& state);
+  std::string (*records)(const CalState& state);
   std::string (*sideText)(const CalState& state);
 };
 
@@ -63,7 +63,7 @@ constexpr LevelTableRow kInitialValue{
       state.InitValueIndex[position] = ToInteger(text);
     },
     &ReadInitialRecords,
-    &WriteInitialRecords,
+    &InitialRecords,
     &InitialSideText,
 };
 
@@ -90,7 +90,7 @@ constexpr LevelTableRow kPowerIndex{
       state.PowerIndex[position] = Decimal4::FromText(text);
     },
     &ReadPowerRecords,
-    &WritePowerRecords,
+    &PowerRecords,
     &PowerSideText,
 };
 
@@ -171,12 +171,12 @@ void SideTableGroups::Load(const LevelTableRow& row) {
 }
 
 void SideTableGroups::Save(const LevelTableRow& row) {
-  const auto path = SaveFile((*panel_).*row.dialog, row.saveTitle, row.write);
+  const auto path = SaveFile((*panel_).*row.dialog, row.saveTitle, row.records);
   if (!path) return;
   const auto side = SideFileOf(*path);
   if (!side) return;
   try {
-    files_.OpenForWriting(*side)->Write(0, row.sideText(state_));
+    WriteWhole(files_, *side, OldFile::IsOverlaid, row.sideText(state_));
   } catch (const StationFailure& failure) {
     boxes_.SystemText(failure.what());
   }
@@ -194,10 +194,14 @@ void SideTableGroups::SetLosses() {
 }
 
 void SideTableGroups::LoadLosses() {
-  if (LoadFile(panel_->dlgLoss, "Loss Table Open", &ReadLossRecords)) ShowLosses(state_, panel_, main_);
+  const auto read = [](File& file, CalState& state) {
+    ReadLossRecords(file, state);
+    if (DamageOfRecords(file, kLosses).empty()) state.lossDamage.clear();
+  };
+  if (LoadFile(panel_->dlgLoss, "Loss Table Open", read)) ShowLosses(state_, panel_, main_);
 }
 
-void SideTableGroups::SaveLosses() { SaveFile(panel_->dlgLoss, "Loss Table Save", &WriteLossRecords); }
+void SideTableGroups::SaveLosses() { SaveFile(panel_->dlgLoss, "Loss Table Save", &LossRecords); }
 
 bool SideTableGroups::LoadFile(FileDialog& dialog, std::string_view title, void (*read)(File&, CalState&)) {
   dialog.title = title;
@@ -205,7 +209,7 @@ bool SideTableGroups::LoadFile(FileDialog& dialog, std::string_view title, void 
   if (!path) return false;
   dialog.initialFolder = FolderOf(*path);
   try {
-    read(*files_.OpenForReading(*path), state_);
+    read(*files_.OpenForReading(*path, kLargestRecordFile), state_);
     return true;
   } catch (const StationFailure& failure) {
     boxes_.SystemText(failure.what());
@@ -214,12 +218,12 @@ bool SideTableGroups::LoadFile(FileDialog& dialog, std::string_view title, void 
 }
 
 std::optional<std::string> SideTableGroups::SaveFile(FileDialog& dialog, std::string_view title,
-                                                     void (*write)(File&, const CalState&)) {
+                                                     std::string (*records)(const CalState&)) {
   dialog.title = title;
   const SaveName name = ChooseSaveName(dialogs_, dialog, files_, boxes_, "Do you want to change a current file to ");
   if (!name.Chosen()) return std::nullopt;
   try {
-    write(*files_.OpenForWriting(name.path), state_);
+    WriteWhole(files_, name.path, name.old, records(state_));
     return name.path;
   } catch (const StationFailure& failure) {
     boxes_.SystemText(failure.what());

@@ -34,7 +34,7 @@ class SideTableGroups {
   bool LoadFile(FileDialog& dialog, std::string_view title, void (*read)(File&, CalState&));
   /// @return the name of the file when it was written.
   std::optional<std::string> SaveFile(FileDialog& dialog, std::string_view title,
-                                      void (*write)(File&, const CalState&));
+                                      std::string (*records)(const CalState&));
 
   PanelRef<FrmAutoCal> panel_;
   PanelRef<OrvaneMain> main_;

@@ -22,8 +22,6 @@ constexpr std::array<DefaultRow, kTablePositions> kDefaults{{
 static_assert(kDefaults[kGsmLevels.PositionOf(19)].powerDbm == 7 &&
               kDefaults[kDcsLevels.PositionOf(0)].powerDbm == 29);
 
-std::uint64_t OffsetOf(int number) { return static_cast<std::uint64_t>(number - 1) * kRecordSize; }
-
 /// The first bytes of a record as a number in two's complement.
 template <class Number>
 Number ReadNumber(File& file, int number) {
@@ -34,11 +32,11 @@ Number ReadNumber(File& file, int number) {
 }
 
 template <class Number>
-void WriteNumber(File& file, int number, Number value) {
+std::string NumberRecord(Number value) {
   auto bits = static_cast<std::uint64_t>(value);
   std::string bytes;
   for (std::size_t i = 0; i < sizeof(Number); ++i, bits >>= 8) bytes += static_cast<char>(bits & 0xFF);
-  file.Write(OffsetOf(number), RecordOf(bytes));
+  return RecordOf(bytes);
 }
 
 Decimal4 ReadDecimal(File& file, std::size_t position) {
@@ -46,8 +44,10 @@ Decimal4 ReadDecimal(File& file, std::size_t position) {
 }
 
 template <std::size_t Size>
-void WriteDecimals(File& file, const std::array<Decimal4, Size>& table, int count) {
-  for (int i = 0; i < count; ++i) WriteNumber(file, i + 1, table[static_cast<std::size_t>(i)].Raw());
+std::string DecimalRecords(const std::array<Decimal4, Size>& table, std::size_t count) {
+  std::string records;
+  for (std::size_t i = 0; i < count; ++i) records += NumberRecord(table[i].Raw());
+  return records;
 }
 
 std::string SideLine(std::string_view table, std::size_t position, const std::string& value) {
@@ -69,23 +69,23 @@ void ReadInitialRecords(File& file, CalState& state) {
   }
 }
 
-void WriteInitialRecords(File& file, const CalState& state) {
-  for (int i = 0; i < kTablePositions; ++i) {
-    WriteNumber(file, i + 1, state.InitValueIndex[static_cast<std::size_t>(i)]);
-  }
+std::string InitialRecords(const CalState& state) {
+  std::string records;
+  for (const Integer value : state.InitValueIndex) records += NumberRecord(value);
+  return records;
 }
 
 void ReadPowerRecords(File& file, CalState& state) {
   for (std::size_t i = 0; i < kTablePositions; ++i) state.PowerIndex[i] = ReadDecimal(file, i);
 }
-void WritePowerRecords(File& file, const CalState& state) { WriteDecimals(file, state.PowerIndex, kTablePositions); }
+std::string PowerRecords(const CalState& state) { return DecimalRecords(state.PowerIndex, kTablePositions); }
 void ReadLossRecords(File& file, CalState& state) {
   for (std::size_t i = 0; i < kLosses; ++i) ReadLossRecord(file, i, state);
 }
 void ReadLossRecord(File& file, std::size_t loss, CalState& state) {
   state.LossTable[loss] = ReadDecimal(file, loss);
 }
-void WriteLossRecords(File& file, const CalState& state) { WriteDecimals(file, state.LossTable, kLosses); }
+std::string LossRecords(const CalState& state) { return DecimalRecords(state.LossTable, kLosses); }
 
 std::string InitialSideText(const CalState& state) {
   std::string text;

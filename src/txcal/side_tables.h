@@ -19,16 +19,16 @@ inline constexpr int kLosses = 5;
 void FillDefaultSideTables(CalState& state);
 
 /// A table file holds one value at the head of each record of 128 bytes, low byte first: 31 Integers, or 31 or 5
-/// four-decimal values as 64-bit counts of ten-thousandths. Reading and writing throw StationFailure with the
-/// system's text; values read before it stay.
+/// four-decimal values as 64-bit counts of ten-thousandths. Reading throws StationFailure with the system's text;
+/// values read before it stay.
 void ReadInitialRecords(File& file, CalState& state);
-void WriteInitialRecords(File& file, const CalState& state);
+[[nodiscard]] std::string InitialRecords(const CalState& state);
 void ReadPowerRecords(File& file, CalState& state);
-void WritePowerRecords(File& file, const CalState& state);
+[[nodiscard]] std::string PowerRecords(const CalState& state);
 void ReadLossRecords(File& file, CalState& state);
 /// One of the losses, 0 to 4.
 void ReadLossRecord(File& file, std::size_t loss, CalState& state);
-void WriteLossRecords(File& file, const CalState& state);
+[[nodiscard]] std::string LossRecords(const CalState& state);
 
 /// The companions for a spreadsheet: a line a position.
 [[nodiscard]] std::string InitialSideText(const CalState& state);

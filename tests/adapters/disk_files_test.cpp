@@ -1,38 +1,25 @@
 #include "adapters/disk_files.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
-
 #include "base/failure.h"
+#include "support/scratch_folder.h"
 
-namespace orvane {
+namespace orvane::test {
 namespace {
 
 using testing::HasSubstr;
 namespace fs = std::filesystem;
 
+constexpr std::uint64_t kMost = 1000;
+
 class Disk : public testing::Test {
  protected:
-  Disk() {
-    std::string pattern = (fs::temp_directory_path() / "orvane_disk_XXXXXX").string();
-    folder_ = ::mkdtemp(pattern.data());
-  }
-  ~Disk() override { fs::remove_all(folder_); }
-
-  [[nodiscard]] std::string Path(const char* name) const { return (folder_ / name).string(); }
-  void Put(const char* name, const std::string& content) const { std::ofstream(Path(name)) << content; }
-  [[nodiscard]] std::string ContentOf(const char* name) const {
-    std::ostringstream content;
-    content << std::ifstream(Path(name)).rdbuf();
-    return content.str();
-  }
+  [[nodiscard]] std::string Path(const std::string& name) const { return folder_.Path(name); }
+  std::string ReadAll(const std::string& path) { return ReadWhole(*files_.OpenForReading(path, kMost)); }
   static std::string FailureOf(const std::function<void()>& act) {
     try {
       act();
@@ -42,13 +29,13 @@ class Disk : public testing::Test {
     return "no failure";
   }
 
-  fs::path folder_;
+  ScratchFolder folder_;
   DiskFiles files_{"/data/first", "/data/second"};
 };
 
 TEST_F(Disk, ReadsBytesAndFewerAtTheEnd) {
-  Put("a.dat", std::string("\0\xFFhello", 7));
-  const auto file = files_.OpenForReading(Path("a.dat"));
+  folder_.Put("a.dat", std::string("\0\xFFhello", 7));
+  const auto file = files_.OpenForReading(Path("a.dat"), kMost);
   EXPECT_EQ(file->Size(), 7U);
   EXPECT_EQ(file->Read(0, 3), std::string("\0\xFFh", 3));
   EXPECT_EQ(file->Read(5, 10), "lo");
@@ -56,92 +43,74 @@ TEST_F(Disk, ReadsBytesAndFewerAtTheEnd) {
 }
 
 TEST_F(Disk, ReadingNeverCreates) {
-  EXPECT_EQ(FailureOf([&] { (void)files_.OpenForReading(Path("none.epm")); }),
-            "No such file or directory: " + Path("none.epm"));
+  EXPECT_EQ(FailureOf([&] { ReadAll(Path("none.epm")); }), "No such file or directory: " + Path("none.epm"));
   EXPECT_FALSE(files_.Exists(Path("none.epm")));
 }
 
-TEST_F(Disk, WritingOverAFileNeverCutsIt) {
-  Put("a.epm", "0123456789");
-  {
-    const auto file = files_.OpenForWriting(Path("a.epm"));
-    file->Write(0, "abc");
-    file->Write(12, "x");
+TEST_F(Disk, AFileBeyondItsBoundIsRefusedHoweverLittleOfItIsThere) {
+  folder_.Put("a", std::string(kMost, 'x'));
+  EXPECT_EQ(ReadAll(Path("a")).size(), kMost);
+  folder_.Put("b", std::string(kMost + 1, 'x'));
+  EXPECT_EQ(FailureOf([&] { ReadAll(Path("b")); }), "File too large: " + Path("b"));
+  fs::resize_file(Path("b"), std::uintmax_t{64} << 30);
+  EXPECT_EQ(FailureOf([&] { ReadAll(Path("b")); }), "File too large: " + Path("b"));
+}
+
+TEST_F(Disk, WhatIsNoRegularFileIsNotRead) {
+  ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+  EXPECT_EQ(FailureOf([&] { ReadAll(folder_.Path()); }), "Is a directory: " + folder_.Path());
+  for (const std::string& path : {Path("pipe"), std::string("/dev/zero"), std::string("/dev/null")}) {
+    EXPECT_EQ(FailureOf([&] { ReadAll(path); }), "Not a regular file: " + path);
   }
-  EXPECT_EQ(ContentOf("a.epm"), std::string("abc3456789\0\0x", 13));
 }
 
-TEST_F(Disk, WritingCreatesTheFile) {
-  files_.OpenForWriting(Path("new.epm"))->Write(0, "content");
-  EXPECT_EQ(ContentOf("new.epm"), "content");
-}
+TEST_F(Disk, AFileOfTheSystemThatHasNoEndIsEmpty) { EXPECT_EQ(ReadAll("/proc/self/mem"), ""); }
 
-TEST_F(Disk, DeletesFilesAndNothingElse) {
-  Put("a.epm", "x");
-  files_.Delete(Path("a.epm"));
-  EXPECT_FALSE(files_.Exists(Path("a.epm")));
-  EXPECT_EQ(FailureOf([&] { files_.Delete(Path("a.epm")); }), "No such file or directory: " + Path("a.epm"));
-  EXPECT_THAT(FailureOf([&] { files_.Delete(folder_.string()); }), HasSubstr(folder_.string()));
-  EXPECT_TRUE(fs::exists(folder_));
-}
-
-TEST_F(Disk, AFolderIsNoFile) {
-  EXPECT_EQ(FailureOf([&] { (void)files_.OpenForReading(folder_.string()); }), "Is a directory: " + folder_.string());
-  EXPECT_EQ(FailureOf([&] { (void)files_.OpenForWriting(folder_.string()); }), "Is a directory: " + folder_.string());
-}
-
-TEST_F(Disk, AFolderThatIsMissingIsNamed) {
-  EXPECT_EQ(FailureOf([&] { (void)files_.OpenForWriting(Path("none/a.epm")); }),
-            "No such file or directory: " + Path("none/a.epm"));
-  EXPECT_EQ(FailureOf([&] { (void)files_.OpenForWriting(""); }), "No such file or directory: ");
+TEST_F(Disk, APathThatCannotBeLookedUpCountsAsNotThere) {
+  fs::create_symlink("loop", Path("loop"));
+  folder_.Put("file", "x");
+  fs::create_directory(Path("locked"));
+  folder_.Put("locked/a", "x");
+  EXPECT_TRUE(files_.Exists(Path("locked/a")));
+  fs::permissions(Path("locked"), fs::perms::none);
+  for (const std::string& name : {std::string(300, 'n'), std::string("loop"), std::string("file/a"),
+                                  std::string(5000, 'p'), std::string("a\0b", 3)}) {
+    EXPECT_FALSE(files_.Exists(Path(name))) << name;
+    EXPECT_NE(FailureOf([&] { (void)files_.OpenForAppending(Path(name)); }), "no failure");
+  }
+  // Nothing is locked to root.
+  if (::geteuid() != 0) {
+    EXPECT_FALSE(files_.Exists(Path("locked/a")));
+  }
+  fs::permissions(Path("locked"), fs::perms::owner_all);
 }
 
 TEST_F(Disk, ANameIsNeverCutAtAZero) {
-  Put("a", "x");
+  folder_.Put("a", "x");
   const std::string name = Path("a") + std::string("\0.epm", 5);
-  EXPECT_THAT(FailureOf([&] { (void)files_.OpenForReading(name); }), HasSubstr("Invalid argument"));
-  EXPECT_THAT(FailureOf([&] { files_.Delete(name); }), HasSubstr("Invalid argument"));
-  EXPECT_TRUE(files_.Exists(Path("a")));
+  EXPECT_THAT(FailureOf([&] { ReadAll(name); }), HasSubstr("Invalid argument"));
+  EXPECT_THAT(FailureOf([&] { WriteWhole(files_, name, OldFile::Goes, "y"); }), HasSubstr("Invalid argument"));
+  EXPECT_EQ(folder_.ContentOf("a"), "x");
 }
 
-TEST_F(Disk, APipeWithoutAWriterDoesNotHang) {
+TEST_F(Disk, AGrowingFileGrowsFromWhatItHas) {
+  folder_.Put("a.LOG", "old ");
+  std::string bytes = "new";
+  const auto log = files_.OpenForAppending(Path("a.LOG"));
+  log->Append(bytes);
+  EXPECT_EQ(bytes, "");
+  EXPECT_EQ(folder_.ContentOf("a.LOG"), "old new");
+  folder_.Put("a.LOG", "");  // Emptied by somebody else: no gap of zeros.
+  bytes = "more";
+  log->Append(bytes);
+  EXPECT_EQ(folder_.ContentOf("a.LOG"), "more");
+}
+
+TEST_F(Disk, NothingButAFileGrows) {
   ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
-  EXPECT_THAT(FailureOf([&] { (void)files_.OpenForReading(Path("pipe"))->Read(0, 1); }), HasSubstr("Illegal seek"));
-}
-
-/// Files of this process cannot grow beyond a size, as on a full disk.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t size) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    ::getrlimit(RLIMIT_FSIZE, &old_);
-    const rlimit limit{size, old_.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &limit);
+  for (const std::string& path : {Path("pipe"), std::string("/dev/null"), folder_.Path(), Path("none/a.LOG")}) {
+    EXPECT_NE(FailureOf([&] { (void)files_.OpenForAppending(path); }), "no failure") << path;
   }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-  ~FullDisk() {
-    ::setrlimit(RLIMIT_FSIZE, &old_);
-    (void)std::signal(SIGXFSZ, handler_);
-  }
-
- private:
-  rlimit old_{};
-  void (*handler_)(int);
-};
-
-TEST_F(Disk, AFileThatCouldNotBeWrittenWholeIsTakenAwayAgain) {
-  const FullDisk full(4);
-  EXPECT_EQ(FailureOf([&] { files_.OpenForWriting(Path("new.epm"))->Write(0, "123456"); }),
-            "File too large: " + Path("new.epm"));
-  EXPECT_FALSE(files_.Exists(Path("new.epm")));
-}
-
-TEST_F(Disk, AFileThatWasThereStaysWhenItCannotBeWritten) {
-  Put("old.epm", "old");
-  const FullDisk full(4);
-  EXPECT_EQ(FailureOf([&] { files_.OpenForWriting(Path("old.epm"))->Write(0, "123456"); }),
-            "File too large: " + Path("old.epm"));
-  EXPECT_EQ(ContentOf("old.epm"), "1234");
 }
 
 TEST_F(Disk, InstalledFilesHaveTwoPlaces) {
@@ -150,4 +119,4 @@ TEST_F(Disk, InstalledFilesHaveTwoPlaces) {
 }
 
 }  // namespace
-}  // namespace orvane
+}  // namespace orvane::test

@@ -200,6 +200,60 @@ TEST_F(InstalledDataTest, AShortLossFileShowsTheLossesThatItHasAndNeverOneOfZero
   EXPECT_THAT(boxes.shown, IsEmpty());
 }
 
+TEST_F(InstalledDataTest, SoundFilesHaveNoDamage) {
+  Start();
+  EXPECT_EQ(state.rf.damage, "");
+  EXPECT_EQ(state.ramp.damage, "");
+  EXPECT_EQ(state.cal.lossDamage, "");
+}
+
+TEST_F(InstalledDataTest, DamageIsKeptForTheRunsThatStandOnTheFile) {
+  struct Row {
+    std::string name;
+    std::string content;
+    std::string damage;
+  };
+  const std::string losses = files.content["/system/Cable.loss"];
+  const std::string ramps = files.content["/system/RampTable.dat"];
+  const std::string parameters = files.content["/system/TI532.epm"];
+  const Row rows[] = {
+      {"Cable.loss", "", "is 0 bytes long, not 640."},
+      {"Cable.loss", std::string(640, '\0'), "holds nothing but zero bytes."},
+      {"Cable.loss", losses.substr(0, 320), "is 320 bytes long, not 640."},
+      {"Cable.loss", losses + "x", "is 641 bytes long, not 640."},
+      {"RampTable.dat", ramps.substr(0, 5000), "is 5000 bytes long, not 126976."},
+      {"RampTable.dat", std::string(126976, '\0'), "holds nothing but zero bytes."},
+      {"TI532.epm", "", "holds 0 values, not 1857."},
+      {"TI532.epm", std::string(60000, '\0'), "holds 1 values, not 1857."},
+      {"TI532.epm", parameters + "one = 1\r\n", "holds 1858 values, not 1857."},
+  };
+  for (const Row& row : rows) {
+    ConsoleRig rig;
+    rig.files.content = files.content;
+    rig.files.content["/system/" + row.name] = row.content;
+    rig.Start();
+    EXPECT_THAT(rig.boxes.shown, IsEmpty());
+    EXPECT_EQ(rig.state.rf.damage + rig.state.ramp.damage + rig.state.cal.lossDamage,
+              "/system/" + row.name + " " + row.damage);
+  }
+}
+
+TEST_F(InstalledDataTest, AFileThatOpensAndCannotBeReadIsDamaged) {
+  files.unreadable = {"/system/TI532.epm", "/system/RampTable.dat", "/system/Cable.loss"};
+  Start();
+  EXPECT_EQ(state.rf.damage, "/system/TI532.epm cannot be read: /system/TI532.epm: Input/output error.");
+  EXPECT_EQ(state.ramp.damage, "/system/RampTable.dat cannot be read: /system/RampTable.dat: Input/output error.");
+  EXPECT_EQ(state.cal.lossDamage, "/system/Cable.loss cannot be read: /system/Cable.loss: Input/output error.");
+}
+
+TEST_F(InstalledDataTest, AFileBeyondItsBoundDoesNotOpen) {
+  files.content["/system/TI532.epm"].resize((4 << 20) + 1);
+  Start();
+  ASSERT_EQ(boxes.shown.size(), 1U);
+  ExpectBox(boxes.shown[0], "/system/TI532.epm: File too large", "ORVANE", BoxIcon::Exclamation);
+  ExpectNothingBehindTheFiles();
+}
+
 TEST_F(InstalledDataTest, TheFilesRampIndexesWinOverThoseOfTheCalibrationPanel) {
   autoCal.onLoad = [this] { state.rf.RFParams.BAND[0].tx_Level[0].ramp_index = 99; };
   Start();

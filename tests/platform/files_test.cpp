@@ -46,13 +46,30 @@ TEST(SideFile, CountsTheCharactersOfANameAndNotItsBytes) {
 TEST(Records, Are128BytesEachCountedFromOne) {
   test::MemoryFiles files;
   files.content["/t.dat"] = RecordOf("one") + RecordOf("two") + "part";
-  const auto file = files.OpenForReading("/t.dat");
+  const auto file = files.OpenForReading("/t.dat", kLargestRecordFile);
   EXPECT_EQ(ReadRecord(*file, 1, 3), "one" + std::string(125, '\0'));
   EXPECT_EQ(ReadRecord(*file, 2, 128).substr(0, 3), "two");
   EXPECT_EQ(ReadRecord(*file, 3, 4), "part") << "the last record may be short";
   EXPECT_THROW((void)ReadRecord(*file, 3, 5), StationFailure);
   EXPECT_THROW((void)ReadRecord(*file, 4, 1), StationFailure);
   EXPECT_EQ(ReadWhole(*file).size(), 260U);
+}
+
+TEST(Records, ShowTheirDamage) {
+  test::MemoryFiles files;
+  const std::string whole = RecordOf("one") + RecordOf("two");
+  const auto damageOf = [&](const std::string& content) {
+    files.content["/t.dat"] = content;
+    return DamageOfRecords(*files.OpenForReading("/t.dat", kLargestRecordFile), 2);
+  };
+  EXPECT_EQ(damageOf(whole), "");
+  EXPECT_EQ(damageOf(""), "is 0 bytes long, not 256");
+  EXPECT_EQ(damageOf(whole.substr(0, 255)), "is 255 bytes long, not 256");
+  EXPECT_EQ(damageOf(whole + "x"), "is 257 bytes long, not 256");
+  EXPECT_EQ(damageOf(std::string(256, '\0')), "holds nothing but zero bytes");
+  EXPECT_EQ(damageOf(std::string(255, '\0') + "x"), "");
+  files.unreadable.insert("/t.dat");
+  EXPECT_EQ(damageOf(whole), "cannot be read: /t.dat: Input/output error");
 }
 
 class SaveNameTest : public testing::Test {
@@ -75,13 +92,15 @@ TEST_F(SaveNameTest, ANewNameIsTakenWithoutAQuestion) {
   EXPECT_EQ(dialog_.initialFolder, "/home");
 }
 
-TEST_F(SaveNameTest, YesDeletesTheOldFileAndNoKeepsIt) {
+TEST_F(SaveNameTest, NoAnswerTouchesTheOldFile) {
   files_.content["/home/old.dat"] = "old";
   for (const BoxButton answer : {BoxButton::No, BoxButton::Yes}) {
     dialogs_.answers = {"/home/old.dat"};
     boxes_.answers = {answer};
-    EXPECT_TRUE(Choose().Chosen());
-    EXPECT_EQ(files_.Exists("/home/old.dat"), answer == BoxButton::No);
+    const SaveName name = Choose();
+    EXPECT_TRUE(name.Chosen());
+    EXPECT_EQ(name.old, answer == BoxButton::Yes ? OldFile::Goes : OldFile::IsOverlaid);
+    EXPECT_EQ(files_.content["/home/old.dat"], "old");
   }
   EXPECT_THAT(boxes_.Texts(),
               ElementsAre("Do you want to change with /home/old.dat?", "Do you want to change with /home/old.dat?"));
@@ -110,9 +129,9 @@ TEST_F(SaveNameTest, CancelInTheDialogChoosesNothing) {
   EXPECT_EQ(dialog_.initialFolder, "/start");
 }
 
-TEST_F(SaveNameTest, AFileThatCannotBeDeletedEndsItWithTheSystemsText) {
+TEST_F(SaveNameTest, AFileThatCannotBeReplacedEndsItWithTheSystemsText) {
   files_.content["/home/old.dat"] = "old";
-  files_.undeletable.insert("/home/old.dat");
+  files_.irreplaceable.insert("/home/old.dat");
   dialogs_.answers = {"/home/old.dat"};
   boxes_.answers = {BoxButton::Yes};
   const SaveName name = Choose();

@@ -91,6 +91,18 @@ TEST_F(SaveMode, FileThatCannotBeWrittenIsABoxAndNoCompleteStep) {
   EXPECT_EQ(boxes[0]["icon"], "exclamation");
 }
 
+TEST_F(SaveMode, ALogThatCannotBeLookedUpIsABoxAndTheRunGoesOn) {
+  Choose(FirstQuestion(), "unit7");
+  const int click = station_.SendClick("OrvaneMain.cmdLogOn");
+  const std::string name(300, 'n');
+  Choose(station_.Await("fileDialog"), name);
+  EXPECT_EQ(station_.AnswerTo(click)["result"], Json::object());
+  EXPECT_EQ(station_.Await("box")["text"], "File name too long: " + folder_ / (name + ".LOG"));
+  EXPECT_EQ(station_.State("LogOffState"), true);
+  EXPECT_EQ(VerdictOfRun()["complete"], true);
+  EXPECT_TRUE(station_.Heard("failure").empty());
+}
+
 TEST_F(SaveMode, FileCancelledIsNoCompleteStepEither) {
   Choose(FirstQuestion(), nullptr);
   const Json verdict = VerdictOfRun();

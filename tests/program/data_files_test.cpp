@@ -126,17 +126,33 @@ TEST_F(DataFiles, TruncatedRampTablesKeepTheRowsThatTheyHave) {
   EXPECT_EQ(table[2][0], "");
 }
 
-TEST_F(DataFiles, AFolderInAFilesPlaceIsAFailedOpenAndAPipeIsNoHang) {
+TEST_F(DataFiles, WhatIsNoFileOfItsKindIsAFailedOpen) {
   InstallAll(second_);
-  fs::create_directory(first_ + "/TI532.epm");
+  const std::string path = first_ + "/TI532.epm";
+  fs::create_directory(path);
   Start();
-  EXPECT_EQ(StartBoxes(1)[0]["text"], "Is a directory: " + first_ + "/TI532.epm");
+  EXPECT_EQ(StartBoxes(1)[0]["text"], "Is a directory: " + path);
 
-  fs::remove(first_ + "/TI532.epm");
-  ASSERT_EQ(::mkfifo((first_ + "/TI532.epm").c_str(), 0600), 0);
+  fs::remove(path);
+  ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+  Start();
+  EXPECT_EQ(StartBoxes(1)[0]["text"], "Not a regular file: " + path) << "and no hang";
+
+  fs::remove(path);
+  Fill(path, "");
+  fs::resize_file(path, std::uintmax_t{64} << 30);
+  Start();
+  EXPECT_EQ(StartBoxes(1)[0]["text"], "File too large: " + path);
+}
+
+TEST_F(DataFiles, APlaceThatCannotBeLookedUpIsNoPlaceAndTheSecondIsTried) {
+  InstallAll(second_);
+  fs::remove(first_);
+  fs::create_symlink("first", first_);  // A loop: a folder without rights would be open to root.
   Start();
   StartBoxes(0);
-  EXPECT_EQ(station_->State("RFParamCount"), 0);
+  EXPECT_EQ(station_->State("RFParamCount"), 1857);
+  EXPECT_EQ(station_->State("RampStorageMode"), "File");
 }
 
 }  // namespace

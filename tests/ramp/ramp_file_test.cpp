@@ -13,8 +13,8 @@ using namespace std::string_literals;
 
 class RampFile : public ::testing::Test {
  protected:
-  void Write(const RampState& state) { WriteRampRecords(*files.OpenForWriting("a.dat"), state); }
-  void Read(RampState& state) { ReadRampRecords(*files.OpenForReading("a.dat"), state); }
+  void Write(const RampState& state) { files.content["a.dat"] = RampRecords(state); }
+  void Read(RampState& state) { ReadRampRecords(*files.OpenForReading("a.dat", kLargestRecordFile), state); }
   std::string& Content() { return files.content["a.dat"]; }
 
   MemoryFiles files;

@@ -108,6 +108,17 @@ TEST_P(RampTransferOn, AShortFileKeepsTheRestOfTheTableAndIsLoadedAllTheSame) {
   EXPECT_EQ(state.rf.RFParams.BAND[1].ramp_tables[15].ramp_up[0], 30);
 }
 
+TEST_P(RampTransferOn, AWholeFileHealsWhatTheInstalledOneDamaged) {
+  state.ramp.damage = "RampTable.dat is 0 bytes long, not 126976.";
+  files.content["whole.dat"] = RampRecords(CountingTables());
+  files.content["cut.dat"] = files.content["whole.dat"].substr(0, 5000);
+  dialogs.answers = {"cut.dat", "whole.dat"};
+  Face().cmdRampLoad.Click();
+  EXPECT_EQ(state.ramp.damage, "RampTable.dat is 0 bytes long, not 126976.");
+  Face().cmdRampLoad.Click();
+  EXPECT_EQ(state.ramp.damage, "");
+}
+
 TEST_P(RampTransferOn, TheCopyIntoTheRecordStopsAtATextThatIsNoNumber) {
   mainFace.optTarget.Select();
   dialogFace.optTarget.Select();

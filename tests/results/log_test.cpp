@@ -80,7 +80,7 @@ TEST(Log, AsksForAFileToSaveUnderAnEmptyName) {
   EXPECT_TRUE(rig.files.content.empty());
 }
 
-TEST(Log, AFileThatExistsIsDeletedOnYes) {
+TEST(Log, AFileThatExistsIsEmptiedOnYes) {
   Rig rig;
   rig.files.content["/run.LOG"] = "of yesterday, and long";
   rig.boxes.answers = {BoxButton::Yes};
@@ -119,10 +119,10 @@ TEST(Log, CancelEnds) {
   EXPECT_EQ(rig.dialogs.shown.size(), 1U);
 }
 
-TEST(Log, AFileThatCannotBeDeletedOrOpenedIsToldInTheSystemsWords) {
+TEST(Log, AFileThatCannotBeReplacedOrOpenedIsToldInTheSystemsWords) {
   Rig rig;
   rig.files.content["/run.LOG"] = "old";
-  rig.files.undeletable.insert("/run.LOG");
+  rig.files.irreplaceable.insert("/run.LOG");
   rig.boxes.answers = {BoxButton::Yes};
   rig.LogOn();
   ASSERT_EQ(rig.boxes.shown.size(), 2U);
@@ -162,6 +162,50 @@ TEST(Log, AFailedWriteIsTriedAgainAsOftenAsAsked) {
   rig.console.Append("b");
   EXPECT_EQ(rig.boxes.shown.size(), 2U);
   EXPECT_EQ(rig.files.content["/run.LOG"], "ab");
+}
+
+TEST(Log, RetryWritesJustWhatTheDiskHadNoRoomFor) {
+  Rig rig;
+  rig.LogOn();
+  rig.console.Append("before ");
+  rig.files.room = 3;
+  rig.boxes.answers = {BoxButton::Retry, BoxButton::Retry, BoxButton::Retry};
+  rig.boxes.whileOpen = [&](const Box&) {
+    EXPECT_TRUE(rig.files.content.contains("/run.LOG"));
+    rig.files.room = rig.boxes.shown.size() == 1 ? 2 : 100;
+  };
+  rig.console.Append("abcdefgh");
+  EXPECT_EQ(rig.boxes.shown.size(), 2U);
+  EXPECT_EQ(rig.files.content["/run.LOG"], "before abcdefgh");
+}
+
+TEST(Log, WhatIsShownWhileTheBoxOfAFailedWriteIsOpenGoesBehindIt) {
+  Rig rig;
+  rig.LogOn();
+  rig.files.room = 2;
+  rig.boxes.answers = {BoxButton::Retry};
+  rig.boxes.whileOpen = [&](const Box&) {
+    rig.files.room = 100;
+    if (rig.boxes.shown.size() == 1) rig.console.Append("later");
+  };
+  rig.console.Append("first ");
+  EXPECT_EQ(rig.boxes.shown.size(), 1U);
+  EXPECT_EQ(rig.files.content["/run.LOG"], "first later");
+}
+
+TEST(Log, KeepsWhatItHasWhenItIsTurnedOffForAFullDisk) {
+  Rig rig;
+  rig.LogOn();
+  rig.console.Append("before ");
+  rig.files.room = 3;
+  rig.boxes.answers = {BoxButton::Cancel};
+  rig.console.Append("abcdefgh");
+  EXPECT_EQ(rig.files.content["/run.LOG"], "before abc");
+  rig.files.room = 100;
+  rig.dialogs.answers = {"/next.LOG"};
+  rig.main.cmdLogOn.Click();
+  rig.console.Append("new");
+  EXPECT_EQ(rig.files.content["/next.LOG"], "new") << "nothing of the last log";
 }
 
 TEST(Log, CancelAfterAFailedWriteTurnsItOff) {

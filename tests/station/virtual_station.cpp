@@ -4,9 +4,6 @@
 #include <iterator>
 
 namespace orvane::test {
-namespace {
-
-/// The installed data file as the build made it.
 const std::string& InstalledFile(const std::string& name) {
   static std::map<std::string, std::string> cache;
   std::string& content = cache[name];
@@ -18,8 +15,6 @@ const std::string& InstalledFile(const std::string& name) {
   return content;
 }
 
-}  // namespace
-
 bench::BenchOptions OptionsOf(std::uint64_t seed, const std::vector<std::string>& faults) {
   bench::BenchOptions options;
   options.seed = seed;
@@ -27,10 +22,15 @@ bench::BenchOptions OptionsOf(std::uint64_t seed, const std::vector<std::string>
   return options;
 }
 
-VirtualStation::VirtualStation(const bench::BenchOptions& options, std::string_view missing)
+VirtualStation::VirtualStation(const bench::BenchOptions& options, const OtherFiles& others)
     : bench(loop, options), station({loop, bench.Serial(), bus, files, boxes, dialogs}), op(station.Nest()) {
   for (const char* name : {"TI532.epm", "RampTable.dat", "Cable.loss"}) {
-    if (name != missing) files.content[files.SystemPath(name)] = InstalledFile(name);
+    const auto other = others.find(std::string_view(name));
+    if (other == others.end()) {
+      files.content[files.SystemPath(name)] = InstalledFile(name);
+    } else if (other->second) {
+      files.content[files.SystemPath(name)] = *other->second;
+    }
   }
   OrvaneMain& main = Panels().main;
   main.txtUserCommand.changed.Connect([this, &main] {

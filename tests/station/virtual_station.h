@@ -1,9 +1,10 @@
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "app/station.h"
@@ -20,8 +21,9 @@ namespace orvane::test {
 /// A whole station on the virtual bench in virtual time, with the installed data files on a disk in memory.
 class VirtualStation {
  public:
-  /// `missing` is the installed data file that is not there.
-  explicit VirtualStation(const bench::BenchOptions& options = {}, std::string_view missing = "");
+  /// Installed data files of another content, by name; one without a value is not there.
+  using OtherFiles = std::map<std::string, std::optional<std::string>, std::less<>>;
+  explicit VirtualStation(const bench::BenchOptions& options = {}, const OtherFiles& others = {});
   /// A unit of that seed with faults in their text form, "battery", "status-txpw@7".
   explicit VirtualStation(std::uint64_t seed, const std::vector<std::string>& faults = {});
 
@@ -51,6 +53,9 @@ class VirtualStation {
  private:
   Verdict verdict_ = Verdict::None;
 };
+
+/// The installed data file as the build made it.
+[[nodiscard]] const std::string& InstalledFile(const std::string& name);
 
 [[nodiscard]] bench::BenchOptions OptionsOf(std::uint64_t seed, const std::vector<std::string>& faults);
 

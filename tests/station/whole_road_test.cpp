@@ -18,11 +18,11 @@ TEST(WholeRoad, EveryGoodUnitPassesWithEveryStepComplete) {
 
 TEST(WholeRoad, WithoutAnInstalledDataFileNoPassIsComplete) {
   for (const char* missing : {"TI532.epm", "RampTable.dat", "Cable.loss"}) {
-    VirtualStation station(bench::BenchOptions{}, missing);
+    VirtualStation station(bench::BenchOptions{}, {{missing, std::nullopt}});
     station.TakeTargetThrough();
     EXPECT_FALSE(station.Concluded() == Verdict::Pass && station.State().report.AllComplete()) << missing;
   }
-  VirtualStation station(bench::BenchOptions{}, "Cable.loss");
+  VirtualStation station(bench::BenchOptions{}, {{"Cable.loss", std::nullopt}});
   station.TakeTargetThrough();
   EXPECT_EQ(station.Concluded(), Verdict::Pass);
   EXPECT_THAT(station.Steps(), testing::HasSubstr("save: The RF parameters stand on no whole parameter file"));

@@ -222,16 +222,20 @@ TEST_F(ResultFileName, NoKeepsTheOldFileAndTheNameIsUsable) {
   calPanel.DownloadSaveFileName();
   EXPECT_EQ(boxes.shown.at(0).text, "Do you want to change with /d/a.epm?");
   EXPECT_EQ(files.content["/d/a.epm"], "old");
+  EXPECT_EQ(cal.oldSaveFile, OldFile::IsOverlaid);
   EXPECT_TRUE(cal.CalSaveFileOk);
 }
 
-TEST_F(ResultFileName, YesDeletesTheOldFile) {
+TEST_F(ResultFileName, YesIsRememberedUntilTheSave) {
   files.content["a.epm"] = "old";
   dialogs.answers = {"a.epm"};
   boxes.answers = {BoxButton::Yes};
   calPanel.DownloadSaveFileName();
-  EXPECT_FALSE(files.Exists("a.epm"));
+  EXPECT_EQ(files.content["a.epm"], "old") << "the run may never come to its save";
+  EXPECT_EQ(cal.oldSaveFile, OldFile::Goes);
   EXPECT_TRUE(cal.CalSaveFileOk);
+  calPanel.DownloadSaveFileName();  // Cancelled: the next run saves to the same name.
+  EXPECT_EQ(cal.oldSaveFile, OldFile::Goes);
 }
 
 TEST_F(ResultFileName, CancelInTheQuestionShowsTheDialogAgainInTheSameFolder) {
@@ -245,12 +249,12 @@ TEST_F(ResultFileName, CancelInTheQuestionShowsTheDialogAgainInTheSameFolder) {
   EXPECT_FALSE(cal.CalSaveFileOk);
 }
 
-TEST_F(ResultFileName, AFailedDeleteShowsTheSystemsTextAndLeavesTheFlag) {
+TEST_F(ResultFileName, AFileThatCannotBeReplacedShowsTheSystemsTextAndLeavesTheFlag) {
   for (const bool before : {false, true}) {
     boxes.shown.clear();
     cal.CalSaveFileOk = before;
     files.content["a.epm"] = "old";
-    files.undeletable = {"a.epm"};
+    files.irreplaceable = {"a.epm"};
     dialogs.answers = {"a.epm"};
     boxes.answers = {BoxButton::Yes};
     calPanel.DownloadSaveFileName();

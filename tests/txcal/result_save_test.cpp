@@ -168,13 +168,45 @@ TEST_F(ResultSaveRun, AFileThatCannotBeOpenedLeavesTheEepromOutToo) {
   }
 }
 
-TEST_F(ResultSaveRun, AFileThatCannotBeWrittenStopsEverything) {
+TEST_F(ResultSaveRun, AFileThatCannotBeWrittenIsABoxAndTheEepromIsWritten) {
   op.Select(panel.optSaveModeEEPROMFile);
   files.unwritable = {"/full/unit.epm"};
   cal.CalSaveFileName = "/full/unit.epm";
+  cal.CalSaveFileOk = true;
   Save();
-  EXPECT_TRUE(outcome.has_value());
-  EXPECT_THAT(Commands(), IsEmpty());
+  EXPECT_FALSE(outcome.has_value()) << *outcome;
+  EXPECT_THAT(boxes.Texts(), ElementsAre("/full/unit.epm: No space left on device"));
+  EXPECT_EQ(boxes.shown[0].icon, BoxIcon::Exclamation);
+  EXPECT_THAT(Commands(), SizeIs(60));
+  EXPECT_EQ(Flaws(), "No file was written: /full/unit.epm: No space left on device");
+}
+
+TEST_F(ResultSaveRun, YesIsForOneFileAndOneThatFailedKeepsIt) {
+  op.Check(panel.chkAutoSaveMode, false);
+  op.Select(panel.optSaveModeFile);
+  const std::string longer(100000, 'x');
+  files.content["/a.epm"] = longer;
+  files.unwritable = {"/a.epm"};
+  dialogs.answers = {"/a.epm"};
+  boxes.answers = {BoxButton::Yes};
+  Save();
+  EXPECT_EQ(files.content["/a.epm"], longer) << "until the new one is whole";
+  // The name is kept for runs that ask for none.
+  op.Check(panel.chkAutoSaveMode, true);
+  panel.cmdAutoCalResultSave.SetEnabled(true);
+  files.unwritable.clear();
+  Save();
+  EXPECT_LT(files.content["/a.epm"].size(), longer.size());
+  files.content["/a.epm"] = longer;
+  Save();
+  EXPECT_EQ(files.content["/a.epm"].size(), longer.size()) << "nobody was asked about this one";
+}
+
+TEST_F(ResultSaveRun, ADamagedParameterFileIsToldByTheSave) {
+  state.rf.damage = "/data/TI532.epm holds 9 values, not 1857.";
+  Save();
+  EXPECT_THAT(Commands(), SizeIs(60));
+  EXPECT_EQ(Flaws(), "/data/TI532.epm holds 9 values, not 1857.");
 }
 
 TEST_F(ResultSaveRun, AsksForTheFileWithAutoUnchecked) {
@@ -230,11 +262,11 @@ TEST_F(ResultSaveRun, AsksBeforeAFileIsChanged) {
   }
 }
 
-TEST_F(ResultSaveRun, AFileThatCannotBeDeletedEndsTheOperation) {
+TEST_F(ResultSaveRun, AFileThatCannotBeReplacedEndsTheOperation) {
   op.Check(panel.chkAutoSaveMode, false);
   op.Select(panel.optSaveModeEEPROMFile);
   files.content["/a.epm"] = "old";
-  files.undeletable = {"/a.epm"};
+  files.irreplaceable = {"/a.epm"};
   dialogs.answers = {"/a.epm"};
   boxes.answers = {BoxButton::Yes};
   Save();

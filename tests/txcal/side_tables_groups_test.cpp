@@ -266,9 +266,9 @@ TEST_F(SideTableGroup, SavingOverAFileAsksAndNoOverlaysIt) {
   EXPECT_EQ(files.content["a.loss"], std::string(5 * 128, '\0'));
 }
 
-TEST_F(SideTableGroup, AFileThatCannotBeDeletedOrWrittenShowsTheSystemsText) {
+TEST_F(SideTableGroup, AFileThatCannotBeReplacedOrWrittenShowsTheSystemsText) {
   files.content["a.loss"] = "old";
-  files.undeletable = {"a.loss"};
+  files.irreplaceable = {"a.loss"};
   dialogs.answers = {"a.loss", "full.pwr"};
   panel.cmdRxLossSave.Click();
   files.unwritable = {"full.pwr"};
@@ -287,6 +287,28 @@ TEST_F(SideTableGroup, ACompanionThatCannotBeWrittenShowsTheSystemsText) {
   ASSERT_EQ(boxes.shown.size(), 1U);
   EXPECT_EQ(boxes.shown[0].text, "a.xls: No space left on device");
   EXPECT_EQ(files.content["a.pwr"].size(), 31U * 128);
+}
+
+TEST_F(SideTableGroup, ASoundLossFileHealsWhatTheInstalledOneDamaged) {
+  state.cal.lossDamage = "Cable.loss is 0 bytes long, not 640.";
+  const std::string sound = LossRecords(state.cal).replace(0, 1, "\x10");
+  files.content["cut.loss"] = sound.substr(0, 4 * 128 + 8);
+  files.content["zero.loss"] = std::string(640, '\0');
+  files.content["a.loss"] = sound;
+  dialogs.answers = {"cut.loss", "zero.loss", "a.loss"};
+  for (const bool heals : {false, false, true}) {
+    panel.cmdRxLossLoad.Click();
+    EXPECT_EQ(state.cal.lossDamage.empty(), heals) << dialogs.shown.back().dialog.fileName;
+  }
+  EXPECT_THAT(boxes.shown, IsEmpty());
+}
+
+TEST_F(SideTableGroup, AFileBeyondItsBoundIsNotRead) {
+  files.content["huge.loss"].resize((4 << 20) + 1);
+  dialogs.answers = {"huge.loss"};
+  panel.cmdRxLossLoad.Click();
+  ASSERT_EQ(boxes.shown.size(), 1U);
+  EXPECT_EQ(boxes.shown[0].text, "huge.loss: File too large");
 }
 
 TEST_F(SideTableGroup, LossesReachAFileOnlyAfterSet) {

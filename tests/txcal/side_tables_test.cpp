@@ -33,8 +33,7 @@ TEST(SideTables, PositionsRunFromGsmLevel5ToDcsLevel15) {
 class SideTableFiles : public ::testing::Test {
  protected:
   std::string& Content() { return files.content["a"]; }
-  std::unique_ptr<File> Writing() { return files.OpenForWriting("a"); }
-  std::unique_ptr<File> Reading() { return files.OpenForReading("a"); }
+  std::unique_ptr<File> Reading() { return files.OpenForReading("a", kLargestRecordFile); }
 
   MemoryFiles files;
   CalState state;
@@ -43,7 +42,7 @@ class SideTableFiles : public ::testing::Test {
 TEST_F(SideTableFiles, APowerOf32DbmIsTheNumber320000) {
   FillDefaultSideTables(state);
   state.PowerIndex[1] = "-0.5"_d4;
-  WritePowerRecords(*Writing(), state);
+  Content() = PowerRecords(state);
   EXPECT_EQ(Content().size(), 31U * 128);
   EXPECT_EQ(Content().substr(0, 8), "\x00\xE2\x04\x00\x00\x00\x00\x00"s);
   EXPECT_EQ(Content().substr(128, 8), "\x78\xEC\xFF\xFF\xFF\xFF\xFF\xFF"s);
@@ -55,7 +54,7 @@ TEST_F(SideTableFiles, APowerOf32DbmIsTheNumber320000) {
 TEST_F(SideTableFiles, AFirstValueOf600IsTwoBytes) {
   FillDefaultSideTables(state);
   state.InitValueIndex[1] = -2;
-  WriteInitialRecords(*Writing(), state);
+  Content() = InitialRecords(state);
   EXPECT_EQ(Content().size(), 31U * 128);
   EXPECT_EQ(Content().substr(0, 3), "\x58\x02\x00"s);
   EXPECT_EQ(Content().substr(128, 3), "\xFE\xFF\x00"s);
@@ -67,7 +66,7 @@ TEST_F(SideTableFiles, AFirstValueOf600IsTwoBytes) {
 TEST_F(SideTableFiles, TheLossFileHoldsFiveValuesAndItsFillerIsIgnored) {
   state.LossTable[4] = "0.01"_d4;
   state.LossTable[5] = 7;
-  WriteLossRecords(*Writing(), state);
+  Content() = LossRecords(state);
   EXPECT_EQ(Content().size(), 5U * 128);
   EXPECT_EQ(Content().substr(4 * 128, 8), "\x64\x00\x00\x00\x00\x00\x00\x00"s);
   Content().replace(8, 120, std::string(120, '\xAA'));
@@ -80,7 +79,7 @@ TEST_F(SideTableFiles, TheLossFileHoldsFiveValuesAndItsFillerIsIgnored) {
 
 TEST_F(SideTableFiles, AShortFileFailsAndKeepsWhatWasRead) {
   for (std::size_t i = 0; i < 5; ++i) state.LossTable[i] = "-1.5"_d4;
-  WriteLossRecords(*Writing(), state);
+  Content() = LossRecords(state);
   Content().resize(2 * 128 + 7);  // The third value lacks its last byte.
   CalState loaded;
   for (std::size_t i = 0; i < 5; ++i) loaded.LossTable[i] = 9;

@@ -67,14 +67,13 @@ void ResultsConsole::Insert(TextBox& box, std::string_view text) {
   if (state_.LogFileNumber != 0) WriteToLog(standard);
 }
 
-// The log may be closed, or written by others, while the box of a failure stands open.
+// The log may be closed, or written by others, while the box of a failure stands open: what is shown meanwhile goes
+// behind what failed.
 void ResultsConsole::WriteToLog(std::string_view text) {
-  const std::string bytes = BytesOfText(text);
-  while (log_ != nullptr) {
+  unlogged_ += BytesOfText(text);
+  while (log_ != nullptr && !unlogged_.empty()) {
     try {
-      log_->Write(logEnd_, bytes);
-      logEnd_ += bytes.size();
-      return;
+      log_->Append(unlogged_);
     } catch (const StationFailure& failure) {
       const BoxButton answer = boxes_.Show(
           {failure.what(), std::string(kStationTitle), BoxIcon::Exclamation, {BoxButton::Retry, BoxButton::Cancel}});
@@ -84,14 +83,13 @@ void ResultsConsole::WriteToLog(std::string_view text) {
 }
 
 void ResultsConsole::OpenLog(const std::string& path) {
-  auto log = files_.OpenForWriting(path);
-  logEnd_ = log->Size();
-  log_ = std::move(log);
+  log_ = files_.OpenForAppending(path);
   state_.LogFileNumber = 1;
 }
 
 void ResultsConsole::LogOff() {
   log_.reset();
+  unlogged_.clear();
   state_.LogFileNumber = 0;
   state_.LogOffState = true;
   main_->SetCaption("ORVANE_up");

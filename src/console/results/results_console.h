@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -25,8 +24,9 @@ class ResultsConsole {
   /// The same with backspaces (8) taking back the character in front of them.
   void ShowData(TextBox& box, std::string_view text);
 
-  /// Opens the log; what is appended from now on goes to the end of that file. @throws StationFailure with the
-  /// system's text.
+  /// Opens the log; what is appended from now on goes to the end of that file. What cannot be written stays in hand
+  /// until the operator has answered: Retry writes it, Cancel ends the log. @throws StationFailure with the system's
+  /// text.
   void OpenLog(const std::string& path);
   /// Closes the log; the title becomes "ORVANE_up".
   void LogOff();
@@ -39,8 +39,9 @@ class ResultsConsole {
   ConsoleState& state_;
   Files& files_;
   Boxes& boxes_;
-  std::unique_ptr<File> log_;
-  std::uint64_t logEnd_ = 0;
+  std::unique_ptr<GrowingFile> log_;
+  /// What the console shows and the log has not yet.
+  std::string unlogged_;
 };
 
 }  // namespace orvane

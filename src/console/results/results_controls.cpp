@@ -52,7 +52,9 @@ std::optional<std::string> ResultsControls::AskForPath() {
     if (!files_.Exists(*path)) return path;
     const BoxButton answer = boxes_.AskOverwrite("Do you want to change with " + *path + "?");
     if (answer == BoxButton::No) continue;
-    if (answer != BoxButton::Yes || !OrShowFailure(boxes_, [&] { files_.Delete(*path); })) return std::nullopt;
+    if (answer != BoxButton::Yes || !OrShowFailure(boxes_, [&] { WriteWhole(files_, *path, OldFile::Goes, ""); })) {
+      return std::nullopt;
+    }
     return path;
   }
 }

@@ -26,7 +26,8 @@ class ResultsControls {
   void OnResultClear();
 
  private:
-  /// A path at which no file stands (any more). No value: the operator cancelled, or the old file would not go.
+  /// A path at which no file stands, or an empty one in place of the old. No value: the operator cancelled, or the
+  /// old file would not go.
   [[nodiscard]] std::optional<std::string> AskForPath();
 
   PanelRef<OrvaneMain> main_;
