@@ -42,6 +42,7 @@ void ChargerRun::Calibrate() {
     }
     // One line that failed before the run may have been its voltage for the radio.
     if (state_.powerError) report_.Flaw("The power supply has failed since it was initialized.");
+    if (!cal_.lossDamage.empty()) report_.Flaw(cal_.lossDamage);
     if (!Measure(rest)) return;
   } else {
     // The supply then goes to 0 V.

@@ -75,6 +75,7 @@ void RxRun::Run() {
 
 bool RxRun::Calibrate() {
   ForgetStop();
+  if (!cal_.lossDamage.empty()) report_.Flaw(cal_.lossDamage);
   if (!SetUpTarget() || !SetUpTestSet()) return false;
   panel_->lstMPRxChannelCalResult.Clear();
   panel_->lstMPRxChannelCalResult.AddItem("Band\tCal");

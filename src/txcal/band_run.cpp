@@ -19,6 +19,9 @@ std::string LevelName(const BandRow& band, int level) {
 bool BandRun::Run(const BandRow& band) {
   parts_.cal.*band.done = false;
   if (!MayStart(band)) return false;
+  for (const std::string& damage : {parts_.cal.lossDamage, parts_.ramp.damage}) {
+    if (!damage.empty()) parts_.report.Flaw(damage);
+  }
   if (band.showsResults) ShowResults();
   if (!steps_.ClearAndTune(band) || !steps_.TestSetReady()) return false;
   SetUpTestSet(band);

@@ -1,0 +1,100 @@
+// Installed data files that open and are damaged: the road goes on as it always did, and no PASS of it is complete.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/decimal4.h"
+#include "station/virtual_station.h"
+#include "txcal/side_tables.h"
+
+namespace orvane::test {
+namespace {
+
+using ::testing::HasSubstr;
+
+/// A bench that loses 1 dB in its cable, and the file that says so.
+bench::BenchOptions CableOf1Db() {
+  bench::BenchOptions options;
+  options.cableLossDb = 1;
+  return options;
+}
+
+std::string LossFileOf1Db() {
+  CalState cal;
+  for (std::size_t i = 0; i < 4; ++i) cal.LossTable[i] = -1;
+  cal.LossTable[4] = "0.01"_d4;
+  return LossRecords(cal);
+}
+
+int StrongestGsmDac(VirtualStation& station) { return station.State().rf.RFParams.BAND[0].tx_Level[5].apc; }
+
+/// "receive transmitDCS": the steps whose reason names the file, in their words.
+std::string StepsThatName(VirtualStation& station, const std::string& words) {
+  std::string names;
+  for (const StepRecord& step : station.State().report.Steps()) {
+    if (step.complete || step.reason.find(words) == std::string::npos) continue;
+    if (!names.empty()) names += " ";
+    names += StepName(step.step);
+  }
+  return names;
+}
+
+TEST(DamagedData, ASoundLossFileOfTheCableInUseCalibratesTheUnit) {
+  VirtualStation station(CableOf1Db(), {{"Cable.loss", LossFileOf1Db()}});
+  station.TakeTargetThrough();
+  EXPECT_EQ(station.Concluded(), Verdict::Pass);
+  EXPECT_TRUE(station.State().report.AllComplete()) << station.Steps();
+  EXPECT_EQ(StrongestGsmDac(station), 584);
+}
+
+TEST(DamagedData, OfAFileIsToldByEachStepThatStandsOnIt) {
+  const std::string losses = LossFileOf1Db();
+  const std::string& ramps = InstalledFile("RampTable.dat");
+  const std::string& parameters = InstalledFile("TI532.epm");
+  const std::string measuring = "receive transmitDCS transmitGSM charger";
+  const struct {
+    std::string name;
+    std::string content;
+    std::string words;
+    std::string steps;
+  } rows[] = {
+      {"Cable.loss", "", "/system/Cable.loss is 0 bytes long, not 640.", measuring},
+      {"Cable.loss", std::string(640, '\0'), "/system/Cable.loss holds nothing but zero bytes.", measuring},
+      {"Cable.loss", losses.substr(0, 320), "/system/Cable.loss is 320 bytes long, not 640.", measuring},
+      {"RampTable.dat", ramps + "x", "/system/RampTable.dat is 126977 bytes long, not 126976.",
+       "transmitDCS transmitGSM"},
+      {"TI532.epm", parameters + "more = 1\r\n", "/system/TI532.epm holds 1858 values, not 1857.", "save"},
+      {"TI532.epm", parameters.substr(0, 30000), "/system/TI532.epm holds ", "save"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.words);
+    VirtualStation::OtherFiles others{{"Cable.loss", losses}};
+    others[row.name] = row.content;
+    VirtualStation station(CableOf1Db(), others);
+    station.TakeTargetThrough();
+    EXPECT_EQ(station.Concluded(), Verdict::Pass);
+    EXPECT_FALSE(station.State().report.AllComplete());
+    EXPECT_EQ(StepsThatName(station, row.words), row.steps) << station.Steps();
+    EXPECT_THAT(station.boxes.shown, testing::IsEmpty()) << "as it always was";
+  }
+}
+
+TEST(DamagedData, HealsWithASoundFileThatIsLoadedByHand) {
+  VirtualStation station(CableOf1Db(), {{"Cable.loss", ""}, {"RampTable.dat", "short"}, {"TI532.epm", ""}});
+  station.files.content["/home/sound.loss"] = LossFileOf1Db();
+  station.files.content["/home/sound.dat"] = InstalledFile("RampTable.dat");
+  station.files.content["/home/sound.epm"] = InstalledFile("TI532.epm");
+  station.dialogs.answers = {"/home/sound.loss", "/home/sound.dat", "/home/sound.epm"};
+  station.op.Click(station.Panels().autoCal.cmdRxLossLoad);
+  station.op.Click(station.Panels().main.ramp.cmdRampLoad);
+  station.Panels().downLoad.Touch();
+  station.op.Select(station.Panels().downLoad.optDownloadFileLoad);
+  station.op.Click(station.Panels().downLoad.cmdEepromDownLoad);
+  station.TakeTargetThrough();
+  EXPECT_EQ(station.Concluded(), Verdict::Pass);
+  EXPECT_TRUE(station.State().report.AllComplete()) << station.Steps();
+  EXPECT_EQ(StrongestGsmDac(station), 584);
+}
+
+}  // namespace
+}  // namespace orvane::test
