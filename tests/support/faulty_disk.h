@@ -35,10 +35,13 @@ class FaultyDisk final : public DiskCalls {
     fault_ = fault;
     calls_.clear();
     struck_ = false;
+    unlinkFailed_ = false;
   }
   /// "open", "write", ... since the fault was set.
   [[nodiscard]] const std::vector<std::string>& Calls() const { return calls_; }
   [[nodiscard]] bool Struck() const { return struck_; }
+  /// Something could not be removed: it may be there still.
+  [[nodiscard]] bool UnlinkFailed() const { return unlinkFailed_; }
 
   int Open(const char* path, int flags, mode_t mode) override {
     return Fails("open") ? -1 : DiskCalls::Open(path, flags, mode);
@@ -59,7 +62,8 @@ class FaultyDisk final : public DiskCalls {
     if (fault_.kind == Kind::ShortAndFull) fault_ = {Kind::Fails, fault_.at + 1, fault_.error};
     return taken;
   }
-  int Sync(int descriptor) override { return Fails("sync") ? -1 : DiskCalls::Sync(descriptor); }
+  /// No power fails here: nobody waits for a real disk.
+  int Sync(int /*descriptor*/) override { return Fails("sync") ? -1 : 0; }
   /// The descriptor is gone whatever the call says, as on the system.
   int Close(int descriptor) override {
     const bool fails = Fails("close");
@@ -68,7 +72,11 @@ class FaultyDisk final : public DiskCalls {
     return fails ? -1 : status;
   }
   int Rename(const char* from, const char* to) override { return Fails("rename") ? -1 : DiskCalls::Rename(from, to); }
-  int Unlink(const char* path) override { return Fails("unlink") ? -1 : DiskCalls::Unlink(path); }
+  int Unlink(const char* path) override {
+    if (!Fails("unlink")) return DiskCalls::Unlink(path);
+    unlinkFailed_ = true;
+    return -1;
+  }
   int Look(const char* path, struct stat& facts) override {
     return Fails("look") ? -1 : DiskCalls::Look(path, facts);
   }
@@ -110,6 +118,7 @@ class FaultyDisk final : public DiskCalls {
   Fault fault_;
   std::vector<std::string> calls_;
   bool struck_ = false;
+  bool unlinkFailed_ = false;
 };
 
 }  // namespace orvane::test
