@@ -50,6 +50,13 @@ class DiskLog final : public GrowingFile {
   OpenFile open_;
 };
 
+/// The name of a regular file, or of nothing. A device may well do something for being opened.
+std::string NameToOpen(const std::string& path) {
+  struct stat facts {};
+  if (::stat(SystemName(path), &facts) == 0) RequireRegular(facts, path);
+  return path;
+}
+
 }  // namespace
 
 bool DiskFiles::Exists(const std::string& path) {
@@ -57,16 +64,16 @@ bool DiskFiles::Exists(const std::string& path) {
   return path.find('\0') == std::string::npos && ::stat(path.c_str(), &facts) == 0;
 }
 
-// Opened without blocking: a named pipe whose other end is missing must not hang the station.
+// Opened without blocking: what became a named pipe meanwhile must not hang the station.
 std::unique_ptr<File> DiskFiles::OpenForReading(const std::string& path, std::uint64_t most) {
-  const int descriptor = OpenDescriptor(*calls_, SystemName(path), O_RDONLY | O_NONBLOCK);
+  const int descriptor = OpenDescriptor(*calls_, NameToOpen(path), O_RDONLY | O_NONBLOCK);
   return std::make_unique<DiskFile>(*calls_, descriptor, path, most);
 }
 
 std::unique_ptr<GrowingFile> DiskFiles::OpenForAppending(const std::string& path) {
   constexpr mode_t kMode = 0666;
   constexpr int kFlags = O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK;
-  const int descriptor = OpenDescriptor(*calls_, SystemName(path), kFlags, kMode);
+  const int descriptor = OpenDescriptor(*calls_, NameToOpen(path), kFlags, kMode);
   return std::make_unique<DiskLog>(*calls_, descriptor, path);
 }
 

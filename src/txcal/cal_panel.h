@@ -42,8 +42,8 @@ class CalPanel {
   /// @return whether all six went through.
   bool DownlinkParamSet();
 
-  /// Asks for the file of the calibration result: `CalSaveFileName` and `CalSaveFileOk`. A file that can't be looked
-  /// up or deleted leaves the latter as it was.
+  /// Asks for the file of the calibration result: `CalSaveFileName` and `CalSaveFileOk`. A file that can't be
+  /// replaced leaves the latter as it was.
   void DownloadSaveFileName();
 
   /// Starts a power measurement on the HP8960 and asks for its result, which is left for the caller to read.

@@ -1,7 +1,10 @@
 #include "adapters/disk_files.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -62,6 +65,20 @@ TEST_F(Disk, WhatIsNoRegularFileIsNotRead) {
   for (const std::string& path : {Path("pipe"), std::string("/dev/zero"), std::string("/dev/null")}) {
     EXPECT_EQ(FailureOf([&] { ReadAll(path); }), "Not a regular file: " + path);
   }
+}
+
+TEST_F(Disk, ADeviceIsNotEvenOpened) {
+  // The name of a terminal pair's end: its opening would show at the other.
+  const int line = ::posix_openpt(O_RDWR | O_NOCTTY);
+  ASSERT_TRUE(line >= 0 && ::grantpt(line) == 0 && ::unlockpt(line) == 0);
+  const std::string device = ::ptsname(line);
+  EXPECT_EQ(FailureOf([&] { ReadAll(device); }), "Not a regular file: " + device);
+  EXPECT_EQ(FailureOf([&] { (void)files_.OpenForAppending(device); }), "Not a regular file: " + device);
+  EXPECT_NE(FailureOf([&] { WriteWhole(files_, device, OldFile::IsOverlaid, "x"); }), "no failure");
+  // Until an end was open once, the other is not hung up.
+  pollfd state{line, POLLHUP, 0};
+  EXPECT_EQ(::poll(&state, 1, 0), 0);
+  ::close(line);
 }
 
 TEST_F(Disk, AFileOfTheSystemThatHasNoEndIsEmpty) { EXPECT_EQ(ReadAll("/proc/self/mem"), ""); }

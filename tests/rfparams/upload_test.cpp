@@ -161,6 +161,19 @@ TEST_F(ParameterUpload, TheTailOfALongerOldFileFillsPositionsThatNothingConverts
   EXPECT_EQ(rf_.RFParamText[1856], "0") << "the last position that is converted";
 }
 
+TEST_F(ParameterUpload, TheFileThatIsToGoStandsUntilTheTargetIsRead) {
+  AnswerReads([](int) { return 0; });
+  rig_.files.content["/home/back.epm"] = "old";
+  rig_.boxes.answers = {BoxButton::Yes};
+  const auto read = rig_.serial.answer;
+  rig_.serial.answer = [&](const SentCommand& command) {
+    EXPECT_EQ(rig_.files.content["/home/back.epm"], "old");
+    return read(command);
+  };
+  UpLoad();
+  EXPECT_EQ(rig_.files.content["/home/back.epm"], ParameterFileText(rf_));
+}
+
 TEST_F(ParameterUpload, EndsBeforeItReadsWhenTheFileCannotBeOpened) {
   rig_.files.unopenable.insert("/home/back.epm");
   UpLoad();
