@@ -29,10 +29,8 @@ void AskForLowLatency(int descriptor) {
   (void)::ioctl(descriptor, TIOCSSERIAL, &line);
 }
 
-int ModemLines(int descriptor) {
-  int lines = 0;
-  return ::ioctl(descriptor, TIOCMGET, &lines) == 0 ? lines : 0;
-}
+/// The driver does not know the question, now or later.
+bool IsRefusal(int error) { return error == ENOTTY || error == EINVAL; }
 
 }  // namespace
 
@@ -51,7 +49,7 @@ SerialDevice::SerialDevice(const std::string& path, const LineSettings& settings
   }
   AskForLowLatency(descriptor_);
   ::tcflush(descriptor_, TCIOFLUSH);
-  modemLines_ = ModemLines(descriptor_);
+  modemLines_ = ModemLines();
   counts_ = Counts();
 }
 
@@ -90,21 +88,13 @@ void SerialDevice::SetUp(const LineSettings& settings, bool hardwareHandshake) {
 }
 
 std::string SerialDevice::Read() {
-  std::string bytes;
   std::array<char, 4096> piece;
   while (true) {
     const auto count = ::read(descriptor_, piece.data(), piece.size());
-    if (count > 0) {
-      bytes += marks_.Take({piece.data(), static_cast<std::size_t>(count)});
-    } else if (count < 0 && errno == EINTR) {
-      continue;
-    } else if (count < 0 && errno == EAGAIN) {
-      return bytes;
-    } else {
-      // What came ahead of the end is taken first; the end is there at the next read still.
-      if (!bytes.empty()) return bytes;
-      throw SerialFailure(WhyGone(count == 0 ? EIO : errno));
-    }
+    if (count > 0) return marks_.Take({piece.data(), static_cast<std::size_t>(count)});
+    if (count == 0) throw SerialFailure(WhyGone(EIO));
+    if (errno == EAGAIN) return "";
+    if (errno != EINTR) throw SerialFailure(WhyGone(errno));
   }
 }
 
@@ -128,10 +118,20 @@ std::string SerialDevice::WhyGone(int error) const {
   return std::string(std::strerror(error)) + ".";
 }
 
-LineCounts SerialDevice::Counts() {
+int SerialDevice::ModemLines() {
+  int lines = modemLines_;
+  if (tellsModemLines_ && ::ioctl(descriptor_, TIOCMGET, &lines) != 0) tellsModemLines_ = !IsRefusal(errno);
+  return lines;
+}
+
+bool SerialDevice::Counted(LineCounts& counts) {
   serial_icounter_struct counted{};
-  if (::ioctl(descriptor_, TIOCGICOUNT, &counted) == 0) {
-    return {.cts = counted.cts,
+  if (!tellsCounts_) return false;
+  if (::ioctl(descriptor_, TIOCGICOUNT, &counted) != 0) {
+    tellsCounts_ = !IsRefusal(errno);
+    return false;
+  }
+  counts = {.cts = counted.cts,
             .dsr = counted.dsr,
             .carrier = counted.dcd,
             .ring = counted.rng,
@@ -140,12 +140,16 @@ LineCounts SerialDevice::Counts() {
             .overrun = counted.overrun,
             .bufferOverrun = counted.buf_overrun,
             .parity = counted.parity};
-  }
-  // The device does not count: the marks among its bytes tell damage, though not whether by parity or by frame.
+  return true;
+}
+
+LineCounts SerialDevice::Counts() {
   LineCounts counts = counts_;
+  if (Counted(counts)) return counts;
+  // The device does not count: the marks among its bytes tell damage, though not whether by parity or by frame.
   counts.breaks = marks_.Breaks();
   (parity_ ? counts.parity : counts.frame) = marks_.Damaged();
-  const int lines = ModemLines(descriptor_);
+  const int lines = ModemLines();
   CountChanges(modemLines_, lines, counts);
   modemLines_ = lines;
   return counts;

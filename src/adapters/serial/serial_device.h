@@ -32,14 +32,15 @@ class SerialDevice {
 
   [[nodiscard]] int Descriptor() const { return descriptor_; }
 
-  /// What has been received and not been read. @throws SerialFailure when the device has gone.
+  /// Some of what has been received; empty when there is nothing. What is left keeps the descriptor readable.
+  /// @throws SerialFailure when the device has gone.
   [[nodiscard]] std::string Read();
   /// Hands all bytes to the system; waits while it takes none, 2 seconds at most.
   /// @throws SerialFailure when the device has gone or takes no bytes.
   void Write(std::string_view bytes);
 
-  /// What has happened on the line since the last call, as the control's event codes. Costs one call of the system. A
-  /// pseudo-terminal never has any.
+  /// What has happened on the line since the last call, as the control's event codes. Costs one call of the system,
+  /// and none on a line whose driver once refused to tell, such as a pseudo-terminal's, which never has any.
   [[nodiscard]] std::vector<int> LineEvents();
 
  private:
@@ -47,6 +48,9 @@ class SerialDevice {
   void TakeForItself();
   void SetUp(const LineSettings& settings, bool hardwareHandshake);
   [[nodiscard]] LineCounts Counts();
+  /// By the driver's own counters. @return false when it has none.
+  [[nodiscard]] bool Counted(LineCounts& counts);
+  [[nodiscard]] int ModemLines();
 
   std::string path_;
   bool parity_;
@@ -56,6 +60,8 @@ class SerialDevice {
   LineCounts counts_;
   /// For a device that does not count its modem lines' changes.
   int modemLines_ = 0;
+  bool tellsCounts_ = true;
+  bool tellsModemLines_ = true;
 };
 
 }  // namespace orvane
