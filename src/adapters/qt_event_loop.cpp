@@ -24,6 +24,7 @@ QtEventLoop::QtEventLoop() : timer_(OpenTimer()), timerExpired_(timer_, QSocketN
   QObject::connect(&timerExpired_, &QSocketNotifier::activated, &timerExpired_, [this] {
     std::uint64_t expirations = 0;
     [[maybe_unused]] const auto bytes = ::read(timer_, &expirations, sizeof expirations);
+    alarm_ = kForever;
   });
 }
 
@@ -60,13 +61,14 @@ bool QtEventLoop::ServeDue() {
 }
 
 void QtEventLoop::WakeAt(TimePoint when) {
-  itimerspec alarm{};  // Zero: never.
-  if (when != kForever) {
-    const auto nanoseconds = std::max(when, TimePoint{1}).count();
-    constexpr std::int64_t kSecond = 1'000'000'000;
-    alarm.it_value.tv_sec = nanoseconds / kSecond;
-    alarm.it_value.tv_nsec = nanoseconds % kSecond;
-  }
+  // The end of most waits is never reached. An alarm that comes too soon costs less than one set for each of them.
+  if (when >= alarm_) return;
+  alarm_ = when;
+  constexpr std::int64_t kSecond = 1'000'000'000;
+  const auto nanoseconds = std::max(when, TimePoint{1}).count();
+  itimerspec alarm{};
+  alarm.it_value.tv_sec = nanoseconds / kSecond;
+  alarm.it_value.tv_nsec = nanoseconds % kSecond;
   ::timerfd_settime(timer_, TFD_TIMER_ABSTIME, &alarm, nullptr);
 }
 
@@ -75,10 +77,12 @@ TimePoint QtEventLoop::NextDue(TimePoint until) const {
 }
 
 void QtEventLoop::Yield(TimePoint until) {
-  const bool systemServed = ServeSystem(QEventLoop::AllEvents);
-  if (ServeDue() || systemServed || until <= Now()) return;
-
-  if (onFreeTime) onFreeTime(NextDue(until));
+  // A sleep looks for the system's events first; a look of its own is for those who want to know of it ahead.
+  if (onFreeTime || NextDue(until) <= Now()) {
+    const bool systemServed = ServeSystem(QEventLoop::AllEvents);
+    if (ServeDue() || systemServed || until <= Now()) return;
+    if (onFreeTime) onFreeTime(NextDue(until));
+  }
   WakeAt(NextDue(until));
   ServeSystem(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
   ServeDue();

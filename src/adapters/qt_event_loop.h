@@ -47,6 +47,7 @@ class QtEventLoop final : public EventLoop {
   bool ServeSystem(QEventLoop::ProcessEventsFlags flags);
   bool ServeDue();
   [[nodiscard]] TimePoint NextDue(TimePoint until) const;
+  /// Not later.
   void WakeAt(TimePoint when);
 
   bool displayGone_ = false;
@@ -54,6 +55,8 @@ class QtEventLoop final : public EventLoop {
   std::priority_queue<Event> events_;
   /// QTimer knows whole milliseconds only; a byte on the line lasts 87 microseconds.
   int timer_;
+  /// When it next goes off.
+  TimePoint alarm_ = kForever;
   QSocketNotifier timerExpired_;
 };
 
