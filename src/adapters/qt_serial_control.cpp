@@ -17,6 +17,8 @@ struct QtSerialControl::Port {
   SerialDevice device;
   QSocketNotifier readable;
   std::string received;
+  /// Goes out ahead of the next output, in one write with it.
+  std::string kept;
   bool receivePosted = false;
 };
 
@@ -86,12 +88,19 @@ void QtSerialControl::PostGone(const std::string& why) {
   });
 }
 
+std::shared_ptr<QtSerialControl::Port> QtSerialControl::OpenPort() const {
+  if (!port_) throw StationFailure("The serial port is not open.");
+  return port_;
+}
+
+void QtSerialControl::OutputWithNext(std::string_view bytes) { OpenPort()->kept += bytes; }
+
 void QtSerialControl::Output(std::string_view bytes) {
-  const auto port = port_;
-  if (!port) throw StationFailure("The serial port is not open.");
+  const auto port = OpenPort();
   PostLineEvents();
+  port->kept += bytes;
   try {
-    port->device.Write(bytes);
+    port->device.Write(std::exchange(port->kept, {}));
   } catch (const SerialFailure& failure) {
     const std::string text = Name() + failure.what();
     Close();

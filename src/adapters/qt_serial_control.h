@@ -31,6 +31,7 @@ class QtSerialControl final : public SerialControl {
   void Open() override;
   void Close() override { port_.reset(); }
   void Output(std::string_view bytes) override;
+  void OutputWithNext(std::string_view bytes) override;
   [[nodiscard]] std::string Input() override;
 
  private:
@@ -39,6 +40,8 @@ class QtSerialControl final : public SerialControl {
   [[nodiscard]] std::string Device() const;
   /// "COM1 (/dev/ttyUSB0): ", which every failure begins with.
   [[nodiscard]] std::string Name() const;
+  /// @throws StationFailure when the port is closed.
+  [[nodiscard]] std::shared_ptr<Port> OpenPort() const;
   void ReadSome();
   void PostLineEvents();
   void PostReceive();

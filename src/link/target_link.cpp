@@ -103,7 +103,7 @@ void TargetLink::BuildAndSendFrame(Integer operation, Integer count, FrameData d
     boxes_.Warning("Target must be initialized at first.");
     return;
   }
-  mscomTarget_.Output(kSync);
+  mscomTarget_.OutputWithNext(kSync);
   mscomTarget_.Output(body);
   ++tally_.commands;
   tally_.bytesOut += static_cast<long>(kSync.size() + body.size());

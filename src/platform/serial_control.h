@@ -53,6 +53,9 @@ class SerialControl {
   virtual void Close() = 0;
   /// Hands all bytes to the line. @throws StationFailure naming the device when it is gone.
   virtual void Output(std::string_view bytes) = 0;
+  /// The same for bytes that another Output follows before anything else happens. A line may keep them for it, to
+  /// hand both over at once; that Output then tells what fails.
+  virtual void OutputWithNext(std::string_view bytes) { Output(bytes); }
   /// All bytes received and not yet taken.
   [[nodiscard]] virtual std::string Input() = 0;
 };

@@ -115,6 +115,27 @@ TEST_F(SerialLine, OutputHasHandedOutEveryByteWhenItReturns) {
   EXPECT_EQ(pty.Received(frame.size()), frame);
 }
 
+TEST_F(SerialLine, BytesWithAnotherOutputBehindThemReachTheDeviceTogetherWithIt) {
+  const test::Pty pty;
+  Connect(pty.Device());
+  EXPECT_EQ(FailureOf([&] { control_->OutputWithNext("ti"); }), "The serial port is not open.");
+  control_->Open();
+  control_->OutputWithNext("\x02\x14");
+  EXPECT_EQ(pty.ReceivedSoFar(), "");
+  control_->Output("body");
+  EXPECT_EQ(pty.Received(6),
+            "\x02\x14"
+            "body");
+  control_->Output("next");
+  EXPECT_EQ(pty.Received(4), "next") << "what went out with another output is not sent again";
+
+  control_->OutputWithNext("\x02\x14");
+  control_->Close();
+  control_->Open();
+  control_->Output("after");
+  EXPECT_EQ(pty.Received(5), "after");
+}
+
 TEST_F(SerialLine, APortClosedRaisesNothingMore) {
   const test::Pty pty;
   Connect(pty.Device());
@@ -329,8 +350,10 @@ TEST_F(SerialLine, OutputToALineThatHungUpFails) {
   Connect(pty.Device());
   control_->Open();
   pty.HangUp();
+  control_->OutputWithNext("\x02\x14");
   EXPECT_THAT(FailureOf([&] { control_->Output("ti"); }), HasSubstr("COM1 (" + pty.Device() + "): "));
   EXPECT_FALSE(control_->PortOpen());
+  EXPECT_EQ(FailureOf([&] { control_->OutputWithNext("\x02\x14"); }), "The serial port is not open.");
 }
 
 }  // namespace

@@ -17,6 +17,7 @@ TEST(Frame, GoesOutAsSyncAndABodyOfFiftyOneBytes) {
   ASSERT_EQ(rig.serial.writes.size(), 2U);
   EXPECT_EQ(Hex(rig.serial.writes[0]), "02 14");
   EXPECT_EQ(Hex(rig.serial.writes[1]), "20 20 02" + Repeated(" 00", 48));
+  EXPECT_EQ(rig.serial.ahead, (std::vector<std::string>{"\x02\x14"})) << "a device may have both at once";
 }
 
 TEST(Frame, EscapesDataAndChecksumButNotTheOperationCode) {

@@ -53,8 +53,18 @@ void FakeSerial::Open() {
   open_ = true;
 }
 
+void FakeSerial::OutputWithNext(std::string_view bytes) {
+  if (!outputFailure.empty() && !keepsForNext) throw StationFailure(outputFailure);
+  ahead.emplace_back(bytes);
+  Take(bytes);
+}
+
 void FakeSerial::Output(std::string_view bytes) {
   if (!outputFailure.empty()) throw StationFailure(outputFailure);
+  Take(bytes);
+}
+
+void FakeSerial::Take(std::string_view bytes) {
   writes.emplace_back(bytes);
   frame_ += bytes;
   while (frame_.size() >= kFrameSize) {

@@ -37,6 +37,7 @@ class FakeSerial final : public SerialControl {
   void Open() override;
   void Close() override { open_ = false; }
   void Output(std::string_view bytes) override;
+  void OutputWithNext(std::string_view bytes) override;
   [[nodiscard]] std::string Input() override { return std::exchange(pending_, {}); }
 
   /// Bytes from the Target, now: raises the receive event.
@@ -49,11 +50,16 @@ class FakeSerial final : public SerialControl {
   /// Text of the failure of `Open` or `Output`; none when empty.
   std::string openFailure;
   std::string outputFailure;
+  /// Bytes that have a next output fail with that one, as on a line that keeps them for it.
+  bool keepsForNext = false;
 
-  std::vector<std::string> writes;  ///< Every call of Output.
+  std::vector<std::string> writes;  ///< Every output.
+  std::vector<std::string> ahead;   ///< Those that said that another one follows.
   std::vector<SentCommand> commands;
 
  private:
+  void Take(std::string_view bytes);
+
   EventLoop& loop_;
   bool open_ = false;
   std::string pending_;

@@ -77,6 +77,34 @@ TEST_F(TracedWires, TheSerialLineHasItsBytesCommandsRepliesAndFailures) {
             "failure: COM2 (x): the device is gone.\nclose: \n");
 }
 
+TEST_F(TracedWires, ACommandThatGoesOutInOnePieceIsToldLikeOneInTwo) {
+  for (const bool oneWrite : {false, true}) {
+    FakeSerial line(loop_);
+    line.keepsForNext = oneWrite;
+    TracedSerial traced(line, trace_);
+    traced.setup.commPort = oneWrite ? 2 : 1;
+    traced.Open();
+    const std::string body = Bytes("20 20 02") + std::string(48, '\0');
+    traced.OutputWithNext(kSync);
+    traced.Output(body);
+    EXPECT_EQ(line.ahead, std::vector<std::string>{std::string(kSync)});
+    line.outputFailure = "the device is gone.";
+    EXPECT_THROW(
+        {
+          traced.OutputWithNext(kSync);
+          traced.Output(body);
+        },
+        StationFailure);
+    traced.Close();
+  }
+  for (const char* link : {"COM1", "COM2"}) {
+    std::string told;
+    for (const auto& record : Records()) told += record.link == link ? record.event + ": " + record.says + "\n" : "";
+    EXPECT_EQ(told, "open: 9600,N,8,1\nout: \nout: ti (tm_init)\nout: \nfailure: the device is gone.\nclose: \n")
+        << link;
+  }
+}
+
 TEST_F(TracedWires, ATargetThatChattersUnaskedDoesNotHoldTheStationUp) {
   FakeSerial line(loop_);
   TracedSerial traced(line, trace_);

@@ -1,5 +1,7 @@
 #include "app/trace/traced_serial.h"
 
+#include <utility>
+
 #include "app/trace/wire_words.h"
 #include "base/failure.h"
 #include "link/comm_events.h"
@@ -39,6 +41,7 @@ void TracedSerial::Open() {
   Watched([&] { line_.Open(); });
   command_.clear();
   reply_.clear();
+  hasAhead_ = false;
   trace_.Note(Link(), "open", {}, setup.settings);
 }
 
@@ -47,7 +50,7 @@ void TracedSerial::Close() {
   line_.Close();
 }
 
-void TracedSerial::Output(std::string_view bytes) {
+void TracedSerial::NoteOut(std::string_view bytes) {
   constexpr std::size_t kFrameSize = kFrameBodySize + 2;
   command_ += bytes;
   const bool whole = command_.size() == kFrameSize && command_.starts_with(kSync);
@@ -55,7 +58,20 @@ void TracedSerial::Output(std::string_view bytes) {
   if (bytes == kSync) command_ = kSync;
   if (whole || command_.size() > kFrameSize) command_.clear();
   reply_.clear();
+}
+
+void TracedSerial::OutputWithNext(std::string_view bytes) {
+  NoteOut(bytes);
+  Watched([&] { line_.OutputWithNext(bytes); });
+  hasAhead_ = true;
+}
+
+void TracedSerial::Output(std::string_view bytes) {
+  // What fails together with the bytes ahead of it has failed at these: it never went out.
+  const bool hadAhead = std::exchange(hasAhead_, false);
+  if (!hadAhead) NoteOut(bytes);
   Watched([&] { line_.Output(bytes); });
+  if (hadAhead) NoteOut(bytes);
 }
 
 std::string TracedSerial::Input() {

@@ -17,9 +17,11 @@ class TracedSerial final : public SerialControl {
   void Open() override;
   void Close() override;
   void Output(std::string_view bytes) override;
+  void OutputWithNext(std::string_view bytes) override;
   [[nodiscard]] std::string Input() override;
 
  private:
+  void NoteOut(std::string_view bytes);
   [[nodiscard]] std::string Link() const { return "COM" + std::to_string(line_.setup.commPort); }
   /// Notes a failure on its way.
   template <class Act>
@@ -29,6 +31,8 @@ class TracedSerial final : public SerialControl {
   Trace& trace_;
   /// What went out since the last whole command, and the last of what came in since then.
   std::string command_;
+  /// Bytes went out for which the next output may answer.
+  bool hasAhead_ = false;
   std::string reply_;
 };
 
