@@ -1,5 +1,6 @@
 // The VXI-11 route: what goes over its wire, and how replies come back.
 
+#include "adapters/gpib/byte_stream.h"
 #include "adapters/vxi11_rig.h"
 
 namespace orvane::test {
@@ -143,8 +144,15 @@ TEST_F(Vxi11, ReleaseReturnsTheInstrumentToLocalAndLetsTheLinkGo) {
 }
 
 TEST_F(Vxi11, ReleaseOfASessionThatSaidNothingTouchesNobody) {
-  Play({});
+  std::optional<Words> first;
+  Play({[&](GatewayConnection& client) { first = client.NextCall(); }});
   Open()->Local();
+  // The gateway hears one connection. Had the session made one, it would be that.
+  const Words own{0x47110815};
+  ByteStream another = ConnectTcp("127.0.0.1", gateway_->Port(), Deadline(5s), "the gateway");
+  another.Send(BytesOf({0x80000004U}) + BytesOf(own), Deadline(5s));
+  gateway_->Join();
+  EXPECT_EQ(first, own);
 }
 
 TEST_F(Vxi11, AGatewayWithoutClearAndLocalIsNoFault) {

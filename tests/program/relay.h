@@ -49,7 +49,7 @@ class Relay {
   using Clock = std::chrono::steady_clock;
 
   /// By how much a reply is late.
-  static constexpr std::chrono::milliseconds kLateBy{2000};
+  static constexpr std::chrono::milliseconds kLateBy{4000};
 
   enum class As { kSocket, kDevice };
 

@@ -29,25 +29,25 @@ TEST(RouteFaults, OfARawSocket) {
             {
                 {kInitialize, kRefuses, kThere, "*IDN?", 0, Ends::kAtOnce, "no connection: Connection refused."},
                 {kTransmit, kRefuses, kThere, kQuery, 4, Ends::kAtOnce, "the instrument closed the connection."},
-                {kInitialize, kSilent, kThere, "*IDN?", 1, Ends::kTimeOut, "no reply within 1 s."},
-                {kReceive, kSilent, kThere, kFrequency, 5, Ends::kTimeOutLater, "no reply within 1 s."},
-                {kTransmit, kSilent, kThere, kQuery, 4, Ends::kTimeOut, "no reply within 1 s."},
+                {kInitialize, kSilent, kThere, "*IDN?", 1, Ends::kTimeOut, "no reply within 3 s."},
+                {kReceive, kSilent, kThere, kFrequency, 5, Ends::kTimeOutLater, "no reply within 3 s."},
+                {kTransmit, kSilent, kThere, kQuery, 4, Ends::kTimeOut, "no reply within 3 s."},
                 {kReceive, kDeaf, kThere, kFrequency, 5, Ends::kBadUnit, ""},
-                {kTransmit, kDeaf, kThere, kQuery, 4, Ends::kTimeOut, "no reply within 1 s."},
+                {kTransmit, kDeaf, kThere, kQuery, 4, Ends::kTimeOut, "no reply within 3 s."},
                 {kInitialize, kSingleBytes, kThere, "*IDN?", 1, Ends::kUnharmed, ""},
                 {kReceive, kSingleBytes, kThere, kFrequency, 1, Ends::kUnharmed, ""},
                 {kInitialize, kSurplus, kBack, kIdentity, 1, Ends::kUnharmed, ""},
                 {kTransmit, kSurplus, kBack, kReading, 4, Ends::kUnharmed, ""},
                 {kTransmit, kCut, kBack, kReading, 4, Ends::kAtOnce,
                  "the instrument closed the connection in the middle of its reply."},
-                {kInitialize, kLate, kBack, kIdentity, 1, Ends::kTimeOut, "no reply within 1 s."},
-                {kTransmit, kLate, kBack, kReading, 4, Ends::kTimeOut, "no reply within 1 s."},
+                {kInitialize, kLate, kBack, kIdentity, 1, Ends::kTimeOut, "no reply within 3 s."},
+                {kTransmit, kLate, kBack, kReading, 4, Ends::kTimeOut, "no reply within 3 s."},
                 {kTransmit, kFlipped, kBack, kReading, 4, Ends::kNoNumber, "is not a number."},
             });
 }
 
 std::vector<Row> OfAnAdapter(const char* refused, const char* gone, const char* cut) {
-  constexpr const char* kNoAnswer = "the adapter did not answer within 1 s.";
+  constexpr const char* kNoAnswer = "the adapter did not answer within 3 s.";
   return {
       {kInitialize, kRefuses, kThere, "*IDN?", 0, Ends::kAtOnce, refused},
       {kReceive, kRefuses, kThere, kFrequency, 5, Ends::kAtOnce, refused},
@@ -59,8 +59,8 @@ std::vector<Row> OfAnAdapter(const char* refused, const char* gone, const char* 
       {kReceive, kSingleBytes, kThere, kFrequency, 1, Ends::kUnharmed, ""},
       {kTransmit, kSurplus, kBack, kReading, 4, Ends::kUnharmed, ""},
       {kTransmit, kCut, kBack, kReading, 4, Ends::kAtOnce, cut},
-      {kInitialize, kLate, kBack, kIdentity, 1, Ends::kTimeOut, "within 1 s."},
-      {kTransmit, kLate, kBack, kReading, 4, Ends::kTimeOut, "within 1 s."},
+      {kInitialize, kLate, kBack, kIdentity, 1, Ends::kTimeOut, "within 3 s."},
+      {kTransmit, kLate, kBack, kReading, 4, Ends::kTimeOut, "within 3 s."},
       {kTransmit, kFlipped, kBack, kReading, 4, Ends::kNoNumber, "is not a number."},
   };
 }
@@ -77,7 +77,7 @@ TEST(RouteFaults, OfAnAdapterOnASerialDevice) {
 }
 
 TEST(RouteFaults, OfAGateway) {
-  constexpr const char* kNoAnswer = "the gateway did not answer within 1 s.";
+  constexpr const char* kNoAnswer = "the gateway did not answer within 3 s.";
   TakeRoads(
       kGateway,
       {
@@ -95,13 +95,13 @@ TEST(RouteFaults, OfAGateway) {
           {kReceive, kLate, kThere, kFrequency, 5, Ends::kTimeOut, kNoAnswer},
           {kTransmit, kLate, kBack, kReading, 4, Ends::kTimeOut, kNoAnswer},
           {kReceive, kFlipped, kThere, kFrequency, 5, Ends::kTimeOut,
-           "the gateway did not finish its answer within 1 s."},
+           "the gateway did not finish its answer within 3 s."},
           {kTransmit, kFlipped, kBack, kReading, 4, Ends::kNoNumber, "is not a number."},
       });
 }
 
 TEST(RouteFaults, OfAnInstrumentOverVxi11) {
-  constexpr const char* kNoAnswer = "the instrument did not answer within 1 s.";
+  constexpr const char* kNoAnswer = "the instrument did not answer within 3 s.";
   TakeRoads(kVxi11,
             {
                 {kTransmit, kRefuses, kThere, kQuery, 4, Ends::kAtOnce, "the instrument closed the connection."},
@@ -116,7 +116,7 @@ TEST(RouteFaults, OfAnInstrumentOverVxi11) {
                  "the instrument closed the connection in the middle of its reply."},
                 {kInitialize, kLate, kBack, kIdentity, 1, Ends::kTimeOut, kNoAnswer},
                 {kInitialize, kFlipped, kThere, "*IDN?", 1, Ends::kTimeOut,
-                 "the instrument did not finish its answer within 1 s."},
+                 "the instrument did not finish its answer within 3 s."},
             });
 }
 
