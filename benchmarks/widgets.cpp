@@ -18,7 +18,7 @@ void MeasureList(Table& table, WindowedStation& station) {
   station.on.station.Nest().Run([&] { panel.Show(); });
   auto& view = station.Of<QListView>(list);
   constexpr int kRows = 20'000;
-  table.Add("20,000 rows into a list", Milliseconds([&] {
+  table.Add("20,000 rows into a list", ProcessorMilliseconds([&] {
               for (int row = 0; row < kRows; ++row) list.AddItem("channel 512: compensation -3, row of a long day");
               QCoreApplication::processEvents();
             }),
@@ -28,7 +28,7 @@ void MeasureList(Table& table, WindowedStation& station) {
   QPixmap picture(view.viewport()->size());
   QScrollBar& bar = *view.verticalScrollBar();
   for (int frame = 0; frame < kFrames; ++frame) {
-    frames.push_back(Milliseconds([&] {
+    frames.push_back(ProcessorMilliseconds([&] {
       bar.setValue(bar.maximum() * frame / kFrames);
       view.viewport()->render(&picture);
     }));
@@ -48,12 +48,12 @@ void MeasureConsole(Table& table, WindowedStation& station) {
   std::vector<double> appends;
   std::vector<double> drawn;
   for (int line = 0; line < 2 * kLines; ++line) {
-    const double append = Milliseconds([&] {
+    const double append = ProcessorMilliseconds([&] {
       if (box.Text().size() > kLimit) box.DropFrontQuietly(kDropped);
       box.AppendQuietly("CALL:CELL:RFG:FREQ 935.067MHz\r\n");
       QCoreApplication::sendPostedEvents();  // The widget takes it up.
     });
-    const double draw = Milliseconds([&] { view.viewport()->render(&picture); });
+    const double draw = ProcessorMilliseconds([&] { view.viewport()->render(&picture); });
     if (line < kLines) continue;  // The console grows to its limit first.
     appends.push_back(append);
     drawn.push_back(append + draw);
