@@ -89,6 +89,25 @@ TEST_F(CalmPaintingTest, FreeTimeThatIsTooShortForItIsLeftAlone) {
   EXPECT_EQ(picture_.painted, 2);
 }
 
+TEST_F(CalmPaintingTest, WhatFitsIntoNoFreeTimeTakesAHundredthOfTheTimeAtMost) {
+  picture_.cost = 10ms;
+  picture_.Show(1);
+  calm_.UseFreeTime(1h);
+  Rest();
+  const int before = picture_.paintings;
+  constexpr int kTenths = 15;
+  QElapsedTimer time;
+  time.start();
+  for (int change = 2; time.elapsed() < kTenths * 100; ++change) {
+    picture_.Show(change);
+    calm_.UseFreeTime(5ms);
+  }
+  // The first of them comes at once, and the last may have just begun.
+  const auto atMost = time.elapsed() / (100 * picture_.cost.count()) + 2;
+  EXPECT_GE(picture_.paintings - before, 1) << "it is painted all the same";
+  EXPECT_LE(picture_.paintings - before, atMost);
+}
+
 TEST_F(CalmPaintingTest, WithoutFreeTimeItIsPaintedAWhileLater) {
   picture_.Show(1);
   EXPECT_TRUE(QTest::qWaitFor([this] { return picture_.painted == 1; }));

@@ -14,27 +14,30 @@ using std::chrono::nanoseconds;
 constexpr int kShare = 30;
 /// However dear a painting was, it may have been the first one, or the machine busy.
 constexpr milliseconds kLongestRest{100};
+/// The same for a painting that no free time had room for: the run waits for that one. Several windows are open.
+constexpr int kHeldUpShare = 150;
+constexpr milliseconds kLongestPatience{2000};
 
 }  // namespace
 
 CalmPainting::CalmPainting(QWidget& window) : QObject(&window), window_(window) {
   patience_.setSingleShot(true);
-  connect(&patience_, &QTimer::timeout, this, &CalmPainting::Paint);
+  connect(&patience_, &QTimer::timeout, this, [this] { Paint(nanoseconds(0)); });
   window.installEventFilter(this);
 }
 
 bool CalmPainting::eventFilter(QObject* /*watched*/, QEvent* event) {
   // The toolkit gathers what has changed and asks its window once to paint all of it.
   if (event->type() != QEvent::UpdateRequest) return false;
-  if (!patience_.isActive()) patience_.start(milliseconds(rest_.remainingTime()) + kPatience);
+  if (!patience_.isActive()) patience_.start(milliseconds(heldUp_.remainingTime()) + kPatience);
   return true;
 }
 
 void CalmPainting::UseFreeTime(nanoseconds left) {
-  if (patience_.isActive() && rest_.hasExpired() && cost_ <= left) Paint();
+  if (patience_.isActive() && rest_.hasExpired() && cost_ <= left) Paint(left);
 }
 
-void CalmPainting::Paint() {
+void CalmPainting::Paint(nanoseconds left) {
   patience_.stop();
   ++paintings_;
   QElapsedTimer time;
@@ -44,8 +47,12 @@ void CalmPainting::Paint() {
   const nanoseconds cost(time.nsecsElapsed());
   // A dear painting is remembered for a while: the next one may be as dear.
   cost_ = std::max(cost, cost_ * 9 / 10);
-  const auto rest = std::chrono::duration_cast<milliseconds>(cost * kShare);
-  rest_ = QDeadlineTimer(std::clamp(rest, kShortestRest, kLongestRest), Qt::PreciseTimer);
+  const auto restFor = [&](int share, milliseconds longest) {
+    const auto rest = std::chrono::duration_cast<milliseconds>(cost * share);
+    return QDeadlineTimer(std::clamp(rest, kShortestRest, longest), Qt::PreciseTimer);
+  };
+  rest_ = restFor(kShare, kLongestRest);
+  heldUp_ = cost <= left ? rest_ : restFor(kHeldUpShare, kLongestPatience);
 }
 
 }  // namespace orvane

@@ -22,17 +22,21 @@ class CalmPainting final : public QObject {
   [[nodiscard]] int Paintings() const { return paintings_; }
 
   static constexpr std::chrono::milliseconds kShortestRest{16};
-  /// What has changed is painted this long after the rest, free time or not.
+  /// What has changed is painted this long after the rest, free time or not; a rest that is many times longer when
+  /// the painting before had no room in free time.
   static constexpr std::chrono::milliseconds kPatience{25};
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void Paint();
+  /// In so much free time.
+  void Paint(std::chrono::nanoseconds left);
 
   QWidget& window_;
   QDeadlineTimer rest_{0};
+  /// Until then only free time is used.
+  QDeadlineTimer heldUp_{0};
   /// Runs while something that has changed is not painted yet.
   QTimer patience_;
   /// What the next painting will probably take.
