@@ -108,6 +108,25 @@ TEST_F(CalmPaintingTest, WhatFitsIntoNoFreeTimeTakesAHundredthOfTheTimeAtMost) {
   EXPECT_LE(picture_.paintings - before, atMost);
 }
 
+TEST_F(CalmPaintingTest, AnOperatorsKeyIsAnsweredSoonAlsoByADearWindow) {
+  // Two seconds would be the rest behind a painting that had no free time. A busy machine may hold one answer up, but
+  // not all of them.
+  constexpr int kTries = 10;
+  picture_.cost = 30ms;
+  bool soon = false;
+  for (int change = 1; change <= kTries && !soon; ++change) {
+    picture_.Show(2 * change);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return picture_.painted == 2 * change; }, 10'000));
+    QTest::keyClick(picture_.windowHandle(), Qt::Key_A);
+    QElapsedTimer time;
+    time.start();
+    picture_.Show(2 * change + 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return picture_.painted == 2 * change + 1; }, 10'000));
+    soon = time.elapsed() < 1000;
+  }
+  EXPECT_TRUE(soon);
+}
+
 TEST_F(CalmPaintingTest, WithoutFreeTimeItIsPaintedAWhileLater) {
   picture_.Show(1);
   EXPECT_TRUE(QTest::qWaitFor([this] { return picture_.painted == 1; }));

@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QEvent>
+#include <QWindow>
 #include <algorithm>
 
 namespace orvane {
@@ -18,6 +19,11 @@ constexpr milliseconds kLongestRest{100};
 constexpr int kHeldUpShare = 150;
 constexpr milliseconds kLongestPatience{2000};
 
+bool IsOfHands(QEvent::Type type) {
+  return type == QEvent::KeyPress || type == QEvent::MouseButtonPress || type == QEvent::MouseButtonRelease ||
+         type == QEvent::Wheel;
+}
+
 }  // namespace
 
 CalmPainting::CalmPainting(QWidget& window) : QObject(&window), window_(window) {
@@ -26,11 +32,21 @@ CalmPainting::CalmPainting(QWidget& window) : QObject(&window), window_(window) 
   window.installEventFilter(this);
 }
 
-bool CalmPainting::eventFilter(QObject* /*watched*/, QEvent* event) {
+bool CalmPainting::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != &window_) {
+    if (IsOfHands(event->type())) AnswerHands();
+    return false;
+  }
+  if (event->type() == QEvent::Show) window_.windowHandle()->installEventFilter(this);
   // The toolkit gathers what has changed and asks its window once to paint all of it.
   if (event->type() != QEvent::UpdateRequest) return false;
   if (!patience_.isActive()) patience_.start(milliseconds(heldUp_.remainingTime()) + kPatience);
   return true;
+}
+
+void CalmPainting::AnswerHands() {
+  heldUp_ = rest_;
+  if (patience_.isActive()) patience_.start(milliseconds(rest_.remainingTime()) + kPatience);
 }
 
 void CalmPainting::UseFreeTime(nanoseconds left) {

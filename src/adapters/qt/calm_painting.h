@@ -30,6 +30,8 @@ class CalmPainting final : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  /// Whoever types or clicks sees soon what comes of it.
+  void AnswerHands();
   /// In so much free time.
   void Paint(std::chrono::nanoseconds left);
 
