@@ -259,7 +259,7 @@ TEST_F(WindowShapes, AVerdictIsAWordAndAMarkToBeToldFromFarAway) {
   passPanel.Image1.SetPicture("out of tolerance");
   windowed_->Settle();
   constexpr QRgb kDarkGround = 0xFF201800;
-  EXPECT_THAT(ColoursOf(passed->grab().toImage(), 50), testing::IsSupersetOf({kAmberGround, kDarkGround}));
+  EXPECT_THAT(ColoursOf(passed->grab().toImage(), 25), testing::IsSupersetOf({kAmberGround, kDarkGround}));
 }
 
 TEST_F(WindowShapes, APassThatIsNoneYetShowsItsSecondWordReasonsAndRemedy) {

@@ -109,7 +109,10 @@ class RowsView final : public QListView {
   void ShowDropped() {
     QScrollBar& bar = *verticalScrollBar();
     const bool atEnd = followEnd_.isActive() || bar.value() == bar.maximum();
+    // Half-way through, the marked row has its old number here and its new one in the list: nobody has marked it.
+    dropping_ = true;
     rows_->DropFirst();
+    dropping_ = false;
     if (atEnd) {
       followEnd_.start();
     } else if (verticalScrollMode() == ScrollPerItem) {
@@ -123,7 +126,7 @@ class RowsView final : public QListView {
   /// A row was marked by mouse or by key; the focus alone marks none.
   void TakeMark() {
     const QModelIndex current = currentIndex();
-    if (current.row() == list_.Selected() || !selectionModel()->isSelected(current)) return;
+    if (dropping_ || current.row() == list_.Selected() || !selectionModel()->isSelected(current)) return;
     hands_.Do([this, row = current.row()](Operator& hand) { hand.Mark(list_, row); }, [this] { ShowSelected(); });
   }
   void CopyMarked() const {
@@ -138,6 +141,7 @@ class RowsView final : public QListView {
   Hands& hands_;
   Rows* rows_;
   QTimer followEnd_;
+  bool dropping_ = false;
 };
 
 }  // namespace
