@@ -1,5 +1,7 @@
 #include "ramp/ramp_file.h"
 
+#include <utility>
+
 #include "base/failure.h"
 #include "base/text.h"
 
@@ -9,32 +11,32 @@ namespace {
 constexpr std::size_t kLengthSize = 2;
 constexpr std::size_t kLongestText = kRecordSize - kLengthSize;
 
-StationFailure BadRecordLength(int number) {
-  return StationFailure("Bad record length in record " + std::to_string(number) + ".");
-}
+}  // namespace
 
-std::string ReadRampRecord(File& file, int number) {
-  const std::string record = ReadRecord(file, number, kLengthSize);
+std::optional<std::string> RampTextOf(std::string_view record) {
+  if (record.size() < kLengthSize) return std::nullopt;
   const auto byteAt = [&](std::size_t i) { return static_cast<std::size_t>(static_cast<unsigned char>(record[i])); };
   const std::size_t length = byteAt(0) + 256 * byteAt(1);
-  if (record.size() < kLengthSize + length) throw BadRecordLength(number);
+  if (record.size() < kLengthSize + length) return std::nullopt;
   return TextOfBytes(record.substr(kLengthSize, length));
 }
 
-std::string RampRecord(const std::string& text, int number) {
+std::string RampRecordOf(const std::string& text, int number) {
   const std::string bytes = BytesOfText(text);
-  if (bytes.size() > kLongestText) throw BadRecordLength(number);
+  if (bytes.size() > kLongestText) {
+    throw StationFailure("Bad record length in record " + std::to_string(number) + ".");
+  }
   return RecordOf(std::string{static_cast<char>(bytes.size()), '\0'} + bytes);
 }
 
-}  // namespace
-
 void ReadRampRecords(File& file, RampState& state) {
-  int number = 0;
+  std::uint64_t offset = 0;
   for (auto& table : state.RampTable) {
     for (std::string& value : table) {
-      ++number;
-      PassOver([&] { value = ReadRampRecord(file, number); });
+      PassOver([&] {
+        if (auto text = RampTextOf(file.Read(offset, kRecordSize))) value = std::move(*text);
+      });
+      offset += kRecordSize;
     }
   }
 }
@@ -44,7 +46,7 @@ std::string RampRecords(const RampState& state) {
   records.reserve(kRampRecords * kRecordSize);
   int number = 0;
   for (const auto& table : state.RampTable) {
-    for (const std::string& value : table) records += RampRecord(value, ++number);
+    for (const std::string& value : table) records += RampRecordOf(value, ++number);
   }
   return records;
 }

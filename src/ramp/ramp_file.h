@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/files.h"
 #include "ramp/ramp_state.h"
@@ -11,6 +13,11 @@ namespace orvane {
 /// A record is the length of its text in two bytes, low byte first, and the text; what is behind it has no meaning.
 
 inline constexpr int kRampRecords = kRampTables * kRampValues;
+
+/// The text of a record as it stands in a file; no value when it is cut off or says that it is longer than it is.
+[[nodiscard]] std::optional<std::string> RampTextOf(std::string_view record);
+/// The record of that number with that text. @throws StationFailure for a text that is too long for a record.
+[[nodiscard]] std::string RampRecordOf(const std::string& text, int number);
 
 /// Reads the records in order. One that is missing, or that says it is longer than a record, is passed over: its
 /// element keeps its text. Whether a text is a number is not looked at.

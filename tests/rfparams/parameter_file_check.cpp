@@ -1,12 +1,13 @@
 #include "rfparams/parameter_file_check.h"
 
 #include <algorithm>
-#include <sstream>
 #include <vector>
 
 #include "base/failure.h"
+#include "base/numbers.h"
 #include "base/text.h"
 #include "rfparams/eeprom_image.h"
+#include "rfparams/record_layout.h"
 #include "rfparams/rf_text_file.h"
 
 namespace orvane::test {
@@ -14,49 +15,68 @@ namespace {
 
 const std::string kUntouched = "untouched";
 
-/// The texts by position as the format says, read with another kind of splitting than the station's.
+/// The value of a data line as the format says, read byte by byte: the word behind the first "=" that is a word.
+std::string ValueOf(std::string_view line) {
+  std::string word;
+  bool found = false;
+  for (const char c : line) {
+    const bool blank = c == ' ' || c == '\t';
+    if (!blank) word += c;
+    if (!blank || word.empty()) continue;
+    if (found) return TextOfBytes(word);
+    found = word == "=";
+    word.clear();
+  }
+  if (found) return TextOfBytes(word);
+  return word == "=" ? "" : kUntouched;
+}
+
+/// The texts by position, read with another kind of splitting than the station's.
 std::vector<std::string> TextsOf(std::string_view content) {
   std::vector<std::string> texts;
-  std::istringstream lines{std::string(content)};
-  for (std::string line; std::getline(lines, line);) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
+  for (std::size_t begin = 0, end = 0; begin < content.size(); begin = end + 1) {
+    end = std::min(content.find('\n', begin), content.size());
+    std::string_view line = content.substr(begin, end - begin);
+    if (line.ends_with('\r')) line.remove_suffix(1);
     if (line.empty() || std::count(line.begin(), line.end(), '/') > 0) continue;
-    std::vector<std::string> words(1);
-    for (const char c : line) {
-      if (c != ' ' && c != '\t') {
-        words.back() += c;
-      } else if (!words.back().empty()) {
-        words.emplace_back();
-      }
-    }
-    words.emplace_back();
-    const auto equals = std::find(words.begin(), words.end(), "=");
-    texts.push_back(equals == words.end() ? kUntouched : TextOfBytes(*(equals + 1)));
+    texts.push_back(ValueOf(line));
   }
   return texts;
 }
 
-std::string FaultOfTexts(const RFState& rf, const std::vector<std::string>& texts) {
+}  // namespace
+
+std::string FaultOfParameterLines(std::string_view content) {
+  // A record has thousands of texts: what a file leaves in this one is taken out again.
+  static RFState rf = [] {
+    RFState fresh;
+    fresh.RFParamText.assign(kRFTextPositions, kUntouched);
+    return fresh;
+  }();
+  const std::vector<std::string> texts = TextsOf(content);
+  ReadParameterLines(content, rf);
   if (rf.RFParamCount != static_cast<int>(texts.size())) return "The count is not " + std::to_string(texts.size());
-  for (std::size_t p = 0; p < rf.RFParamText.size(); ++p) {
+  constexpr std::size_t kBehind = 8;
+  for (std::size_t p = 0; p < std::min(texts.size() + kBehind, rf.RFParamText.size()); ++p) {
     const std::string& expected = p < texts.size() ? texts[p] : kUntouched;
     if (rf.RFParamText[p] != expected) return "Position " + std::to_string(p) + " is not \"" + expected + "\"";
+    rf.RFParamText[p] = kUntouched;
   }
   return "";
 }
 
-}  // namespace
-
 std::string FaultOfParameterFile(std::string_view content) {
   RFState rf;
-  rf.RFParamText.assign(kRFTextPositions, kUntouched);
   ReadParameterLines(content, rf);
-  const std::string fault = FaultOfTexts(rf, TextsOf(content));
-  if (!fault.empty()) return fault;
   const bool whole = PassOver([&] { FileToRFParamsConvert(rf); });
   TMEEPROMDataMaker(rf);
   if (!whole) return "";
+  const std::vector<std::string> given = rf.RFParamText;
   RFParamsToDataConvert(rf);
+  for (std::size_t p = 1; p < kParameterCount; ++p) {
+    if (rf.RFParamText[p] != std::to_string(ToLong(given[p])))
+      return "Position " + std::to_string(p) + " is another number";
+  }
   RFState again;
   const std::string text = ParameterFileText(rf);
   ReadParameterLines(text, again);

@@ -37,6 +37,7 @@ TEST(ParameterFile, IsReadAsASecondReaderReadsItHoweverItIsSpoilt) {
           spoilt.insert(at, 1 + below(3), pieces[below(pieces.size())]);
       }
     }
+    ASSERT_EQ(test::FaultOfParameterLines(spoilt), "") << "turn " << turn;
     ASSERT_EQ(test::FaultOfParameterFile(spoilt), "") << "turn " << turn;
   }
 }

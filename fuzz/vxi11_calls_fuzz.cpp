@@ -5,28 +5,22 @@
 
 #include <rpc/rpc_msg.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <initializer_list>
 
 #include "bench/bench.h"
 #include "bench/plain_records.h"
 #include "bench/wires/gateway_core.h"
 #include "bench/wires/record_reader.h"
+#include "require.h"
 
 namespace {
 
 using namespace orvane;
 using namespace orvane::bench;
+using orvane::fuzz::Require;
 
-constexpr std::size_t kLongestMessage = 4096;
+constexpr std::size_t kLongestMessage = 256;
 constexpr int kCaller = 1;
-
-void Require(bool good, const char* what) {
-  if (good) return;
-  std::fprintf(stderr, "%s\n", what);
-  std::abort();
-}
 
 struct Reading {
   std::string rewritten;
@@ -129,7 +123,13 @@ std::string CreateLink(const char* device) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::string bytes(data + 1, data + size);
-  Bench bench{BenchOptions{}};
+  // Built once, with its unit and tables; what an input leaves in its instruments is cleared ahead of the next one.
+  static Bench bench{BenchOptions{}};
+  for (InstrumentLine* instrument :
+       {static_cast<InstrumentLine*>(&bench.testSet), static_cast<InstrumentLine*>(&bench.supply)}) {
+    for (const char* line : {"*CLS", "*RST"}) (void)instrument->Take(line);
+    instrument->Clear();
+  }
   GatewayCore core{{{{"gpib0,1"}, bench.testSet}, {{"gpib0,2"}, bench.supply}}};
   // Links 1 and 2, so that a call finds one.
   for (const char* device : {"gpib0,1", "gpib0,2"}) (void)core.Answer({CREATE_LINK, CreateLink(device), kCaller, {}});
