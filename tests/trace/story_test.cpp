@@ -116,6 +116,33 @@ TEST_F(StoryTest, NeverFailsOnRandomBytes) {
   EXPECT_THAT(StoryOf(noise), testing::HasSubstr("is damaged and passed over"));
 }
 
+TEST_F(StoryTest, NothingInADamagedTraceMovesTheCursor) {
+  EXPECT_EQ(StoryOf(R"({"trace":1,"program":"p\u001b[2J","started":"s\n"}
+{"t":1,"link":"COM1\u001b","event":"out","hex":"20","says":"ti\r"}
+{"t":2,"link":"COM1","event":"no\u007fise"}
+)"),
+            "p\\x1B[2J, trace of a run that began at s\\n\n"
+            "      1.0000 s  -> Target: ti\\r\n"
+            "      2.0000 s     Target: no\\x7Fise\n"
+            "      2.0000 s  !! Target: no reply to \"ti\\r\" up to the end of the trace\n");
+}
+
+TEST_F(StoryTest, ATimeThatIsNoneIsADamagedLine) {
+  for (const char* time : {"1e300", "-1e300", "9223372037", "188888888888888888888"}) {
+    EXPECT_THAT(StoryOf(kHead + R"({"t":)" + time + R"(,"link":"GPIB 1","event":"out","text":"*RST"})" + "\n"),
+                testing::HasSubstr("?? line 2 of "))
+        << time;
+  }
+}
+
+TEST_F(StoryTest, ALineThatLacksAByteIsADamagedOne) {
+  for (const char* hex : {"02 ", "02 1", "0", "02  14"}) {
+    EXPECT_THAT(StoryOf(kHead + R"({"t":1,"link":"COM1","event":"in","hex":")" + hex + "\"}\n"),
+                testing::HasSubstr("?? line 2 of "))
+        << hex;
+  }
+}
+
 TEST_F(StoryTest, ALineOfAnyDepthIsRead) {
   constexpr int kDepth = 300'000;
   const std::string nest = std::string(kDepth, '[') + std::string(kDepth, ']');

@@ -45,6 +45,16 @@ std::string Readable(std::string_view bytes) {
   return text;
 }
 
+/// A text of the file itself: a damaged one must not move a terminal's cursor.
+std::string Still(std::string_view text) {
+  std::string still;
+  for (const char c : text) {
+    const bool control = static_cast<unsigned char>(c) < 0x20 || c == '\x7F';
+    still += control ? Readable({&c, 1}) : std::string(1, c);
+  }
+  return still;
+}
+
 /// A status in words that is not "status 0".
 bool TellsFailure(const std::string& reply) {
   const auto status = reply.find(": status ");
@@ -59,7 +69,7 @@ class Story {
   void Begin(const TraceHead& head) {
     if (head.part == 1) {
       End();
-      out_ << head.program << ", trace of a run that began at " << head.started << "\n";
+      out_ << Still(head.program) << ", trace of a run that began at " << Still(head.started) << "\n";
       last_ = TimePoint{0};
     }
   }
@@ -77,7 +87,9 @@ class Story {
   };
 
   static std::string Name(const std::string& link) { return IsSerial(link) ? "Target" : link; }
-  void Line(TimePoint at, const std::string& text) { out_ << Formatted("%12.4f s  ", Seconds(at)) << text << "\n"; }
+  void Line(TimePoint at, const std::string& text) {
+    out_ << Formatted("%12.4f s  ", Seconds(at)) << Still(text) << "\n";
+  }
   void Sent(const TraceRecord& record);
   void Received(const TraceRecord& record);
   /// The question of that link, if there is one, is over without a reply.

@@ -10,6 +10,8 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr double kSecond = 1e9;
+/// No trace is as long: a time beyond it is a damaged one, and further out nanoseconds have no number.
+constexpr double kLongestSeconds = 1e8;
 
 /// Each byte becomes the character of its number.
 std::string AsText(std::string_view bytes) {
@@ -41,6 +43,8 @@ std::optional<std::string> BytesOfText(std::string_view text) {
 }
 
 std::optional<std::string> BytesOfHex(std::string_view hex) {
+  // A blank stands between two bytes, so that none stands last: there, a byte was cut off.
+  if (hex.ends_with(' ')) return std::nullopt;
   std::string bytes;
   for (std::size_t at = 0; at < hex.size(); at += 3) {
     unsigned value = 0;
@@ -109,8 +113,10 @@ std::optional<TraceRecord> TraceRecordOf(std::string_view line) {
   const Json object = Parsed(line);
   const auto time = object.find("t");
   if (object.is_null() || time == object.end() || !time->is_number()) return std::nullopt;
+  const double seconds = time->get<double>();
+  if (!(std::fabs(seconds) <= kLongestSeconds)) return std::nullopt;
   TraceRecord record;
-  record.at = TimePoint(static_cast<std::int64_t>(time->get<double>() * kSecond));
+  record.at = TimePoint(static_cast<std::int64_t>(seconds * kSecond));
   record.link = TextAt(object, "link");
   record.event = TextAt(object, "event");
   record.says = TextAt(object, "says");
