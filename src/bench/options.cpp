@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <string>
 
 namespace orvane::bench {
@@ -15,6 +16,26 @@ void Assign(Number& target, std::string_view key, std::string_view value) {
   }
 }
 
+/// "inf" and "nan" read as numbers, too, and would make a unit whose readings are none.
+void AssignAmount(double& target, std::string_view key, std::string_view value) {
+  double amount = 0;
+  Assign(amount, key, value);
+  if (!std::isfinite(amount)) {
+    throw BenchOptionError(std::string(key) + "=" + std::string(value) + ": a number is needed");
+  }
+  target = amount;
+}
+
+void AssignAddress(int& target, std::string_view key, std::string_view value) {
+  constexpr int kLastPrimary = 30;
+  int address = 0;
+  Assign(address, key, value);
+  if (address < 0 || address > kLastPrimary) {
+    throw BenchOptionError(std::string(key) + "=" + std::string(value) + ": primary addresses are 0 to 30");
+  }
+  target = address;
+}
+
 struct KeyRow {
   std::string_view key;
   void (*set)(BenchOptions& options, std::string_view key, std::string_view value);
@@ -24,12 +45,16 @@ constexpr std::array kKeys{
     KeyRow{"seed", [](BenchOptions& o, std::string_view k, std::string_view v) { Assign(o.seed, k, v); }},
     KeyRow{"fault", [](BenchOptions& o, std::string_view, std::string_view v) { o.faults.push_back(ParseFault(v)); }},
     KeyRow{"store", [](BenchOptions& o, std::string_view, std::string_view v) { o.store = std::string(v); }},
-    KeyRow{"loss", [](BenchOptions& o, std::string_view k, std::string_view v) { Assign(o.cableLossDb, k, v); }},
-    KeyRow{"lead", [](BenchOptions& o, std::string_view k, std::string_view v) { Assign(o.leadLossVolts, k, v); }},
+    KeyRow{"loss",
+           [](BenchOptions& o, std::string_view k, std::string_view v) { AssignAmount(o.cableLossDb, k, v); }},
+    KeyRow{"lead",
+           [](BenchOptions& o, std::string_view k, std::string_view v) { AssignAmount(o.leadLossVolts, k, v); }},
     KeyRow{"testset",
-           [](BenchOptions& o, std::string_view k, std::string_view v) { Assign(o.testSetAddress, k, v); }},
-    KeyRow{"supply", [](BenchOptions& o, std::string_view k, std::string_view v) { Assign(o.supplyAddress, k, v); }},
-    KeyRow{"load", [](BenchOptions& o, std::string_view k, std::string_view v) { Assign(o.loadAddress, k, v); }},
+           [](BenchOptions& o, std::string_view k, std::string_view v) { AssignAddress(o.testSetAddress, k, v); }},
+    KeyRow{"supply",
+           [](BenchOptions& o, std::string_view k, std::string_view v) { AssignAddress(o.supplyAddress, k, v); }},
+    KeyRow{"load",
+           [](BenchOptions& o, std::string_view k, std::string_view v) { AssignAddress(o.loadAddress, k, v); }},
 };
 
 }  // namespace

@@ -165,7 +165,11 @@ TEST(Options, AreRefusedWithTheirName) {
                                                        {"virtual:colour=red", "colour=red"},
                                                        {"virtual:seed", "seed"},
                                                        {"virtual:", "KEY=VALUE"},
-                                                       {"virtual:fault=wrong", "fault=wrong"}};
+                                                       {"virtual:fault=wrong", "fault=wrong"},
+                                                       {"virtual:loss=inf", "loss=inf"},
+                                                       {"virtual:lead=nan", "lead=nan"},
+                                                       {"virtual:load=31", "load=31"},
+                                                       {"virtual:testset=-1", "testset=-1"}};
   for (const auto& [text, named] : cases) {
     try {
       (void)ParseBenchOptions(text);
