@@ -1,6 +1,7 @@
 #include "base/byte_hex.h"
 
 #include <string_view>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -31,16 +32,23 @@ Bytes OfFour(std::string_view digits) {
 
 }  // namespace
 
+WordInHex WordToHexConvert(Long value) {
+  std::string digits = HexText(value);
+  if (value < 0) return {digits.substr(4, 2), digits.substr(6, 2)};
+  if (digits.size() < 3) return {"00", std::move(digits)};
+  return {digits.substr(0, digits.size() - 2), digits.substr(digits.size() - 2)};
+}
+
 std::array<std::string, 5> ByteToLongHexConvert(Integer byteCount, Long value) {
   if (byteCount < 1 || byteCount > 4) return {};
+  if (byteCount == 2) {
+    WordInHex word = WordToHexConvert(value);
+    return {std::move(word.upper), std::move(word.lower)};
+  }
   const std::string digits = HexText(value);
   if (value < 0) return OfNegative(static_cast<std::size_t>(byteCount), digits);
   Bytes bytes;
   if (byteCount == 1) bytes[0] = digits;
-  if (byteCount == 2 && digits.size() < 3) bytes = {"00", digits};
-  if (byteCount == 2 && digits.size() >= 3) {
-    bytes = {digits.substr(0, digits.size() - 2), digits.substr(digits.size() - 2)};
-  }
   if (byteCount == 4) bytes = OfFour(digits);
   return bytes;
 }

@@ -45,7 +45,8 @@ Decimal4 Decimal4::FromText(std::string_view text) { return FromRaw(ParseNumber(
 std::string Decimal4::Text() const {
   const bool negative = raw_ < 0;
   const std::uint64_t size = negative ? 0 - static_cast<std::uint64_t>(raw_) : static_cast<std::uint64_t>(raw_);
-  std::string text = (negative ? "-" : "") + std::to_string(size / kScale);
+  std::string text = negative ? "-" : "";
+  text += std::to_string(size / kScale);
   if (size % kScale == 0) return text;
   std::string places = std::to_string(size % kScale + kScale).substr(1);
   places.erase(places.find_last_not_of('0') + 1);

@@ -32,20 +32,23 @@ Whole Rounded(double value) {
   return Narrowed<Whole>(whole);
 }
 
-std::string Hex(std::uint64_t value) {
-  std::array<char, 16> digits{};
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, 16).ptr;
-  std::string text(digits.data(), end);
-  for (char& c : text) {
-    if (c >= 'a') c = static_cast<char>(c - 'a' + 'A');
-  }
-  return text;
+std::string Hex(std::uint32_t value) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::array<char, 8> digits;
+  auto first = digits.end();
+  do {
+    *--first = kDigits[value % 16];
+    value /= 16;
+  } while (value != 0);
+  return {first, digits.end()};
 }
 
 }  // namespace
 
-Integer ToInteger(std::string_view text) { return Narrowed<Integer>(ParseNumber(text).Scaled(0)); }
-Long ToLong(std::string_view text) { return Narrowed<Long>(ParseNumber(text).Scaled(0)); }
+Integer ToInteger(std::string_view text) { return Narrowed<Integer>(ParseWhole(text)); }
+Long ToLong(std::string_view text) { return Narrowed<Long>(ParseWhole(text)); }
+Integer HexToInteger(std::string_view digits) { return Narrowed<Integer>(ParseHexadecimal(digits)); }
+Long HexToLong(std::string_view digits) { return Narrowed<Long>(ParseHexadecimal(digits)); }
 double ToDouble(std::string_view text) { return ParseNumber(text).ToDouble(); }
 
 bool IsPlainNumber(std::string_view text, int min, int max) {

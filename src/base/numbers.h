@@ -18,6 +18,10 @@ using Long = std::int32_t;
 [[nodiscard]] Long ToLong(std::string_view text);
 [[nodiscard]] double ToDouble(std::string_view text);
 
+/// The same of hexadecimal digits that lack their "&H".
+[[nodiscard]] Integer HexToInteger(std::string_view digits);
+[[nodiscard]] Long HexToLong(std::string_view digits);
+
 /// Whether a text is, character for character, the decimal text of a whole number from `min` to `max`: "7" is, "07"
 /// is not.
 [[nodiscard]] bool IsPlainNumber(std::string_view text, int min, int max);

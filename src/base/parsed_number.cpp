@@ -1,8 +1,10 @@
 #include "base/parsed_number.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <limits>
+#include <optional>
 
 #include "base/failure.h"
 #include "base/text.h"
@@ -18,18 +20,60 @@ constexpr std::int64_t kExponentBound = 10000;
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-ParsedNumber ParseHexadecimal(std::string_view whole, std::string_view digits) {
-  std::uint32_t value = 0;
-  const auto* end = digits.data() + digits.size();
-  const auto [stop, error] = std::from_chars(digits.data(), end, value, 16);
-  if (error == std::errc::result_out_of_range) {
-    throw StationFailure("Overflow: " + std::string(whole) + " does not fit 32 bits.");
+bool IsHexadecimal(std::string_view word) {
+  return word.size() > 2 && word[0] == '&' && (word[1] == 'H' || word[1] == 'h');
+}
+
+constexpr std::uint8_t kNoHexDigit = 16;
+
+/// The value of each character as a hexadecimal digit.
+constexpr std::array<std::uint8_t, 256> kHexDigit = [] {
+  std::array<std::uint8_t, 256> values{};
+  values.fill(kNoHexDigit);
+  for (std::uint8_t i = 0; i < 10; ++i) values['0' + i] = i;
+  for (std::uint8_t i = 0; i < 6; ++i) values['A' + i] = values['a' + i] = static_cast<std::uint8_t>(10 + i);
+  return values;
+}();
+
+[[noreturn]] void BadHexadecimal(std::string_view prefix, std::string_view digits, bool tooLarge) {
+  const std::string word = std::string(prefix).append(digits);
+  if (!tooLarge) NotANumber(word);
+  throw StationFailure("Overflow: " + word + " does not fit 32 bits.");
+}
+
+/// `prefix` is what stands ahead of the digits, for the failure's text.
+std::int64_t HexadecimalOf(std::string_view prefix, std::string_view digits) {
+  std::uint64_t value = 0;
+  for (const char c : digits) {
+    const std::uint8_t digit = kHexDigit[static_cast<unsigned char>(c)];
+    value = value * 16 + digit;
+    const bool tooLarge = value > std::numeric_limits<std::uint32_t>::max();
+    if (digit == kNoHexDigit || tooLarge) BadHexadecimal(prefix, digits, digit != kNoHexDigit);
   }
-  if (error != std::errc() || stop != end) NotANumber(whole);
-  const std::int64_t number = digits.size() <= 4   ? static_cast<std::int16_t>(value)
-                              : digits.size() == 8 ? static_cast<std::int32_t>(value)
-                                                   : static_cast<std::int64_t>(value);
-  return {number < 0, std::to_string(number < 0 ? -number : number), 0};
+  if (digits.empty()) BadHexadecimal(prefix, digits, false);
+  if (digits.size() <= 4) return static_cast<std::int16_t>(value);
+  return digits.size() == 8 ? static_cast<std::int32_t>(value) : static_cast<std::int64_t>(value);
+}
+
+/// A word of nothing but a sign and a few digits, as nearly all are; no value for any other.
+std::optional<std::int64_t> PlainWhole(std::string_view word) {
+  constexpr std::size_t kDigitsThatAlwaysFit = 18;
+  const bool negative = word.starts_with('-');
+  if (negative) word.remove_prefix(1);
+  if (word.empty() || word.size() > kDigitsThatAlwaysFit) return std::nullopt;
+  std::int64_t value = 0;
+  for (const char c : word) {
+    if (!IsDigit(c)) return std::nullopt;
+    value = value * 10 + (c - '0');
+  }
+  return negative ? -value : value;
+}
+
+/// A whole number in any of the forms that a number may have.
+std::int64_t AnyWhole(std::string_view text) {
+  const std::string_view word = TrimBlanksAndLineEnds(text);
+  if (IsHexadecimal(word)) return HexadecimalOf(word.substr(0, 2), word.substr(2));
+  return ParseNumber(text).Scaled(0);
 }
 
 }  // namespace
@@ -77,8 +121,9 @@ double ParsedNumber::ToDouble() const {
 
 ParsedNumber ParseNumber(std::string_view text) {
   const std::string_view word = TrimBlanksAndLineEnds(text);
-  if (word.size() > 2 && word[0] == '&' && (word[1] == 'H' || word[1] == 'h')) {
-    return ParseHexadecimal(word, word.substr(2));
+  if (IsHexadecimal(word)) {
+    const std::int64_t number = HexadecimalOf(word.substr(0, 2), word.substr(2));
+    return {number < 0, std::to_string(number < 0 ? -number : number), 0};
   }
   std::size_t at = 0;
   const auto more = [&] { return at < word.size(); };
@@ -109,6 +154,13 @@ ParsedNumber ParseNumber(std::string_view text) {
   }
   if (more()) NotANumber(text);
   return {negative, std::move(digits), exponent};
+}
+
+std::int64_t ParseHexadecimal(std::string_view digits) { return HexadecimalOf("&H", digits); }
+
+std::int64_t ParseWhole(std::string_view text) {
+  if (const auto plain = PlainWhole(text)) return *plain;
+  return AnyWhole(text);
 }
 
 }  // namespace orvane

@@ -25,4 +25,10 @@ class ParsedNumber {
 /// The one reader of numbers behind every conversion. @throws StationFailure when the text is no number.
 [[nodiscard]] ParsedNumber ParseNumber(std::string_view text);
 
+/// The value of "&H" and these digits. @throws StationFailure when they are none or more than 32 bits.
+[[nodiscard]] std::int64_t ParseHexadecimal(std::string_view digits);
+
+/// The same as a whole number: `ParseNumber(text).Scaled(0)`.
+[[nodiscard]] std::int64_t ParseWhole(std::string_view text);
+
 }  // namespace orvane

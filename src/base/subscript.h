@@ -1,18 +1,17 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
-
-#include "base/failure.h"
 
 namespace orvane {
+
+[[noreturn]] void FailOutOfRange(std::int64_t index, std::size_t size);
 
 /// The element with that index. @throws StationFailure for an index out of range.
 template <class Container>
 [[nodiscard]] auto& At(Container& container, std::int64_t index) {
   if (index < 0 || static_cast<std::uint64_t>(index) >= container.size()) {
-    throw StationFailure("Subscript out of range: " + std::to_string(index) + " is not within 0 to " +
-                         std::to_string(static_cast<std::int64_t>(container.size()) - 1) + ".");
+    FailOutOfRange(index, container.size());
   }
   return container[static_cast<std::size_t>(index)];
 }

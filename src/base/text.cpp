@@ -5,11 +5,15 @@
 namespace orvane {
 namespace {
 
-std::string_view Trimmed(std::string_view text, std::string_view what) {
-  const auto first = text.find_first_not_of(what);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(what) - first + 1);
+template <class IsDropped>
+std::string_view Trimmed(std::string_view text, IsDropped isDropped) {
+  while (!text.empty() && isDropped(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isDropped(text.back())) text.remove_suffix(1);
+  return text;
 }
+
+bool IsBlank(char c) { return c == ' '; }
+bool IsBlankOrLineEnd(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
@@ -38,9 +42,9 @@ void AppendUtf8(std::string& out, char32_t c) {
 
 }  // namespace
 
-std::string_view Trim(std::string_view text) { return Trimmed(text, " "); }
+std::string_view Trim(std::string_view text) { return Trimmed(text, IsBlank); }
 
-std::string_view TrimBlanksAndLineEnds(std::string_view text) { return Trimmed(text, " \t\r\n"); }
+std::string_view TrimBlanksAndLineEnds(std::string_view text) { return Trimmed(text, IsBlankOrLineEnd); }
 
 std::string_view TakeWord(std::string_view& text) {
   const std::string_view trimmed = Trim(text);

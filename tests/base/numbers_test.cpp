@@ -6,11 +6,13 @@
 #include <cfenv>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <limits>
 #include <random>
 
 #include "base/decimal4.h"
 #include "base/failure.h"
+#include "base/parsed_number.h"
 
 namespace orvane {
 namespace {
@@ -162,6 +164,64 @@ TEST(NumberText, ReadsBackAsTheSameNumber) {
   for (int turn = 0; turn < 5000; ++turn) {
     const double value = values(random);
     EXPECT_EQ(ToDouble(NumberText(value)), value);
+  }
+}
+
+/// A reading, or the words of its failure.
+std::string Outcome(const std::function<std::int64_t()>& read) {
+  try {
+    return std::to_string(read());
+  } catch (const StationFailure& failure) {
+    return failure.what();
+  }
+}
+
+TEST(ParseWhole, IsWhatTheExactReaderMakesOfTheSameText) {
+  const std::vector<std::string> words{"",
+                                       "0",
+                                       "-0",
+                                       "007",
+                                       "-32768",
+                                       "999999999999999999",
+                                       "-999999999999999999",
+                                       "1000000000000000000",
+                                       "+5",
+                                       "-",
+                                       "--5",
+                                       "+-5",
+                                       "5-",
+                                       "9223372036854775807",
+                                       "9223372036854775808",
+                                       "12345678901234567890123",
+                                       "2.5",
+                                       "3.5",
+                                       "1e3",
+                                       "1e-3",
+                                       "1e",
+                                       "&H",
+                                       "&HFFFF",
+                                       "&h0FFFF",
+                                       "&H10000",
+                                       "&HFFFFFFFF",
+                                       "&H100000000",
+                                       "&H-1",
+                                       "&HG",
+                                       "&H12 34",
+                                       "0x12",
+                                       "nan"};
+  for (const std::string& word : words) {
+    for (const std::string& text : {word, " " + word, word + "\r\n", "\t" + word + " "}) {
+      EXPECT_EQ(Outcome([&] { return ParseWhole(text); }), Outcome([&] { return ParseNumber(text).Scaled(0); }))
+          << text;
+    }
+  }
+}
+
+TEST(HexToInteger, IsTheTextBehindItsPrefix) {
+  for (const std::string digits :
+       {"", "0", "7f", "FFFF", "0FFFF", "10000", "00000001", "100000000", "G", " 1", "-1"}) {
+    EXPECT_EQ(Outcome([&] { return HexToInteger(digits); }), Outcome([&] { return ToInteger("&H" + digits); }));
+    EXPECT_EQ(Outcome([&] { return HexToLong(digits); }), Outcome([&] { return ToLong("&H" + digits); }));
   }
 }
 
