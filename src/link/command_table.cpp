@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 
 #include "base/byte_hex.h"
 #include "base/subscript.h"
@@ -21,15 +22,19 @@ void IntZero(std::string_view word, CommandData& frame) {
   frame.Add(0);
 }
 
-void IntHex(std::string_view word, CommandData& frame) { Int(HexRewrite(word), frame); }
-
-void AddLittleEndian(Long value, CommandData& frame) {
-  const auto bytes = ByteToLongHexConvert(2, value);
-  Int("&H" + bytes[1], frame);
-  Int("&H" + bytes[0], frame);
+void IntHex(std::string_view word, CommandData& frame) {
+  frame.Add(IsHexWord(word) ? HexToInteger(HexDigitsOf(word)) : ToInteger(word));
 }
 
-void LongHex(std::string_view word, CommandData& frame) { AddLittleEndian(ToLong(HexRewrite(word)), frame); }
+void AddLittleEndian(Long value, CommandData& frame) {
+  const WordInHex word = WordToHexConvert(value);
+  frame.Add(HexToInteger(word.lower));
+  frame.Add(HexToInteger(word.upper));
+}
+
+void LongHex(std::string_view word, CommandData& frame) {
+  AddLittleEndian(IsHexWord(word) ? HexToLong(HexDigitsOf(word)) : ToLong(word), frame);
+}
 
 void SignedWord(std::string_view word, CommandData& frame) { AddLittleEndian(ToInteger(word), frame); }
 
@@ -71,8 +76,7 @@ bool Arguments([[maybe_unused]] const WordArray& words, [[maybe_unused]] Command
 /// A table number and its 32 values, zero where the line is short. Words behind them are read and dropped.
 bool TemplateValues(const WordArray& words, CommandData& frame) {
   constexpr Integer kTemplateBytes = 33;
-  const auto end = static_cast<std::size_t>(WordCount(words)) + 1;
-  for (std::size_t i = kFirstArgument; i < end; ++i) {
+  for (std::size_t i = kFirstArgument; i <= words.Count(); ++i) {
     const Integer value = ToInteger(words[i]);
     if (frame.count < kTemplateBytes) frame.Add(value);
   }
@@ -89,13 +93,15 @@ std::string HexWord(Integer value) {
 /// Flash table 100: five values of two bytes. The digits are taken by their places: the third and fourth character
 /// are the high byte, the fifth and sixth the low one.
 bool FlashTable(const WordArray& words, CommandData& frame) {
-  const auto first = words.begin() + kFirstArgument + 1;
-  const auto last = first + 5;
-  if (std::any_of(first, last, [](const std::string& word) { return word.empty(); })) return false;
+  constexpr std::size_t kFirstValue = kFirstArgument + 1;
+  constexpr std::size_t kValuesEnd = kFirstValue + 5;
+  for (std::size_t i = kFirstValue; i < kValuesEnd; ++i) {
+    if (words[i].empty()) return false;
+  }
   frame.Add(100);
-  for (auto word = first; word != last; ++word) {
-    const bool isHex = word->find('x') != std::string::npos;
-    const std::string digits = isHex ? HexRewrite(*word) : HexWord(ToInteger(*word));
+  for (std::size_t i = kFirstValue; i < kValuesEnd; ++i) {
+    const std::string_view word = words[i];
+    const std::string digits = IsHexWord(word) ? "&H" + std::string(HexDigitsOf(word)) : HexWord(ToInteger(word));
     const auto pair = [&](std::size_t at) { return "&H" + std::string(Characters(digits, at, 2)); };
     Int(pair(4), frame);
     Int(pair(2), frame);
@@ -105,11 +111,10 @@ bool FlashTable(const WordArray& words, CommandData& frame) {
 
 /// A table of another number than these goes out without data.
 bool SpecialTable(const WordArray& words, CommandData& frame) {
-  const std::string& table = words[kFirstArgument];
+  const std::string_view table = words[kFirstArgument];
   if (table == "100") return FlashTable(words, frame);
   if (table != "3" && table != "10" && table != "20") return true;
-  const auto end = static_cast<std::size_t>(WordCount(words)) + 1;
-  for (std::size_t i = kFirstArgument; i < end; ++i) IntHex(words[i], frame);
+  for (std::size_t i = kFirstArgument; i <= words.Count(); ++i) IntHex(words[i], frame);
   return true;
 }
 

@@ -1,44 +1,68 @@
 #include "link/command_words.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 
 #include "base/failure.h"
-#include "base/numbers.h"
 #include "base/text.h"
 
 namespace orvane {
 namespace {
 
-constexpr std::string_view kSeparators = " ,\r\n\t";
+/// What a character means to a command line.
+enum Kind : std::uint8_t { kOther, kSeparator, kMakesAnArgument, kSmallX, kCapitalX, kKinds };
+
+constexpr std::array<Kind, 256> kKindOf = [] {
+  std::array<Kind, 256> kinds{};
+  const auto set = [&](std::string_view characters, Kind kind) {
+    for (const char c : characters) kinds[static_cast<unsigned char>(c)] = kind;
+  };
+  set(" ,\r\n\t", kSeparator);
+  set("0123456789ABCDEFabcdef*#", kMakesAnArgument);
+  set("x", kSmallX);
+  set("X", kCapitalX);
+  return kinds;
+}();
+
+Kind KindOf(char c) { return kKindOf[static_cast<unsigned char>(c)]; }
 
 bool IsWellFormed(std::string_view word) {
-  return word.find_first_of("0123456789ABCDEFabcdef*#") != std::string_view::npos &&
-         std::count(word.begin(), word.end(), 'x') <= 1 && std::count(word.begin(), word.end(), 'X') <= 1;
+  std::array<int, kKinds> counts{};
+  for (const char c : word) ++counts[KindOf(c)];
+  return counts[kMakesAnArgument] > 0 && counts[kSmallX] <= 1 && counts[kCapitalX] <= 1;
 }
 
 }  // namespace
 
-void WordSplitter(std::string_view line, WordArray& words) {
-  std::size_t count = 0;
-  for (auto at = line.find_first_not_of(kSeparators); at != std::string_view::npos;) {
-    const auto end = line.find_first_of(kSeparators, at);
-    if (++count >= words.size()) throw StationFailure("Subscript out of range: a command has 100 words at most.");
-    words[count] = line.substr(at, end - at);
-    at = line.find_first_not_of(kSeparators, end);
+void WordArray::Add(std::size_t first, std::size_t size) {
+  if (found_ == places_.size()) {
+    throw StationFailure("Subscript out of range: a command has 100 words at most.");
   }
-  words[0] = std::to_string(std::max<std::size_t>(count, 1));
+  places_[found_++] = {first, size};
 }
 
-int WordCount(const WordArray& words) { return ToInteger(words[0]); }
+WordArray WordSplitter(std::string_view line) {
+  WordArray words(line);
+  for (std::size_t at = 0;;) {
+    while (at < line.size() && KindOf(line[at]) == kSeparator) ++at;
+    if (at == line.size()) break;
+    const std::size_t first = at;
+    while (at < line.size() && KindOf(line[at]) != kSeparator) ++at;
+    words.Add(first, at - first);
+  }
+  return words;
+}
 
 bool ArgumentsAreWellFormed(const WordArray& words) {
-  const auto first = words.begin() + 2;
-  return std::all_of(first, std::max(first, words.begin() + 1 + WordCount(words)), IsWellFormed);
+  for (std::size_t i = 2; i <= words.Count(); ++i) {
+    if (!IsWellFormed(words[i])) return false;
+  }
+  return true;
 }
 
-std::string HexRewrite(std::string_view word) {
-  if (word.find('x') == std::string_view::npos) return std::string(word);
-  return "&H" + std::string(word.substr(CharacterOffset(word, 2)));
-}
+bool IsHexWord(std::string_view word) { return word.find('x') != std::string_view::npos; }
+
+std::string_view HexDigitsOf(std::string_view word) { return word.substr(CharacterOffset(word, 2)); }
 
 }  // namespace orvane

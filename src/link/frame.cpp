@@ -1,6 +1,6 @@
 #include "link/frame.h"
 
-#include <algorithm>
+#include <string>
 
 #include "base/failure.h"
 #include "base/subscript.h"
@@ -36,8 +36,9 @@ void EscapeData(FrameData& data, Integer& count) {
   }
 }
 
-std::string FrameBody(Integer operation, Integer count, const FrameData& escaped, Integer checksum) {
-  std::string body(kFrameBodySize, '\0');
+std::array<char, kFrameBodySize> FrameBody(Integer operation, Integer count, const FrameData& escaped,
+                                           Integer checksum) {
+  std::array<char, kFrameBodySize> body{};
   int at = 0;
   const auto put = [&](Integer value) { At(body, at++) = AsByte(value); };
   put(operation);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <string>
 #include <string_view>
 
 #include "base/numbers.h"
@@ -30,6 +29,7 @@ void EscapeData(FrameData& data, Integer& count);
 /// What follows the sync bytes of a command: operation code, the escaped data, the checksum with its own escape, the
 /// terminator, zeros.
 /// @throws StationFailure for a value that is no byte, or a terminator that lies beyond the body.
-[[nodiscard]] std::string FrameBody(Integer operation, Integer count, const FrameData& escaped, Integer checksum);
+[[nodiscard]] std::array<char, kFrameBodySize> FrameBody(Integer operation, Integer count, const FrameData& escaped,
+                                                         Integer checksum);
 
 }  // namespace orvane

@@ -20,10 +20,13 @@ constexpr int kUnpaddedOperation = 57;
 /// "&H" and at least two digits.
 void AssignHex(std::string& text, std::uint16_t value) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
-  text.assign("&H");
-  if (value >= 0x100) text += kDigits[value >> 8U];
-  text += kDigits[(value >> 4U) & 0xFU];
-  text += kDigits[value & 0xFU];
+  text.resize(value < 0x100 ? 4 : 5);
+  auto at = text.begin();
+  *at++ = '&';
+  *at++ = 'H';
+  if (value >= 0x100) *at++ = kDigits[value >> 8U];
+  *at++ = kDigits[(value >> 4U) & 0xFU];
+  *at = kDigits[value & 0xFU];
 }
 
 }  // namespace

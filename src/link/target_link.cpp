@@ -70,8 +70,9 @@ void TargetLink::RunTargetCommand(std::string_view line) {
 }
 
 void TargetLink::CommandInterpreter() {
-  WordArray words;
-  WordSplitter(main_->txtUserCommand.Text(), words);
+  // A copy: whatever is shown while this runs may write to the box.
+  const std::string line = main_->txtUserCommand.Text();
+  const WordArray words = WordSplitter(line);
   state_.ReplySpin = 0;
   if (!ArgumentsAreWellFormed(words)) {
     console_.Append(std::string(kInvalid) + "\r\n");
@@ -84,7 +85,7 @@ void TargetLink::CommandInterpreter() {
   if (HasRequired(row, words) && row.encode(words, frame)) {
     BuildAndSendFrame(row.code, frame.count, frame.data, ChecksumOf(row.code, frame.count, frame.data));
   } else {
-    console_.Append(std::string(kInvalid) + words[1] + "\r\n");
+    console_.Append(std::string(kInvalid) + std::string(words[1]) + "\r\n");
     ++tally_.refusedLines;
   }
   main_->txtUserCommand.SetText("");
@@ -92,7 +93,7 @@ void TargetLink::CommandInterpreter() {
 
 void TargetLink::BuildAndSendFrame(Integer operation, Integer count, FrameData data, Integer checksum) {
   EscapeData(data, count);
-  const std::string body = FrameBody(operation, count, data, checksum);
+  const auto body = FrameBody(operation, count, data, checksum);
   if (!state_.ReplyBuffer.empty()) ++tally_.unaskedTexts;
   decoder_.Expect(operation);
   state_.ReplyDone = false;
@@ -104,7 +105,7 @@ void TargetLink::BuildAndSendFrame(Integer operation, Integer count, FrameData d
     return;
   }
   mscomTarget_.OutputWithNext(kSync);
-  mscomTarget_.Output(body);
+  mscomTarget_.Output({body.data(), body.size()});
   ++tally_.commands;
   tally_.bytesOut += static_cast<long>(kSync.size() + body.size());
   ShowPayloadCaption();

@@ -1,6 +1,7 @@
 #include "rfparams/eeprom_image.h"
 
 #include <type_traits>
+#include <utility>
 
 #include "base/byte_hex.h"
 #include "base/numbers.h"
@@ -28,13 +29,13 @@ void WalkImage(RFState& state, Visit visit) {
 
 void TMEEPROMDataMaker(RFState& state) {
   WalkImage(state, [](const FieldRow& row, Integer value, std::string* entry) {
-    const auto bytes = ByteToLongHexConvert(2, value);
     if (row.form == EepromForm::Byte) {
       *entry++ = HexText(value);
     } else {
-      *entry++ = bytes[1];
+      WordInHex word = WordToHexConvert(value);
+      *entry++ = std::move(word.lower);
+      if (row.form == EepromForm::Word) *entry++ = std::move(word.upper);
     }
-    if (row.form == EepromForm::Word) *entry++ = bytes[0];
     for (int i = 0; i < row.zeros; ++i) *entry++ = kZeroByte;
   });
 }

@@ -1,6 +1,7 @@
 #include "rfparams/record_layout.h"
 
 #include <array>
+#include <charconv>
 
 namespace orvane {
 namespace {
@@ -150,15 +151,21 @@ constexpr Layout kLayout = [] {
 static_assert(kLayout.count == kParameterCount);
 static_assert(kLayout.bytes == kImageSize);
 
+void AppendIndex(std::string& out, std::size_t index) {
+  std::array<char, 20> digits;
+  out.append(digits.data(), std::to_chars(digits.begin(), digits.end(), index).ptr);
+}
+
 }  // namespace
 
 std::span<const ParameterSlot> ParameterSlots() { return kLayout.slots; }
 
 void AppendLabel(std::string& out, const ParameterSlot& slot) {
-  if (slot.InBand()) out.append("BAND(").append(std::to_string(slot.element.n)).append(").");
+  if (slot.InBand()) out.append("BAND(").append(1, static_cast<char>('0' + slot.element.n)).append(").");
   std::string_view rest = slot.row->label;
   for (auto at = rest.find('{'); at != std::string_view::npos; at = rest.find('{')) {
-    out.append(rest.substr(0, at)).append(std::to_string(rest[at + 1] == 'i' ? slot.element.i : slot.element.k));
+    out.append(rest.substr(0, at));
+    AppendIndex(out, rest[at + 1] == 'i' ? slot.element.i : slot.element.k);
     rest.remove_prefix(at + 3);
   }
   out.append(rest);

@@ -32,11 +32,16 @@ constexpr std::array<std::uint16_t, kParameterCount> kConversionOrder = [] {
   return order;
 }();
 
-/// The word behind the first word "=" of a line; no value without one. A line may have no word behind it: an empty
-/// value.
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+/// The word behind the first word "=" of a line; no value without one. Blanks and tabs stand between words. A line
+/// may have no word behind it: an empty value.
 std::optional<std::string_view> ValueOf(std::string_view line) {
-  while (!line.empty()) {
-    if (TakeWord(line) == "=") return TakeWord(line);
+  for (auto at = line.find('='); at != std::string_view::npos; at = line.find('=', at + 1)) {
+    const auto* const rest = line.begin() + at + 1;
+    if ((at > 0 && !IsBlank(line[at - 1])) || (rest != line.end() && !IsBlank(*rest))) continue;
+    const auto* const first = std::find_if_not(rest, line.end(), IsBlank);
+    return std::string_view(first, std::find_if(first, line.end(), IsBlank));
   }
   return std::nullopt;
 }
@@ -45,11 +50,9 @@ std::optional<std::string_view> ValueOf(std::string_view line) {
 
 int ReadParameterLines(std::string_view content, RFState& state) {
   std::size_t position = 0;
-  std::string line;
   while (!content.empty()) {
-    line = TakeLine(content);
-    if (line.empty() || line.find('/') != std::string::npos) continue;
-    std::replace(line.begin(), line.end(), '\t', ' ');
+    const std::string_view line = TakeLine(content);
+    if (line.empty() || line.find('/') != std::string_view::npos) continue;
     const auto value = ValueOf(line);
     if (value && position < kRFTextPositions) state.RFParamText[position] = TextOfBytes(*value);
     ++position;

@@ -45,9 +45,11 @@ class ShownBar {
 };
 
 /// One byte as the command line takes it, cut to its last two digits.
-std::string ByteWord(const std::string& entry) {
-  if (entry.size() == 1) return "0x0" + entry;
-  return "0x" + entry.substr(std::max<std::size_t>(entry.size(), 2) - 2);
+void AppendByteWord(std::string& line, std::string_view entry) {
+  line += '0';
+  line += 'x';
+  if (entry.size() == 1) line += '0';
+  for (const char digit : entry.substr(std::max<std::size_t>(entry.size(), 2) - 2)) line += digit;
 }
 
 /// "&H1F" less its prefix.
@@ -154,7 +156,11 @@ bool ParameterTransfer::TMDownLoadProcedure(Integer first, Integer last) {
   ListBox& list = panel_->lstDataReadWindow;
   list.AddItem(kHeading);
   for (int i = first; i <= last; ++i) {
-    PassOver([&] { list.AddItem(std::to_string(i) + "\t0x" + At(rf_.EepromImage, i)); });
+    PassOver([&] {
+      std::string row = std::to_string(i);
+      row.append("\t0x").append(At(rf_.EepromImage, i));
+      list.AddItem(std::move(row));
+    });
   }
   TransferWatch watch(link_, cal_);
   LostBytes lost(report_);
@@ -183,8 +189,14 @@ bool ParameterTransfer::TMDownLoadProcedure(Integer first, Integer last) {
 }
 
 void ParameterTransfer::TMEEPROMDataWrite(Integer first, Integer last) {
-  std::string line = "stw 3 ";
-  for (int i = first; i <= last; ++i) line += ByteWord(At(rf_.EepromImage, i)) + ",";
+  constexpr std::size_t kTypicalLine = 256;
+  std::string line;
+  line.reserve(kTypicalLine);
+  line += "stw 3 ";
+  for (int i = first; i <= last; ++i) {
+    AppendByteWord(line, At(rf_.EepromImage, i));
+    line += ',';
+  }
   link_.RunTargetCommand(line);
 }
 

@@ -14,14 +14,12 @@ TEST(CommandLine, SplitsAtBlanksCommasTabsAndLineEnds) {
 }
 
 TEST(CommandLine, CountsItsWords) {
-  WordArray words;
-  WordSplitter("rfpw 1, 62\r", words);
-  EXPECT_EQ(words[0], "3");
+  const WordArray words = WordSplitter("rfpw 1, 62\r");
+  EXPECT_EQ(words.Count(), 3U);
   EXPECT_EQ(words[1], "rfpw");
   EXPECT_EQ(words[3], "62");
-  WordArray none;
-  WordSplitter("\r", none);
-  EXPECT_EQ(none[0], "1");
+  const WordArray none = WordSplitter("\r");
+  EXPECT_EQ(none.Count(), 1U);
   EXPECT_EQ(none[1], "");
 }
 

@@ -247,6 +247,7 @@ TEST(ReadParameterLines, FilesTheWordBehindEqualsByItsPlace) {
       {"an equals at the end stores the empty text", "a =\nb = 2\n", {"", "2"}, 2},
       {"a label may hold blanks", "a b c d = 7\n", {"7"}, 1},
       {"the value of a second equals is not looked at", "= = 7\n", {"="}, 1},
+      {"an equals within a word is part of it", "a=b = 7\nx =5 = 8\n=\t9\n", {"7", "8", "9"}, 3},
       {"a value in an 8-bit file is one character a byte", "a = \xE9\n", {"\xC3\xA9"}, 1},
       {"a carriage return inside is a character like any other", "a = 1\r2\n", {"1\r2"}, 1},
   };
