@@ -104,30 +104,37 @@ std::string ErrorQueue::Pop() {
   return oldest;
 }
 
-std::vector<ScpiUnit> UnitsOf(std::string_view line) {
-  std::vector<ScpiUnit> units;
-  std::string path;
-  while (!line.empty()) {
-    const std::size_t end = line.find(';');
-    const std::string_view unit = Trimmed(line.substr(0, end));
-    line = end == std::string_view::npos ? std::string_view{} : line.substr(end + 1);
-    if (unit.empty()) {
+const ScpiUnit* ScpiUnits::Next() {
+  while (!rest_.empty()) {
+    const std::size_t end = rest_.find(';');
+    const std::string_view text = Trimmed(rest_.substr(0, end));
+    rest_ = end == std::string_view::npos ? std::string_view{} : rest_.substr(end + 1);
+    if (text.empty()) {
       continue;
     }
-    const std::size_t blank = unit.find_first_of(" \t");
-    std::string header(unit.substr(0, blank));
-    const std::string_view argument = blank == std::string_view::npos ? std::string_view{} : unit.substr(blank);
+    const auto* const blank = std::find_if(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\t'; });
+    std::string_view header(text.begin(), blank);
     if (header.front() == ':') {
-      header.erase(0, 1);
+      header.remove_prefix(1);
     } else if (header.front() != '*') {
-      header.insert(0, path);
+      header = Continued(header);
     }
-    if (header.empty() || header.front() != '*') {
-      path = header.substr(0, header.rfind(':') + 1);
+    if (!header.starts_with('*')) {
+      before_ = header;
     }
-    units.push_back({std::move(header), Trimmed(argument)});
+    unit_ = {header, Trimmed({blank, text.end()})};
+    return &unit_;
   }
-  return units;
+  return nullptr;
+}
+
+std::string_view ScpiUnits::Continued(std::string_view header) {
+  const std::string_view path = before_.substr(0, before_.rfind(':') + 1);
+  if (path.empty()) {
+    return header;
+  }
+  joined_ = std::string(path).append(header);
+  return joined_;
 }
 
 }  // namespace orvane::bench

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -41,12 +42,28 @@ struct ScpiAnswer {
 };
 
 struct ScpiUnit {
-  std::string header;
+  std::string_view header;
   std::string_view argument;
 };
 
-/// Cuts a line at its semicolons; a header that does not start anew continues the path of the one before.
-[[nodiscard]] std::vector<ScpiUnit> UnitsOf(std::string_view line);
+/// Cuts a line, which must outlive it, at its semicolons. A header that does not start anew continues the path of the
+/// one before; common commands ("*OPC?") leave that path as it was.
+class ScpiUnits {
+ public:
+  explicit ScpiUnits(std::string_view line) : rest_(line) {}
+
+  /// The next unit, good until the one after it is asked for; null behind the last.
+  [[nodiscard]] const ScpiUnit* Next();
+
+ private:
+  [[nodiscard]] std::string_view Continued(std::string_view header);
+
+  std::string_view rest_;
+  ScpiUnit unit_;
+  /// The header that the next one continues.
+  std::string_view before_;
+  std::string joined_;
+};
 
 /// What all instruments of the bench have in common: a table of headers and an error queue. `Instrument` gives the
 /// table as `static std::span<const Row> Rows()`.
@@ -62,19 +79,20 @@ class ScpiInstrument {
 
   ScpiAnswer Execute(std::string_view line) {
     ScpiAnswer answer;
-    for (const ScpiUnit& unit : UnitsOf(line)) {
-      const Row* row = Find(unit.header);
+    ScpiUnits units(line);
+    while (const ScpiUnit* unit = units.Next()) {
+      const Row* row = Find(unit->header);
       if (row == nullptr) {
         errors_.Push(-113, "Undefined header");
         continue;
       }
-      if (row->needsArgument && unit.argument.empty()) {
+      if (row->needsArgument && unit->argument.empty()) {
         errors_.Push(-109, "Missing parameter");
         continue;
       }
-      const std::string text = (static_cast<Instrument*>(this)->*row->run)(unit.argument);
+      const std::string text = (static_cast<Instrument*>(this)->*row->run)(unit->argument);
       answer.reading = answer.reading || row->reading;
-      if (unit.header.ends_with('?')) {
+      if (unit->header.ends_with('?')) {
         answer.text = answer.text ? *answer.text + ";" + text : text;
       }
     }
@@ -106,7 +124,7 @@ class ScpiInstrument {
   void Refuse() { errors_.Push(-224, "Illegal parameter value"); }
 
  private:
-  const Row* Find(const std::string& header) {
+  const Row* Find(std::string_view header) {
     const auto known = known_.find(header);
     if (known != known_.end()) {
       return known->second;
@@ -125,8 +143,13 @@ class ScpiInstrument {
     return found;
   }
 
+  struct TextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
+  };
+
   ErrorQueue errors_;
-  std::unordered_map<std::string, const Row*> known_;
+  std::unordered_map<std::string, const Row*, TextHash, std::equal_to<>> known_;
 };
 
 }  // namespace orvane::bench

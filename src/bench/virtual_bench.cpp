@@ -26,14 +26,19 @@ class VirtualBench::Line final : public SerialControl, public std::enable_shared
   void Close() override {
     open_ = false;
     received_.clear();
+    kept_.clear();
   }
 
+  void OutputWithNext(std::string_view bytes) override { kept_.insert(kept_.end(), bytes.begin(), bytes.end()); }
+
   void Output(std::string_view bytes) override {
+    Bytes sent = std::exchange(kept_, {});
+    sent.insert(sent.end(), bytes.begin(), bytes.end());
     CatchUp();
     if (!open_) throw StationFailure("The virtual bench's serial port is closed.");
     if (target_.Unplugged()) throw StationFailure("The virtual bench's serial device is gone.");
-    outgoingFree_ = std::max(outgoingFree_, loop_.Now()) + kByteTime * bytes.size();
-    travelling_.push_back({outgoingFree_, Bytes(bytes.begin(), bytes.end())});
+    outgoingFree_ = std::max(outgoingFree_, loop_.Now()) + kByteTime * sent.size();
+    travelling_.push_back({outgoingFree_, std::move(sent)});
     At(outgoingFree_, [](Line& line) { line.CatchUp(); });
   }
 
@@ -87,6 +92,8 @@ class VirtualBench::Line final : public SerialControl, public std::enable_shared
   bool open_ = false;
   TimePoint openedAt_{0};
   std::string received_;
+  /// What waits for the next output.
+  Bytes kept_;
   std::deque<Travelling> travelling_;
   TimePoint outgoingFree_{0};
   TimePoint incomingFree_{0};

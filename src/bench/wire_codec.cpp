@@ -70,6 +70,7 @@ std::optional<Command> ReadFrame(std::span<const std::uint8_t> frame) {
     return std::nullopt;
   }
   Command command{frame[2], {}};
+  command.data.reserve(kCommandFrameSize);
   std::size_t at = 3;
   while (at < frame.size() && frame[at] != kTerminator) {
     if (frame[at] == kEscape) {
@@ -96,8 +97,10 @@ std::optional<Command> ReadFrame(std::span<const std::uint8_t> frame) {
 }
 
 Bytes PaddedFrame(const Reply& reply) {
-  Bytes frame{kSync1, kSync2};
+  Bytes frame;
   frame.reserve(3 * reply.data.size() + 12);
+  frame.push_back(kSync1);
+  frame.push_back(kSync2);
   AppendPadded(frame, reply.operation);
   AppendPadded(frame, reply.status);
   for (const std::uint8_t byte : reply.data) {
