@@ -75,9 +75,13 @@ std::string ReplaceAll(std::string_view text, std::string_view what, std::string
 std::string WithStandardLineEnds(std::string_view text) {
   std::string out;
   out.reserve(text.size() + 2);
-  for (const char c : text) {
-    if (c == '\n') out += '\r';
-    if (c != '\r') out += c;
+  const auto isLineEnd = [](char c) { return c == '\r' || c == '\n'; };
+  for (const auto* at = text.begin(); at != text.end(); ++at) {
+    const auto* const piece = at;
+    at = std::find_if(at, text.end(), isLineEnd);
+    out.append(piece, at);
+    if (at == text.end()) break;
+    if (*at == '\n') out += kLineEnd;
   }
   return out;
 }

@@ -29,7 +29,10 @@ class VirtualBench::Line final : public SerialControl, public std::enable_shared
     kept_.clear();
   }
 
-  void OutputWithNext(std::string_view bytes) override { kept_.insert(kept_.end(), bytes.begin(), bytes.end()); }
+  void OutputWithNext(std::string_view bytes) override {
+    kept_.reserve(kCommandFrameSize);
+    kept_.insert(kept_.end(), bytes.begin(), bytes.end());
+  }
 
   void Output(std::string_view bytes) override {
     Bytes sent = std::exchange(kept_, {});

@@ -21,7 +21,9 @@ constexpr DialectText TextOf(Dialect dialect, Purpose purpose) {
 std::string LineFor(Dialect dialect, Purpose purpose, std::string_view value) {
   const DialectText text = TextOf(dialect, purpose);
   if (!text.head.ends_with(' ')) return std::string(text.head);
-  return std::string(text.head).append(value).append(text.unit);
+  std::string line;
+  line.reserve(text.head.size() + value.size() + text.unit.size());
+  return line.append(text.head).append(value).append(text.unit);
 }
 
 std::string LineForEveryKind(Purpose purpose, std::string_view value) {
