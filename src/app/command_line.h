@@ -49,7 +49,8 @@ struct EndAtOnce {
 };
 
 inline constexpr int kBadOptions = 64;
-/// `--explain` without a trace to tell.
+/// `--explain` of something that is no trace, and of nothing.
+inline constexpr int kNotThatInput = 65;
 inline constexpr int kNoInput = 66;
 
 [[nodiscard]] std::variant<Options, EndAtOnce> ParseCommandLine(int argc, const char* const* argv);

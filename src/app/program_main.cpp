@@ -29,6 +29,9 @@ int Explain(const std::string& path) {
     TellStory(path, std::cout);
     std::cout << std::flush;
     return 0;
+  } catch (const NoTrace& fault) {
+    std::cerr << "orvane: --explain: " << fault.what() << std::endl;
+    return kNotThatInput;
   } catch (const TraceFault& fault) {
     std::cerr << "orvane: --explain: " << fault.what() << std::endl;
     return kNoInput;

@@ -94,6 +94,15 @@ TEST(TracedRun, EndsAtOnceWhereNoTraceCanBeWrittenOrTold) {
   EXPECT_EQ(told.errors, "orvane: --explain: /nonexistent/run.trace: No such file or directory\n");
 }
 
+TEST(Explanation, OfWhatIsNoTraceEndsWithOneLineAndAStatusOfItsOwn) {
+  const TempFolder folder;
+  Fill(folder / "notes.txt", "Bench 7:\nthe supply is on loan\n");
+  const auto told = ExplanationOf(folder / "notes.txt");
+  EXPECT_EQ(told.status, 65);
+  EXPECT_EQ(told.output, "");
+  EXPECT_EQ(told.errors, "orvane: --explain: " + folder / "notes.txt" + ": it is no trace\n");
+}
+
 TEST(TracedRun, ThatIsKilledHasAllButItsLastMoments) {
   const TempFolder folder;
   const std::string trace = folder / "run.trace";

@@ -113,7 +113,23 @@ TEST_F(StoryTest, NeverFailsOnRandomBytes) {
     state = state * 1664525U + 1013904223U;
     noise += static_cast<char>(state >> 24U);
   }
-  EXPECT_THAT(StoryOf(noise), testing::HasSubstr("is damaged and passed over"));
+  EXPECT_THAT(StoryOf(kHead + noise), testing::HasSubstr("is damaged and passed over"));
+}
+
+TEST_F(StoryTest, OfWhatIsNoTraceIsAFaultAndTellsNothing) {
+  for (const std::string& content : {std::string("[]\n{}\n"), std::string(20000, '\0'), std::string("\n\n\n"),
+                                     std::string(std::size_t{3} << 20, 'x')}) {
+    std::ofstream(path_) << content;
+    std::ostringstream out;
+    EXPECT_THROW(TellStory(path_, out), NoTrace) << content.substr(0, 10);
+    EXPECT_EQ(out.str(), "");
+  }
+}
+
+TEST_F(StoryTest, NamesTheDamagedLinesAheadOfTheFirstRecordToo) {
+  const std::string story = StoryOf("\n{\n" + kHead);
+  EXPECT_THAT(story, testing::StartsWith("?? line 1 of " + path_ + " is damaged and passed over\n?? line 2 of "));
+  EXPECT_THAT(story, testing::HasSubstr("orvane 0.1.0, trace of a run"));
 }
 
 TEST_F(StoryTest, NothingInADamagedTraceMovesTheCursor) {

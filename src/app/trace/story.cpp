@@ -8,6 +8,9 @@
 #include <map>
 #include <optional>
 #include <ostream>
+#include <streambuf>
+#include <utility>
+#include <vector>
 
 #include "app/trace/trace_file.h"
 #include "app/trace/trace_record.h"
@@ -154,32 +157,81 @@ void Story::Tell(const TraceRecord& record) {
   if (failed) open_.erase(record.link);
 }
 
+/// The next line, of which no more is kept than a record may be long. @return false behind the last one.
+bool NextLine(std::istream& file, std::string& line) {
+  line.clear();
+  std::streambuf& bytes = *file.rdbuf();
+  int byte = bytes.sbumpc();
+  if (byte == std::char_traits<char>::eof()) return false;
+  for (; byte != '\n' && byte != std::char_traits<char>::eof(); byte = bytes.sbumpc()) {
+    if (line.size() <= kLongestLine) line += static_cast<char>(byte);
+  }
+  return true;
+}
+
+/// Lines that are no records of a trace. Those ahead of the first record are kept back: where none comes, what was
+/// read is no trace at all, and nothing is told of it.
+class DamagedLines {
+ public:
+  explicit DamagedLines(std::ostream& out) : out_(out) {}
+
+  void Met(const std::string& part, int number) {
+    if (sound_) return Name(part, number);
+    if (ahead_.empty() || ahead_.back().first != part) ahead_.emplace_back(part, 0);
+    ahead_.back().second = number;
+  }
+  void MetRecord() {
+    if (std::exchange(sound_, true)) return;
+    for (const auto& [part, count] : ahead_) {
+      for (int number = 1; number <= count; ++number) Name(part, number);
+    }
+  }
+  [[nodiscard]] bool AreAll() const { return !sound_ && !ahead_.empty(); }
+
+ private:
+  void Name(const std::string& part, int number) {
+    out_ << "?? line " << number << " of " << part << " is damaged and passed over\n";
+  }
+
+  std::ostream& out_;
+  bool sound_ = false;
+  /// So many in each part.
+  std::vector<std::pair<std::string, int>> ahead_;
+};
+
+void TellPart(const std::string& part, Story& story, DamagedLines& damaged) {
+  std::ifstream file(part, std::ios::binary);
+  if (!file || file.peek() == std::ifstream::traits_type::eof()) {
+    if (!file.eof()) throw TraceFault(part + ": " + std::strerror(errno));
+    return;
+  }
+  int number = 0;
+  for (std::string line; NextLine(file, line);) {
+    ++number;
+    const auto record = line.size() <= kLongestLine ? TraceRecordOf(line) : std::nullopt;
+    const auto head = record ? std::nullopt : TraceHeadOf(line);
+    if (!record && !head) {
+      damaged.Met(part, number);
+      continue;
+    }
+    damaged.MetRecord();
+    if (record) {
+      story.Tell(*record);
+    } else {
+      story.Begin(*head);
+    }
+  }
+}
+
 }  // namespace
 
 void TellStory(const std::string& path, std::ostream& out) {
   const auto parts = PartsOf(path);
   if (parts.empty() || parts.back() != path) throw TraceFault(path + ": " + std::strerror(ENOENT));
   Story story(out);
-  for (const std::string& part : parts) {
-    std::ifstream file(part, std::ios::binary);
-    if (!file || file.peek() == std::ifstream::traits_type::eof()) {
-      if (!file.eof()) throw TraceFault(part + ": " + std::strerror(errno));
-      continue;
-    }
-    int number = 0;
-    for (std::string line; std::getline(file, line);) {
-      ++number;
-      const auto record = line.size() <= kLongestLine ? TraceRecordOf(line) : std::nullopt;
-      const auto head = record ? std::nullopt : TraceHeadOf(line);
-      if (record) {
-        story.Tell(*record);
-      } else if (head) {
-        story.Begin(*head);
-      } else {
-        out << "?? line " << number << " of " << part << " is damaged and passed over\n";
-      }
-    }
-  }
+  DamagedLines damaged(out);
+  for (const std::string& part : parts) TellPart(part, story, damaged);
+  if (damaged.AreAll()) throw NoTrace(path + ": it is no trace");
   story.End();
 }
 

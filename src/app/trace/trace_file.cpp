@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -28,9 +29,10 @@ Found LookAt(const std::string& path) {
   if (::stat(path.c_str(), &facts) != 0) return Found::Nothing;
   if (S_ISDIR(facts.st_mode)) throw TraceFault(path + ": " + std::strerror(EISDIR));
   if (!S_ISREG(facts.st_mode)) return Found::Stream;
-  std::string first;
-  std::getline(std::ifstream(path, std::ios::binary), first);
-  if (facts.st_size > 0 && !TraceHeadOf(first)) throw TraceFault(path + ": there is a file that is no trace");
+  // The first line of a trace is short; that of another file may have no end.
+  std::array<char, 4096> first{};
+  std::ifstream(path, std::ios::binary).getline(first.data(), first.size());
+  if (facts.st_size > 0 && !TraceHeadOf(first.data())) throw TraceFault(path + ": there is a file that is no trace");
   return Found::Trace;
 }
 

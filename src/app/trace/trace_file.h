@@ -13,6 +13,11 @@ class TraceFault : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// What is to be read as a trace is none.
+class NoTrace : public TraceFault {
+  using TraceFault::TraceFault;
+};
+
 /// Sizes of a trace on the disk: the newest part has the name that was asked for, the others a number behind it, the
 /// oldest the highest.
 struct TraceLimits {
