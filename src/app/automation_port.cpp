@@ -5,12 +5,20 @@
 
 #include "app/control_json.h"
 #include "app/operator_acts.h"
+#include "base/counted.h"
 #include "base/failure.h"
 
 namespace orvane {
 namespace {
 
 using namespace std::chrono_literals;
+
+/// So many requests may wait inside one another: the stack has an end. Each takes some ten kilobytes of it.
+constexpr int kMostWithin = 64;
+/// What a turn of the loop costs beside the bytes that it brings.
+constexpr TimePoint kTurn = 30us;
+/// No reply comes in for longer.
+constexpr TimePoint kReplySpan = 100ms;
 
 std::string_view IconText(BoxIcon icon) {
   switch (icon) {
@@ -30,10 +38,14 @@ std::string_view IconText(BoxIcon icon) {
 
 }  // namespace
 
-AutomationPort::AutomationPort(AutomationSurface surface) : surface_(std::move(surface)), operator_(surface_.nest) {
+AutomationPort::AutomationPort(AutomationSurface surface)
+    : surface_(std::move(surface)), operator_(surface_.nest), share_(surface_.loop) {
   surface_.desk.boxOpened.Connect([this](const Desk::OpenBox& open) { TellBox(open); });
   surface_.desk.dialogOpened.Connect([this](const Desk::OpenDialog& open) { TellDialog(open); });
   surface_.nest.onFailure.emplace_back([this](const std::string& text) { Notify("failure", {{"text", text}}); });
+  surface_.faults.told.Connect([this](const GpibFault& fault) {
+    Notify("instrument", {{"address", fault.address}, {"route", fault.route}, {"text", fault.text}});
+  });
   surface_.report.concluded.Connect([this](Verdict verdict) { TellVerdict(verdict); });
 }
 
@@ -48,27 +60,69 @@ void AutomationPort::Disconnect() {
   ++client_;
   send_ = nullptr;
   waiting_.clear();
+  lines_ = {};
+}
+
+void AutomationPort::Queue(std::string_view line) {
+  if (line.find_first_not_of(" \t\r") == std::string_view::npos || !send_) return;
+  waiting_.emplace_back(line);
+}
+
+void AutomationPort::Feed(std::string_view bytes) {
+  share_.Begin();
+  lines_.Feed(bytes, [this](const std::string& line) { Queue(line); });
+  share_.End();
+  share_.Charge(kTurn);
+  WakeAt(surface_.loop.Now());
 }
 
 void AutomationPort::Receive(std::string_view line) {
-  if (line.find_first_not_of(" \t\r") == std::string_view::npos) return;
-  waiting_.emplace_back(line);
+  Queue(line);
   ServeWaiting();
 }
 
+void AutomationPort::WakeAt(TimePoint when) {
+  if (wakeAt_ && *wakeAt_ <= when) return;
+  wakeAt_ = when;
+  surface_.loop.PostAt(when, [this, when] {
+    if (wakeAt_ == when) wakeAt_.reset();
+    ServeWaiting();
+  });
+}
+
+std::optional<TimePoint> AutomationPort::NotBefore() {
+  const TimePoint now = surface_.loop.Now();
+  // A box that was answered a moment ago leaves the desk when its operation goes on; what a client asks behind its
+  // answer is meant for the time after that.
+  if (surface_.desk.Settling()) return now + 1us;
+  if (surface_.nest.Idle()) {
+    share_.Forget();
+    return std::nullopt;
+  }
+  if (!surface_.replyComing()) {
+    replySince_.reset();
+  } else if (now - replySince_.value_or(now) < kReplySpan) {
+    replySince_ = replySince_.value_or(now);
+    return now + 1ms;
+  }
+  return share_.NextAt() > now && !clientEnds() ? std::optional(share_.NextAt()) : std::nullopt;
+}
+
 void AutomationPort::ServeWaiting() {
-  while (!waiting_.empty()) {
-    // A box that was answered a moment ago leaves the desk when its operation goes on; what a client asks behind its
-    // answer is meant for the time after that.
-    if (surface_.desk.Settling()) {
-      surface_.loop.PostAt(surface_.loop.Now() + 1us, [this] { ServeWaiting(); });
-      return;
-    }
+  // Whatever was being served has ended, or waits with this event inside its wait.
+  share_.End();
+  while (true) {
+    if (const auto later = NotBefore()) return WakeAt(*later);
+    if (waiting_.empty()) break;
     const std::string line = std::move(waiting_.front());
     waiting_.pop_front();
-    // What flies out of here leaves nobody behind: each line that waits has posted for itself.
+    // For the rest, should this one wait, or something fly out of it.
+    if (!waiting_.empty()) WakeAt(surface_.loop.Now());
+    if (!surface_.nest.Idle()) share_.Begin();
     Serve(line);
+    share_.End();
   }
+  if (onRoom) onRoom();
 }
 
 void AutomationPort::Serve(const std::string& line) {
@@ -77,18 +131,18 @@ void AutomationPort::Serve(const std::string& line) {
   const auto answer = [&](const std::string& answerLine) {
     if (request.wantsAnswer && client == client_ && send_) send_(answerLine);
   };
-  const auto refuse = [&](RpcError error, const char* text) { answer(ErrorLine(request.id, error, text)); };
+  const auto refuse = [&](RpcError error, std::string_view text) { answer(ErrorLine(request.id, error, text)); };
   try {
     ParseRequest(line, request);
     answer(ResultLine(request.id, Call(request)));
   } catch (const RpcFailure& failure) {
-    refuse(failure.code, failure.what());
+    refuse(failure.code, failure.Text());
   } catch (const ControlDisabled& disabled) {
     refuse(RpcError::ControlDisabled, disabled.what());
   } catch (const StationFailure& failure) {
-    refuse(RpcError::Stopped, failure.what());
+    refuse(RpcError::Stopped, failure.Text());
   } catch (const NestStopped& stopped) {
-    refuse(RpcError::Stopped, stopped.what());
+    refuse(RpcError::Stopped, stopped.Text());
     throw;
   } catch (const StationEnded&) {
     // The act that ended the station did its work; the operations that it stands in never end.
@@ -110,12 +164,31 @@ const AutomationPort::MethodRow* AutomationPort::FindMethod(std::string_view nam
   return row == kMethods.end() ? nullptr : row;
 }
 
+template <class Work>
+auto AutomationPort::Within(const Work& work) {
+  if (depth_ >= kMostWithin) {
+    throw RpcFailure(RpcError::TooManyWait, "Too many requests wait inside one another.");
+  }
+  const Counted inside(depth_);
+  // The first turn of the loop inside it tells that it waits.
+  WakeAt(surface_.loop.Now());
+  return work();
+}
+
 Json AutomationPort::Call(const RpcRequest& request) {
   const MethodRow* method = FindMethod(request.method);
   if (method == nullptr) throw RpcFailure(RpcError::NoSuchMethod, "There is no method \"" + request.method + "\".");
   if (!request.params.is_object()) throw RpcFailure(RpcError::InvalidParams, "Parameters go by name, as an object.");
-  if (method->acts && !surface_.desk.Clear()) throw RpcFailure(RpcError::BoxOpen, "A box or dialog is open.");
-  return (this->*method->serve)(request.params);
+  if (!method->acts) return (this->*method->serve)(request.params);
+  if (!surface_.desk.Clear()) throw RpcFailure(RpcError::BoxOpen, "A box or dialog is open.");
+  if (IsStop(request)) return Click(request.params);
+  return Within([&] { return (this->*method->serve)(request.params); });
+}
+
+bool AutomationPort::IsStop(const RpcRequest& request) const {
+  if (request.method != "click") return false;
+  const Control* control = &ControlParam(request.params);
+  return std::find(surface_.stops.begin(), surface_.stops.end(), control) != surface_.stops.end();
 }
 
 // Notifications.
@@ -169,7 +242,7 @@ Json AutomationPort::Panels(const Json&) {
 
 Json AutomationPort::Controls(const Json& params) {
   Panel& panel = PanelParam(params);
-  Touch(panel);
+  Look(panel);
   Json controls = Json::array();
   for (const Control* control : panel.Controls()) controls.push_back(ControlObject(*control));
   return controls;
@@ -177,7 +250,7 @@ Json AutomationPort::Controls(const Json& params) {
 
 Json AutomationPort::Get(const Json& params) {
   const Control& control = ControlParam(params);
-  Touch(control.Owner());
+  Look(control.Owner());
   return ControlObject(control);
 }
 
@@ -266,6 +339,11 @@ Control& AutomationPort::ControlParam(const Json& params) const {
   Control* control = dot < name.size() ? panel.Find(std::string_view(name).substr(dot + 1)) : nullptr;
   if (control == nullptr) throw RpcFailure(RpcError::NoSuchControl, "There is no control \"" + name + "\".");
   return *control;
+}
+
+/// Only a panel that is not there yet can wait, in its load.
+void AutomationPort::Look(Panel& panel) {
+  if (!panel.Created()) Within([&] { Touch(panel); });
 }
 
 void AutomationPort::Touch(Panel& panel) {

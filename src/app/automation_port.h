@@ -10,6 +10,9 @@
 
 #include "app/desk.h"
 #include "app/json_rpc.h"
+#include "app/line_cutter.h"
+#include "app/request_share.h"
+#include "charger/charger_state.h"
 #include "platform/event_loop.h"
 #include "platform/operator.h"
 #include "platform/panel.h"
@@ -23,15 +26,22 @@ struct AutomationSurface {
   Desk& desk;
   OperationNest& nest;
   RunReport& report;
+  InstrumentFaults& faults;
   std::vector<Panel*> panels;
   std::function<std::optional<Json>(std::string_view name)> state;
+  /// Clicks that only set a mark, and are heard however many requests wait.
+  std::vector<const Control*> stops = {};
+  /// The bytes of a reply are coming in, which have a few milliseconds to do so.
+  std::function<bool()> replyComing = [] { return false; };
 };
 
-/// Lets another program press the station's buttons: JSON-RPC 2.0, one object a line. A transport brings lines in
-/// from the event loop, wherever that turns, and takes lines out. The port lives as long as the station.
+/// Lets another program press the station's buttons: JSON-RPC 2.0, one object a line. A transport brings bytes in and
+/// takes lines out. Requests are served one behind another by events of the loop, wherever that turns. The port lives
+/// as long as the station.
 ///
 /// A request that starts an operation sits on the stack below whatever is served meanwhile, as an operator's act
-/// does, and is answered when the operation has ended.
+/// does, and is answered when the operation has ended. While an operation is under way the requests have their share
+/// of its time and no more.
 class AutomationPort {
  public:
   explicit AutomationPort(AutomationSurface surface);
@@ -43,7 +53,18 @@ class AutomationPort {
   /// The client has gone. Operations that it started go on; their answers are dropped.
   void Disconnect();
 
-  /// One line from the client. What ends the station or stops an operation around this one flies out.
+  /// Bytes from the client, whose lines wait to be served. The next ones are welcome when `onRoom` says so: what the
+  /// client sends ahead of that stays with it.
+  void Feed(std::string_view bytes);
+  std::function<void()> onRoom;
+  /// Whether the client has sent its last and ends the station with it: it need not be spared then.
+  std::function<bool()> clientEnds = [] { return false; };
+  /// Something that the client made the station do, beside requests.
+  void Charge(TimePoint cost) { share_.Charge(cost); }
+  [[nodiscard]] TimePoint NextAt() const { return surface_.nest.Idle() ? TimePoint{0} : share_.NextAt(); }
+
+  /// One line from the client, served now if its turn has come. What ends the station or stops an operation around
+  /// this one flies out.
   void Receive(std::string_view line);
 
   /// The client ends the station by leaving. No request did, so none of those on the stack is answered.
@@ -62,9 +83,15 @@ class AutomationPort {
   };
   static const MethodRow* FindMethod(std::string_view name);
 
+  void Queue(std::string_view line);
   void ServeWaiting();
+  /// When what waits may be served; no value: now.
+  [[nodiscard]] std::optional<TimePoint> NotBefore();
+  /// Serves what waits as an event of the loop, at that time at the latest.
+  void WakeAt(TimePoint when);
   void Serve(const std::string& line);
   [[nodiscard]] Json Call(const RpcRequest& request);
+  [[nodiscard]] bool IsStop(const RpcRequest& request) const;
   void Notify(std::string_view method, const Json& params);
   void TellBox(const Desk::OpenBox& open);
   void TellDialog(const Desk::OpenDialog& open);
@@ -85,14 +112,25 @@ class AutomationPort {
   [[nodiscard]] Panel& PanelParam(const Json& params) const;
   [[nodiscard]] Control& ControlParam(const Json& params) const;
   void Touch(Panel& panel);
+  /// Runs what may wait, inside whatever waits already. @throws RpcFailure when that is too much.
+  template <class Work>
+  auto Within(const Work& work);
+  /// The panel as a request finds it that does not act.
+  void Look(Panel& panel);
 
   AutomationSurface surface_;
   Operator operator_;
   std::function<void(const std::string&)> send_;
   /// Counts the clients, so that no client gets another one's answers.
   std::uint64_t client_ = 0;
-  /// Lines that wait until an answered box is off the desk.
+  LineCutter lines_;
+  /// Lines that wait for their turn. No more bytes are taken before they are served.
   std::deque<std::string> waiting_;
+  RequestShare share_;
+  std::optional<TimePoint> wakeAt_;
+  std::optional<TimePoint> replySince_;
+  /// Requests on the stack that may wait there.
+  int depth_ = 0;
   bool exitAnswered_ = false;
 };
 

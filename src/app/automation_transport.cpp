@@ -15,42 +15,8 @@
 namespace orvane {
 namespace {
 
-/// A client that is so many bytes behind has gone for the station: some hundred answers of the longest kind.
-constexpr std::size_t kMostUnsent = std::size_t{8} << 20;
-/// What the station's last words have to reach a client that is slow.
-constexpr int kFarewellMs = 500;
-
-/// Whoever reads the standard output sets its pace; when nobody does any more, the end of the input tells.
-void WriteToStandardOutput(std::string_view bytes) {
-  while (!bytes.empty()) {
-    const auto count = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
-    if (count > 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(count));
-    } else if (errno == EAGAIN) {
-      pollfd ready{STDOUT_FILENO, POLLOUT, 0};
-      ::poll(&ready, 1, -1);
-    } else if (errno != EINTR) {
-      return;
-    }
-  }
-}
-
-/// Sends what the socket takes just now and cuts it off. @return false when the other side has gone.
-bool SendSome(int socket, std::string& bytes) {
-  std::string_view rest = bytes;
-  bool there = true;
-  while (!rest.empty()) {
-    const auto count = ::send(socket, rest.data(), rest.size(), MSG_NOSIGNAL);
-    if (count > 0) {
-      rest.remove_prefix(static_cast<std::size_t>(count));
-    } else if (errno != EINTR) {
-      there = errno == EAGAIN;
-      break;
-    }
-  }
-  bytes.erase(0, bytes.size() - rest.size());
-  return there;
-}
+/// What a client costs that comes and goes.
+constexpr TimePoint kWelcome = std::chrono::microseconds(200);
 
 /// What is there to read; no value at the end of the input. Only for descriptors that are readable.
 std::optional<std::string> ReadWhatIsThere(int descriptor) {
@@ -63,73 +29,61 @@ std::optional<std::string> ReadWhatIsThere(int descriptor) {
 
 }  // namespace
 
-void LineCutter::Feed(std::string_view bytes, const std::function<void(const std::string&)>& take) {
-  while (!bytes.empty()) {
-    const auto end = bytes.find('\n');
-    line_.append(bytes.substr(0, std::min(end, kLongest - line_.size())));
-    if (end == std::string_view::npos) return;
-    take(line_);
-    line_.clear();
-    bytes.remove_prefix(end + 1);
-  }
+StdioTransport::StdioTransport(EventLoop& loop, AutomationPort& port, std::function<void()> onLost)
+    : loop_(loop),
+      port_(port),
+      onLost_(std::move(onLost)),
+      out_(StandardOutlet()),
+      readable_(STDIN_FILENO, QSocketNotifier::Read) {
+  QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, [this] { ReadSome(); });
+  port_.onRoom = [this] { readable_.setEnabled(!ended_); };
+  port_.clientEnds = [] {
+    pollfd input{STDIN_FILENO, POLLRDHUP, 0};
+    return ::poll(&input, 1, 0) > 0;
+  };
+  port_.Connect([this](const std::string& line) { Send(line); });
 }
 
-StdioTransport::StdioTransport(EventLoop& loop, AutomationPort& port)
-    : loop_(loop), port_(port), readable_(STDIN_FILENO, QSocketNotifier::Read) {
-  QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, [this] { ReadSome(); });
-  port_.Connect([](const std::string& line) { WriteToStandardOutput(line + "\n"); });
+StdioTransport::~StdioTransport() {
+  port_.Disconnect();
+  port_.onRoom = nullptr;
+  out_.Farewell();
 }
 
 void StdioTransport::ReadSome() {
-  const auto bytes = ReadWhatIsThere(STDIN_FILENO);
-  if (!bytes) {
-    readable_.setEnabled(false);
-    loop_.Post([this] { port_.EndStation(); });
+  readable_.setEnabled(false);
+  if (const auto bytes = ReadWhatIsThere(STDIN_FILENO)) {
+    port_.Feed(*bytes);
     return;
   }
-  lines_.Feed(*bytes, [this](const std::string& line) { loop_.Post([this, line] { port_.Receive(line); }); });
+  ended_ = true;
+  loop_.Post([this] { port_.EndStation(); });
+}
+
+/// A client that has gone ends its input, too: that is where it is told.
+void StdioTransport::Send(const std::string& line) {
+  if (out_.Send(line) != Outbox::Sent::TooFarBehind) return;
+  out_.Close();
+  loop_.Post([this] {
+    port_.Disconnect();
+    onLost_();
+  });
 }
 
 struct UnixSocketTransport::Client {
   explicit Client(int descriptor)
-      : socket(descriptor),
-        readable(descriptor, QSocketNotifier::Read),
-        writable(descriptor, QSocketNotifier::Write) {
-    writable.setEnabled(false);
-    QObject::connect(&writable, &QSocketNotifier::activated, &writable, [this] { (void)Flush(); });
-  }
+      : socket(descriptor), readable(descriptor, QSocketNotifier::Read), out(SocketOutlet(descriptor)) {}
   Client(const Client&) = delete;
   Client& operator=(const Client&) = delete;
   ~Client() {
     readable.setEnabled(false);
-    writable.setEnabled(false);
+    out.Close();
     ::close(socket);
-  }
-
-  /// Never waits: what the client does not take now goes out when it does. @return false when it has gone, or has
-  /// fallen too far behind.
-  [[nodiscard]] bool Send(const std::string& line) {
-    unsent += line;
-    unsent += '\n';
-    return Flush() && unsent.size() <= kMostUnsent;
-  }
-  /// A client that is found gone here ends its input too, which is where that is told.
-  bool Flush() {
-    const bool there = SendSome(socket, unsent);
-    writable.setEnabled(there && !unsent.empty());
-    return there;
-  }
-  /// The station ends: a last moment for what is unsent.
-  void Farewell() {
-    pollfd ready{socket, POLLOUT, 0};
-    if (!unsent.empty() && ::poll(&ready, 1, kFarewellMs) > 0) (void)Flush();
   }
 
   int socket;
   QSocketNotifier readable;
-  QSocketNotifier writable;
-  std::string unsent;
-  LineCutter lines;
+  Outbox out;
 };
 
 namespace {
@@ -155,22 +109,41 @@ void ClearAbandoned(const std::string& path) {
   ::unlink(path.c_str());
 }
 
+bool BindTo(int listener, const std::string& path) {
+  const sockaddr_un address = AddressOf(path);
+  return ::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+}
+
+/// Binds to a name beside the path that nothing has. @return the name; no value, with `errno`, when none can be had.
+std::optional<std::string> BindBeside(int listener, const std::string& path) {
+  constexpr int kNames = 100;
+  for (int i = 0; i < kNames; ++i) {
+    std::string fresh = path + "~" + (i == 0 ? "" : std::to_string(i));
+    if (BindTo(listener, fresh)) return fresh;
+    if (errno != EADDRINUSE) break;
+  }
+  return std::nullopt;
+}
+
 /// A listening socket whose file the owner alone may use. The file comes to its place when the socket listens
 /// already, so that whoever sees it can connect.
 int ListenAt(const std::string& path) {
-  const std::string fresh = path + "~";
-  const sockaddr_un address = AddressOf(fresh);
   const int listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-  ::unlink(fresh.c_str());
   const mode_t old = ::umask(S_IXUSR | S_IRWXG | S_IRWXO);
-  const bool listens = ::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-                       ::listen(listener, 1) == 0 && ::link(fresh.c_str(), path.c_str()) == 0;
+  const auto fresh = BindBeside(listener, path);
+  const bool listens = fresh && ::listen(listener, 1) == 0 && ::link(fresh->c_str(), path.c_str()) == 0;
   const int error = errno;
   ::umask(old);
-  ::unlink(fresh.c_str());
+  if (fresh) ::unlink(fresh->c_str());
   if (listens) return listener;
   ::close(listener);
   throw SocketFailure(std::strerror(error));
+}
+
+/// Which file has that name; all zeros for none.
+std::pair<dev_t, ino_t> FileAt(const std::string& path) {
+  struct stat facts {};
+  return ::lstat(path.c_str(), &facts) == 0 ? std::pair(facts.st_dev, facts.st_ino) : std::pair<dev_t, ino_t>();
 }
 
 }  // namespace
@@ -178,11 +151,13 @@ int ListenAt(const std::string& path) {
 ListeningSocket::ListeningSocket(std::string path) : path_(std::move(path)) {
   ClearAbandoned(path_);
   descriptor_ = ListenAt(path_);
+  file_ = FileAt(path_);
 }
 
 ListeningSocket::~ListeningSocket() {
   ::close(descriptor_);
-  ::unlink(path_.c_str());
+  // Whatever took the name meanwhile keeps it.
+  if (FileAt(path_) == file_) ::unlink(path_.c_str());
 }
 
 UnixSocketTransport::UnixSocketTransport(EventLoop& loop, AutomationPort& port,
@@ -197,36 +172,39 @@ UnixSocketTransport::UnixSocketTransport(EventLoop& loop, AutomationPort& port,
 UnixSocketTransport::~UnixSocketTransport() {
   if (client_) {
     port_.Disconnect();
-    client_->Farewell();
+    client_->out.Farewell();
   }
+  port_.onRoom = nullptr;
   connecting_.setEnabled(false);
 }
 
 void UnixSocketTransport::Accept() {
   const int socket = ::accept4(listener_->Descriptor(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
   if (socket < 0) return;
+  port_.Charge(kWelcome);
   connecting_.setEnabled(false);
   client_ = std::make_shared<Client>(socket);
+  client_->readable.setEnabled(false);
   QObject::connect(&client_->readable, &QSocketNotifier::activated, &client_->readable, [this] { ReadSome(); });
+  port_.onRoom = [held = std::weak_ptr(client_)] {
+    if (const auto client = held.lock()) client->readable.setEnabled(true);
+  };
   loop_.Post([this, held = std::weak_ptr(client_)] {
     port_.Connect([this, held](const std::string& line) {
       const auto client = held.lock();
-      if (client && !client->Send(line)) PostHangUp(client);
+      if (client && client->out.Send(line) != Outbox::Sent::Yes) PostHangUp(client);
     });
+    if (const auto client = held.lock()) client->readable.setEnabled(true);
   });
 }
 
 void UnixSocketTransport::ReadSome() {
-  const auto bytes = ReadWhatIsThere(client_->socket);
-  if (!bytes) {
+  client_->readable.setEnabled(false);
+  if (const auto bytes = ReadWhatIsThere(client_->socket)) {
+    port_.Feed(*bytes);
+  } else {
     PostHangUp(client_);
-    return;
   }
-  client_->lines.Feed(*bytes, [this](const std::string& line) {
-    loop_.Post([this, line, held = std::weak_ptr(client_)] {
-      if (held.lock() == client_) port_.Receive(line);
-    });
-  });
 }
 
 void UnixSocketTransport::PostHangUp(const std::shared_ptr<Client>& client) {
@@ -234,8 +212,9 @@ void UnixSocketTransport::PostHangUp(const std::shared_ptr<Client>& client) {
   loop_.Post([this, gone = std::weak_ptr(client)] {
     if (gone.expired() || gone.lock() != client_) return;
     port_.Disconnect();
+    port_.onRoom = nullptr;
     client_.reset();
-    connecting_.setEnabled(true);
+    loop_.PostAt(port_.NextAt(), [this] { connecting_.setEnabled(true); });
   });
 }
 

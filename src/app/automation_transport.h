@@ -1,41 +1,40 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <QSocketNotifier>
 #include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "app/automation_port.h"
+#include "app/outbox.h"
 #include "platform/event_loop.h"
 
 namespace orvane {
 
-/// Cuts a stream of bytes into lines. A line of more than 1 MiB is cut there, and its rest dropped: it is no request.
-class LineCutter {
- public:
-  static constexpr std::size_t kLongest = 1 << 20;
-  /// Calls `take` with each line that is complete, without its end.
-  void Feed(std::string_view bytes, const std::function<void(const std::string& line)>& take);
-
- private:
-  std::string line_;
-};
-
-/// Requests on standard input, everything else on standard output. Each line is an event of the loop; the end of the
-/// input ends the station.
+/// Requests on standard input, everything else on standard output. The end of the input ends the station.
 class StdioTransport {
  public:
-  StdioTransport(EventLoop& loop, AutomationPort& port);
+  /// `onLost`: the client does not take what is said to it, and is not served any more. It comes as an event, once.
+  StdioTransport(EventLoop& loop, AutomationPort& port, std::function<void()> onLost);
+  StdioTransport(const StdioTransport&) = delete;
+  StdioTransport& operator=(const StdioTransport&) = delete;
+  ~StdioTransport();
 
  private:
   void ReadSome();
+  void Send(const std::string& line);
 
   EventLoop& loop_;
   AutomationPort& port_;
-  LineCutter lines_;
+  std::function<void()> onLost_;
+  Outbox out_;
   QSocketNotifier readable_;
+  bool ended_ = false;
 };
 
 class SocketFailure : public std::runtime_error {
@@ -58,11 +57,11 @@ class ListeningSocket {
  private:
   std::string path_;
   int descriptor_;
+  std::pair<dev_t, ino_t> file_;
 };
 
-/// Serves a socket's clients, one at a time: another one waits until the first has gone.
-/// A client that does not take what is said to it never holds up the station: 8 MiB are kept for it, then it is
-/// dropped.
+/// Serves a socket's clients, one at a time: another one waits until the first has gone. One that does not take what
+/// is said to it is dropped.
 class UnixSocketTransport {
  public:
   UnixSocketTransport(EventLoop& loop, AutomationPort& port, std::unique_ptr<ListeningSocket> listener);
@@ -73,6 +72,7 @@ class UnixSocketTransport {
  private:
   struct Client;
 
+  void Listen();
   void Accept();
   void ReadSome();
   /// Ends the connection of that client, if it has not ended yet, as an event of the loop.

@@ -51,7 +51,7 @@ std::string Asked(GpibBus& bus, int address, const std::string& route, TimePoint
     BackToLocal(*session);
     return LineFor(address, route, Readable(reply));
   } catch (const GpibError& error) {
-    return "  " + std::string(error.what()) + "\n";
+    return "  " + error.Text() + "\n";
   }
 }
 
@@ -70,7 +70,7 @@ std::string NativeBusList(const GpibRoutes& routes, const std::vector<int>& usua
   try {
     listeners = NativeGpib().Listeners(0);
   } catch (const GpibError& error) {
-    return "  " + std::string(error.what()) + "\n";
+    return "  " + error.Text() + "\n";
   }
   RoutedGpibBus bus({routes.bus, {}});
   const std::string route = RouteText(routes.bus);

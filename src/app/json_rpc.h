@@ -1,9 +1,10 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
-#include <stdexcept>
 #include <string>
 #include <string_view>
+
+#include "base/failure.h"
 
 namespace orvane {
 
@@ -22,11 +23,12 @@ enum class RpcError : int {
   NothingOpen = -32004,
   Stopped = -32005,
   BoxOpen = -32006,
+  TooManyWait = -32007,
 };
 
-class RpcFailure : public std::runtime_error {
+class RpcFailure : public TextFailure {
  public:
-  RpcFailure(RpcError error, const std::string& text) : std::runtime_error(text), code(error) {}
+  RpcFailure(RpcError error, std::string text) : TextFailure(std::move(text)), code(error) {}
   RpcError code;
 };
 

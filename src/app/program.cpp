@@ -32,8 +32,15 @@ Program::Program(const Options& options)
       socket_(SocketOf(options)),
       world_(options),
       station_(world_.Ports()),
-      port_({world_.loop, world_.desk, station_.Nest(), station_.State().report, station_.Panels().All(),
-             [this](std::string_view name) { return ReadState(station_.State(), name); }}) {
+      port_({world_.loop,
+             world_.desk,
+             station_.Nest(),
+             station_.State().report,
+             station_.State().charger.faults,
+             station_.Panels().All(),
+             [this](std::string_view name) { return ReadState(station_.State(), name); },
+             {&station_.Panels().autoCal.cmdAutoCalStop},
+             [this] { return Gathering(station_.State().reply); }}) {
   world_.Watch(station_.Nest());
   const bool outputIsFree = !std::holds_alternative<StdioAutomation>(options.automation);
   if (options.headless && !Automated()) world_.desk.LeaveUnattended(std::cerr);
@@ -42,12 +49,14 @@ Program::Program(const Options& options)
                       UnitStoreOf(options));
   }
   station_.State().report.began.Connect([this] { runBegan_ = true; });
+  station_.State().charger.faults.told.Connect(
+      [](const GpibFault& fault) { std::cerr << "orvane: " << OneLine(fault.text) << std::endl; });
   OpenAutomation();
 }
 
 void Program::OpenAutomation() {
   if (std::holds_alternative<StdioAutomation>(options_.automation)) {
-    transport_ = std::make_unique<StdioTransport>(world_.loop, port_);
+    transport_ = std::make_unique<StdioTransport>(world_.loop, port_, [this] { EndBehindWhatIsUnderWay(); });
   } else if (socket_) {
     transport_ = std::make_unique<UnixSocketTransport>(world_.loop, port_, std::move(socket_));
   }
@@ -69,10 +78,17 @@ void Program::Serve() {
     PressInitialize();
     if (options_.headless) return;
   }
-  while (!abandoned_) {
+  while (!abandoned_ && !clientLost_) {
     runBegan_ = false;
     world_.loop.Yield(kForever);
   }
+}
+
+void Program::EndBehindWhatIsUnderWay() {
+  std::cerr << "orvane: --automation: nobody takes what the station says; it ends"
+            << (station_.Nest().Idle() ? "." : " behind what is under way.") << std::endl;
+  if (options_.headless) world_.desk.Abandon(std::cerr);
+  clientLost_ = true;
 }
 
 void Program::GoOnWithoutScreen() {

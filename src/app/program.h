@@ -38,6 +38,9 @@ class Program {
   void GoOnWithoutScreen();
 
  private:
+  /// The client on the standard streams does not take what is said to it. The program ends as at the end of the
+  /// input, but behind what is under way; where nobody else answers its boxes, they are answered by themselves.
+  void EndBehindWhatIsUnderWay();
   void OpenAutomation();
   void Serve();
   void PressInitialize();
@@ -46,6 +49,7 @@ class Program {
 
   Options options_;
   bool abandoned_ = false;
+  bool clientLost_ = false;
   /// Since the operator's last act.
   bool runBegan_ = false;
   /// Until somebody is served there.

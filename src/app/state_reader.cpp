@@ -68,6 +68,8 @@ std::vector<StateRow> OtherRows() {
       StateRow{"SerialPortState", Of(&StationState::console, &ConsoleState::SerialPortState)},
       StateRow{"TestSetKind", Of(&StationState::testSet, &TestSetState::TestSetKind)},
       StateRow{"TestSetReady", Of(&StationState::testSet, &TestSetState::TestSetReady)},
+      StateRow{"ibsta", Of(&StationState::niGlobal, &NiGlobal::ibsta)},
+      StateRow{"iberr", Of(&StationState::niGlobal, &NiGlobal::iberr)},
       StateRow{"GpibBoardNumber", Of(&StationState::testSet, &TestSetState::GpibBoardNumber)},
       StateRow{"GpibPrimaryAddress", Of(&StationState::testSet, &TestSetState::GpibPrimaryAddress)},
       StateRow{"GpibSecondaryAddress", Of(&StationState::testSet, &TestSetState::GpibSecondaryAddress)},
@@ -103,6 +105,7 @@ std::vector<StateRow> OtherRows() {
 
 std::vector<StateRow> ReplyRows() {
   return {
+      StateRow{"FrameData", Of(&StationState::reply, &ReplyState::FrameData)},
       StateRow{"ReplyDone", Of(&StationState::reply, &ReplyState::ReplyDone)},
       StateRow{"TMStatus", Of(&StationState::reply, &ReplyState::TMStatus)},
       StateRow{"ReplyOperation", Of(&StationState::reply, &ReplyState::ReplyOperation)},

@@ -47,9 +47,9 @@ struct Station::Operations {
   StationState& s;
   StationPanels& p;
 
-  CWGPIB CWGPIB1{"Test set", ports.bus, CWGPIB::OnError::Fails};
-  CWGPIB CWGPIBPower{"Power supply", ports.bus, CWGPIB::OnError::RaisesEvent};
-  CWGPIB CWGPIBLoader{"Loader", ports.bus, CWGPIB::OnError::RaisesEvent};
+  CWGPIB CWGPIB1{"Test set", ports.bus, s.niGlobal, CWGPIB::OnError::Fails};
+  CWGPIB CWGPIBPower{"Power supply", ports.bus, s.niGlobal, CWGPIB::OnError::RaisesEvent};
+  CWGPIB CWGPIBLoader{"Loader", ports.bus, s.niGlobal, CWGPIB::OnError::RaisesEvent};
 
   ResultsConsole console{p.main, s.console, ports.files, ports.boxes};
   ResultsControls resultsControls{p.main, console, s.console, s.reply, ports.files, ports.dialogs, ports.boxes};

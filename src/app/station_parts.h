@@ -9,6 +9,7 @@
 #include "instruments/test_set_state.h"
 #include "link/link_tally.h"
 #include "link/reply_state.h"
+#include "platform/gpib.h"
 #include "ramp/frm_ramp_table.h"
 #include "ramp/ramp_state.h"
 #include "rfparams/frm_download.h"
@@ -35,6 +36,7 @@ struct StationState {
   CalState cal;
   PatternState pattern;
   ChargerState charger;
+  NiGlobal niGlobal;
   RunReport report;
   SearchTrail searchTrail;
   RxTrail rxTrail;

@@ -95,6 +95,11 @@ StationStatus::Link StationStatus::LinkState() const {
 }
 
 std::string StationStatus::Stage() const {
+  const auto& fault = state_.charger.faults.Last();
+  return StageOfRun() + (fault ? "; " + fault->text : "");
+}
+
+std::string StationStatus::StageOfRun() const {
   if (running_) {
     if (const auto step = state_.report.UnderWay()) return StageOfStep(*step);
     const std::string search = StageOfSearch();

@@ -32,7 +32,8 @@ class StationStatus {
 
   /// Whether a run is under way, a whole one or one band by hand.
   [[nodiscard]] bool Running() const { return running_; }
-  /// "Transmit DCS: DCS level 7, pass 3"; between runs what the last whole one has come to.
+  /// "Transmit DCS: DCS level 7, pass 3"; between runs what the last whole one has come to. Behind it a failure of
+  /// the supply or the load, until that is initialized again.
   [[nodiscard]] std::string Stage() const;
   /// Of the run under way, or of the last one; no value before the first.
   [[nodiscard]] std::optional<TimePoint> Elapsed() const;
@@ -47,6 +48,7 @@ class StationStatus {
   void FollowSteps();
   void CountSearches();
   int& DoneIn(RunStep step) { return done_.at(static_cast<std::size_t>(step)); }
+  [[nodiscard]] std::string StageOfRun() const;
   [[nodiscard]] std::string StageOfStep(RunStep step) const;
   [[nodiscard]] std::string StageOfSearch() const;
 

@@ -150,6 +150,7 @@ class VirtualBench::Bus488 final : public GpibBus {
                  {options.supplyAddress, &models.supply},
                  {options.loadAddress, &models.load}}} {}
 
+  [[nodiscard]] std::string RouteOf(const GpibAddress& /*address*/) const override { return "virtual"; }
   [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address) override {
     const bool mine = address.board == 0 && address.secondary == 0;
     const auto place = std::find_if(places_.begin(), places_.end(),

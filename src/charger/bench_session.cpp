@@ -17,7 +17,7 @@ void BenchSession::Connect() {
   BenchSessionFace& face = panel_.Untouched().*row_.face;
   face.initialize.onClick = [this] { Initialize(); };
   face.reset.onClick = [this] { Reset(); };
-  control_.onErrorEvent = [this](const std::string& text) { OnError(text); };
+  control_.onErrorEvent = [this](const GpibFault& fault) { OnError(fault); };
   ConnectInputLimits();
 }
 
@@ -41,6 +41,7 @@ void BenchSession::Initialize() {
     boxes_.Alarm(std::string(words));
     return;
   }
+  state_.faults.Settle(control_.address.primary);
   Configure();
   control_.Write("*IDN?");
   if (state_.*row_.error) {
@@ -88,11 +89,12 @@ void BenchSession::Reset() {
   if (onReset) onReset();
 }
 
-/// The box has its fixed words; which instrument failed, and how, stands on the console.
-void BenchSession::OnError(const std::string& text) {
-  console_.Append(text + std::string(kLineEnd));
-  boxes_.Show({"Unable to open device\ribsta = &H" + HexText(Long{control_.ibsta}) +
-                   "\riberr = " + std::to_string(control_.iberr),
+/// The box has its fixed words; which instrument failed, and how, is told ahead of it.
+void BenchSession::OnError(const GpibFault& fault) {
+  const NiGlobal status = control_.Status();
+  state_.faults.Tell(fault);
+  boxes_.Show({"Unable to open device\ribsta = &H" + HexText(Long{status.ibsta}) +
+                   "\riberr = " + std::to_string(status.iberr),
                "Error",
                BoxIcon::Stop,
                {BoxButton::Ok}});

@@ -56,7 +56,7 @@ class BenchSession {
   [[nodiscard]] std::string_view MissingInput() const;
   void Configure();
   void ConnectInputLimits();
-  void OnError(const std::string& text);
+  void OnError(const GpibFault& fault);
 
   const BenchSessionRow& row_;
   CWGPIB& control_;

@@ -1,8 +1,31 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "platform/gpib.h"
+#include "platform/signal.h"
+
 namespace orvane {
+
+/// What the supply and the load failed in, for whoever shows it: their box has fixed words and the numbers only.
+class InstrumentFaults {
+ public:
+  Signal<const GpibFault&> told;
+  void Tell(const GpibFault& fault) {
+    last_ = fault;
+    told.Emit(fault);
+  }
+  /// The instrument at that address was initialized again.
+  void Settle(Integer address) {
+    if (last_ && last_->address == address) last_.reset();
+  }
+  /// The last one, unless it was settled.
+  [[nodiscard]] const std::optional<GpibFault>& Last() const { return last_; }
+
+ private:
+  std::optional<GpibFault> last_;
+};
 
 /// Station-wide state of the bench instruments and the charger run.
 struct ChargerState {
@@ -19,6 +42,7 @@ struct ChargerState {
   bool BatCalShowDone = false;
   std::string CC2CVADCSaved;
   std::string ShutDownADCSaved;
+  InstrumentFaults faults;
 };
 
 }  // namespace orvane

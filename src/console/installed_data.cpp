@@ -53,7 +53,7 @@ std::optional<InstalledData::Opened> InstalledData::Open(const InstalledFile& fi
   try {
     return Opened{path, files_.OpenForReading(path, file.most)};
   } catch (const StationFailure& failure) {
-    boxes_.SystemText(failure.what());
+    boxes_.SystemText(failure.Text());
     return std::nullopt;
   }
 }
@@ -67,7 +67,7 @@ bool InstalledData::LoadRFParameterText() {
         ReadParameterLines(ReadWhole(*opened->file), rf_);
         damage = DamageOfParameterLines(rf_);
       },
-      [&](const StationFailure& failure) { damage = "cannot be read: " + std::string(failure.what()); });
+      [&](const StationFailure& failure) { damage = "cannot be read: " + failure.Text(); });
   rf_.damage = SentenceOf(opened->path, damage);
   return true;
 }

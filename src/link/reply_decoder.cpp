@@ -10,9 +10,8 @@
 namespace orvane {
 namespace {
 
-/// `ReplySpin` at the end of the gathering, and how long that may take: 200 bytes at 115200 baud (17 ms), the 16 ms
+/// How long the gathering may take: 200 bytes at 115200 baud (17 ms), the 16 ms
 /// for which a USB adapter may hold back the last of them, and as much again for a computer that is busy.
-constexpr double kSpinTurns = 10000;
 constexpr TimePoint kSpinTime = std::chrono::milliseconds(60);
 /// The one reply without pads; what the pad stage makes of it has no checksum any more.
 constexpr int kUnpaddedOperation = 57;
@@ -47,7 +46,7 @@ void ReplyDecoder::Take(std::string_view text) {
 }
 
 void ReplyDecoder::Gather() {
-  while (state_.ReplySpin < kSpinTurns && !FindFrame(state_.ReplyBuffer, Layout())) {
+  while (state_.ReplySpin < kGatheredSpin && !FindFrame(state_.ReplyBuffer, Layout())) {
     // A command sets the spin back, also one that is given while this call waits; the next text starts it.
     if (state_.ReplySpin == 0) {
       spinStart_ = loop_.Now();
@@ -57,13 +56,13 @@ void ReplyDecoder::Gather() {
     if (state_.ReplyHandled) return;
     if (state_.ReplySpin == 0) continue;
     const double passed = static_cast<double>((loop_.Now() - spinStart_).count()) / kSpinTime.count();
-    state_.ReplySpin = std::clamp(passed * kSpinTurns, 1.0, kSpinTurns);
+    state_.ReplySpin = std::clamp(passed * kGatheredSpin, 1.0, kGatheredSpin);
   }
 }
 
 void ReplyDecoder::Decode() {
   // However early a frame was whole: until the next command what comes behind it is decoded as it comes.
-  state_.ReplySpin = kSpinTurns;
+  state_.ReplySpin = kGatheredSpin;
   const std::string gathered = std::exchange(state_.ReplyBuffer, {});
   const Deframed reply = Deframe(std::string_view(gathered).substr(0, kGatheredLimit), Layout());
   Publish(reply, std::min(gathered.size(), kGatheredLimit));

@@ -2,6 +2,10 @@
 
 namespace orvane {
 
+bool Gathering(const ReplyState& state) {
+  return !state.ReplyDone && state.ReplySpin > 0 && state.ReplySpin < kGatheredSpin;
+}
+
 int StatusOf(const ReplyState& state) {
   constexpr int kNothingCame = 255;
   return state.TMStatus.empty() ? kNothingCame : ToLong(state.TMStatus);

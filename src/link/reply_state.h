@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/numbers.h"
+#include "link/frame.h"
 
 namespace orvane {
 
@@ -15,6 +16,8 @@ struct ReplyState {
   std::string TMStatus;
   std::string ReplyOperation;
   std::string ReplyItem;
+  /// The data of the last command's frame, escaped in place.
+  ::orvane::FrameData FrameData{};
   /// Received bytes that are not yet decoded.
   std::string ReplyBuffer;
   /// One text a received byte; never cleared as a whole, so a missing reply leaves the one before.
@@ -41,6 +44,12 @@ struct ReplyState {
   Integer RawAdcSkip = 0;
   Integer RawAdcOutOfWindow = 0;
 };
+
+/// `ReplySpin` at the end of a gathering.
+inline constexpr double kGatheredSpin = 10000;
+
+/// Bytes of a reply are coming in.
+[[nodiscard]] bool Gathering(const ReplyState& state);
 
 /// Numeric value of `TMStatus`: 0 success, 255 nothing came (also for an empty text), others the Target's failure.
 [[nodiscard]] int StatusOf(const ReplyState& state);

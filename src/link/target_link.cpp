@@ -93,6 +93,7 @@ void TargetLink::CommandInterpreter() {
 
 void TargetLink::BuildAndSendFrame(Integer operation, Integer count, FrameData data, Integer checksum) {
   EscapeData(data, count);
+  state_.FrameData = data;
   const auto body = FrameBody(operation, count, data, checksum);
   if (!state_.ReplyBuffer.empty()) ++tally_.unaskedTexts;
   decoder_.Expect(operation);

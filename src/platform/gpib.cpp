@@ -66,13 +66,13 @@ void CWGPIB::Guarded(const std::function<void()>& work) {
     if (!session_) throw GpibAbsent(name_ + ": there is no session. Initialize the instrument at first.");
     work();
   } catch (const GpibError& error) {
-    ibsta = error.ibsta;
-    iberr = error.iberr;
-    const std::string text = error.what();
+    status_ = {error.ibsta, error.iberr};
+    const std::string& text = error.Text();
     if (policy_ == OnError::Fails) {
-      throw StationFailure(text + "\r\nibsta = &H" + HexText(Long{ibsta}) + ", iberr = " + std::to_string(iberr));
+      throw StationFailure(text + "\r\nibsta = &H" + HexText(Long{error.ibsta}) +
+                           ", iberr = " + std::to_string(error.iberr));
     }
-    if (onErrorEvent) onErrorEvent(text);
+    if (onErrorEvent) onErrorEvent({address.primary, bus_.RouteOf(address), text});
   }
 }
 
@@ -100,8 +100,7 @@ void CWGPIB::Release() {
   try {
     session->Local();
   } catch (const GpibError& error) {
-    ibsta = error.ibsta;
-    iberr = error.iberr;
+    status_ = {error.ibsta, error.iberr};
   }
 }
 

@@ -3,20 +3,20 @@
 #include <chrono>
 #include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/failure.h"
 #include "base/numbers.h"
 #include "platform/event_loop.h"
 
 namespace orvane {
 
 /// A failure on the bus, numbered as NI-488.2 numbers it.
-class GpibError : public std::runtime_error {
+class GpibError : public TextFailure {
  public:
-  GpibError(const std::string& text, int status, int error) : std::runtime_error(text), ibsta(status), iberr(error) {}
+  GpibError(std::string text, int status, int error) : TextFailure(std::move(text)), ibsta(status), iberr(error) {}
   int ibsta;  ///< 0x8000, with 0x4000 added for a time-out.
   int iberr;  ///< 6 time-out (EABO), 2 absent, refused or gone (ENOL).
 };
@@ -24,11 +24,24 @@ class GpibError : public std::runtime_error {
 [[nodiscard]] GpibError GpibTimeOut(const std::string& text);
 [[nodiscard]] GpibError GpibAbsent(const std::string& text);
 
+/// The library's two status variables, station-wide: those of the last error of any instrument, 0 until one came.
+struct NiGlobal {
+  int ibsta = 0;
+  int iberr = 0;
+};
+
 struct GpibAddress {
   Integer board = 0;
   Integer primary = 0;
   Integer secondary = 0;  ///< 0: none.
   friend bool operator==(const GpibAddress&, const GpibAddress&) = default;
+};
+
+/// A failed message in words: whose, over which route, and what happened, which names both.
+struct GpibFault {
+  Integer address = 0;
+  std::string route;
+  std::string text;
 };
 
 /// One instrument on one route, open for messages. Every member throws GpibError.
@@ -57,6 +70,8 @@ class GpibBus {
 
   /// Never fails by itself: an absent instrument fails at the first message.
   [[nodiscard]] virtual std::unique_ptr<GpibSession> Open(const GpibAddress& address) = 0;
+  /// The route to the instrument at an address, in the words of the command line. Empty for a bus without a name.
+  [[nodiscard]] virtual std::string RouteOf(const GpibAddress& /*address*/) const { return ""; }
 };
 
 /// The control of one instrument, with its properties as the panels set them.
@@ -65,19 +80,16 @@ class CWGPIB {
   /// How a failure comes out: as a failure of the operation, or as an error event of the control.
   enum class OnError { Fails, RaisesEvent };
 
-  CWGPIB(std::string name, GpibBus& bus, OnError onError) : name_(std::move(name)), bus_(bus), policy_(onError) {}
+  CWGPIB(std::string name, GpibBus& bus, NiGlobal& status, OnError onError)
+      : name_(std::move(name)), bus_(bus), status_(status), policy_(onError) {}
 
   GpibAddress address;
   Integer readSize = 1000;
   Integer timeOutCode = 13;
   bool optionFlag = true;
 
-  /// ibsta and iberr of the last error.
-  int ibsta = 0;
-  int iberr = 0;
-
-  /// Error event; with `OnError::RaisesEvent` only. `text` says which instrument, which route, what happened.
-  std::function<void(const std::string& text)> onErrorEvent;
+  /// Error event; with `OnError::RaisesEvent` only. Its numbers stand in `Status`.
+  std::function<void(const GpibFault& fault)> onErrorEvent;
   /// Completion event. No synchronous operation raises it.
   std::function<void(Integer status, const std::string& data)> onCompletion;
 
@@ -89,6 +101,7 @@ class CWGPIB {
   [[nodiscard]] std::string Read();
   void Release();
   [[nodiscard]] bool HasSession() const { return session_ != nullptr; }
+  [[nodiscard]] const NiGlobal& Status() const { return status_; }
 
   /// Lines written and replies read since start.
   [[nodiscard]] long LinesWritten() const { return linesWritten_; }
@@ -99,6 +112,7 @@ class CWGPIB {
 
   std::string name_;
   GpibBus& bus_;
+  NiGlobal& status_;
   OnError policy_;
   std::unique_ptr<GpibSession> session_;
   long linesWritten_ = 0;

@@ -10,11 +10,11 @@ std::optional<std::string> OperationNest::RunGuarded(const std::function<void()>
     operation();
     return std::nullopt;
   } catch (const StationFailure& failure) {
-    if (depth_ > 1) throw NestStopped(failure.what());
-    return failure.what();
+    if (depth_ > 1) throw NestStopped(failure.Text());
+    return failure.Text();
   } catch (const NestStopped& stopped) {
     if (depth_ > 1) throw;
-    return stopped.what();
+    return stopped.Text();
   }
 }
 

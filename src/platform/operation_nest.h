@@ -13,13 +13,8 @@ namespace orvane {
 
 /// A failure inside an event that was served within another operation's wait: it ends everything down to the
 /// outermost operation. No PassOver stops it.
-class NestStopped : public std::exception {
- public:
-  explicit NestStopped(std::string text) : text_(std::move(text)) {}
-  [[nodiscard]] const char* what() const noexcept override { return text_.c_str(); }
-
- private:
-  std::string text_;
+class NestStopped : public TextFailure {
+  using TextFailure::TextFailure;
 };
 
 /// The station ends, from wherever it stands.

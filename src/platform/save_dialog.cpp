@@ -16,7 +16,7 @@ std::optional<SaveName> Settled(const std::string& path, Files& files, Boxes& bo
     PassOver([&] { static_cast<void>(files.BeginDraft(path, name.old)); },
              [&](const StationFailure& failure) {
                name.end = SaveName::End::Failed;
-               boxes.SystemText(failure.what());
+               boxes.SystemText(failure.Text());
              });
   }
   return name;

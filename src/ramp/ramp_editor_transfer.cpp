@@ -31,7 +31,7 @@ bool RampEditor::LoadFile() {
     if (DamageOfRecords(*file, kRampRecords).empty()) ports_.ramp.damage.clear();
     return true;
   } catch (const StationFailure& failure) {
-    ports_.boxes.SystemText(failure.what());
+    ports_.boxes.SystemText(failure.Text());
     return false;
   }
 }
@@ -55,7 +55,7 @@ void RampEditor::SaveToFile() {
       WriteWhole(ports_.files, *side, OldFile::IsOverlaid, RampSideText(ports_.ramp));
     }
   } catch (const StationFailure& failure) {
-    ports_.boxes.SystemText(failure.what());
+    ports_.boxes.SystemText(failure.Text());
   }
 }
 

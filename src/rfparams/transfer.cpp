@@ -176,7 +176,7 @@ bool ParameterTransfer::TMDownLoadProcedure(Integer first, Integer last) {
     if (c > 0 && watch.Stopped()) return false;
     const bool sent = PassOver([&] { TMEEPROMDataWrite(CheckedInteger(start), CheckedInteger(end)); },
                                [&](const StationFailure& failure) {
-                                 lost.Add(start, end, "were not sent: " + std::string(failure.what()));
+                                 lost.Add(start, end, "were not sent: " + failure.Text());
                                });
     if (sent) {
       if (!link_.Succeeded()) lost.Add(start, end, link_);
@@ -242,7 +242,7 @@ void ParameterTransfer::ReadImage() {
 void ParameterTransfer::Send(const std::string& line) {
   PassOver(
       [&] { link_.RunTargetCommand(line); },
-      [&](const StationFailure& failure) { report_.Flaw("The command \"" + line + "\" failed: " + failure.what()); });
+      [&](const StationFailure& failure) { report_.Flaw("The command \"" + line + "\" failed: " + failure.Text()); });
 }
 
 void ParameterTransfer::TellDoubt(const std::string& line, const std::string& consequence) {

@@ -48,7 +48,7 @@ class ParameterTransfer {
   /// Fills `EepromImage` from the Target, row by row.
   void ReadImage();
   void Send(const std::string& line);
-  void ShowSystemText(const StationFailure& failure) { boxes_.SystemText(failure.what()); }
+  void ShowSystemText(const StationFailure& failure) { boxes_.SystemText(failure.Text()); }
 
   PanelRef<FrmDownLoad> panel_;
   PanelRef<FrmAutoCal> autoCal_;

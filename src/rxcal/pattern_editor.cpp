@@ -82,7 +82,7 @@ void PatternEditor::Load() {
   dialog.initialFolder = FolderOf(*path);
   std::unique_ptr<File> file;
   const bool opened = PassOver([&] { file = files_.OpenForReading(*path, kLargestPatternFile); },
-                               [&](const StationFailure& failure) { boxes_.SystemText(failure.what()); });
+                               [&](const StationFailure& failure) { boxes_.SystemText(failure.Text()); });
   if (!opened) return;
   PassOver([&] { TakePatterns(TextOfBytes(ReadWhole(*file)), state_); });
   file.reset();

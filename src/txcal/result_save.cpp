@@ -56,8 +56,8 @@ bool ResultSave::SaveToFile() {
     return false;
   }
   const auto tell = [&](const StationFailure& failure) {
-    report_.Flaw("No file was written: " + std::string(failure.what()));
-    boxes_.SystemText(failure.what());
+    report_.Flaw("No file was written: " + failure.Text());
+    boxes_.SystemText(failure.Text());
   };
   std::unique_ptr<Draft> draft;
   if (!PassOver([&] { draft = files_.BeginDraft(*path, cal_.oldSaveFile); }, tell)) return false;

@@ -178,7 +178,7 @@ void SideTableGroups::Save(const LevelTableRow& row) {
   try {
     WriteWhole(files_, *side, OldFile::IsOverlaid, row.sideText(state_));
   } catch (const StationFailure& failure) {
-    boxes_.SystemText(failure.what());
+    boxes_.SystemText(failure.Text());
   }
 }
 
@@ -212,7 +212,7 @@ bool SideTableGroups::LoadFile(FileDialog& dialog, std::string_view title, void 
     read(*files_.OpenForReading(*path, kLargestRecordFile), state_);
     return true;
   } catch (const StationFailure& failure) {
-    boxes_.SystemText(failure.what());
+    boxes_.SystemText(failure.Text());
     return false;
   }
 }
@@ -226,7 +226,7 @@ std::optional<std::string> SideTableGroups::SaveFile(FileDialog& dialog, std::st
     WriteWhole(files_, name.path, name.old, records(state_));
     return name.path;
   } catch (const StationFailure& failure) {
-    boxes_.SystemText(failure.what());
+    boxes_.SystemText(failure.Text());
     return std::nullopt;
   }
 }

@@ -131,6 +131,20 @@ TEST_F(Port, TellsTheVerdictWithItsSteps) {
     {"name":"transmitDCS","complete":false,"reason":"Level 3 was left out."}]})"));
 }
 
+TEST_F(Port, TellsWhichInstrumentFailedAheadOfItsBox) {
+  operation_ = [&] {
+    faults_.Tell({5, "tcp:bench:5025", "Instrument at address 5, route tcp:bench:5025: it has gone."});
+    desk_.Alarm("Unable to open device");
+  };
+  AskLater(1ms, 1, "answer", {{"id", 1}, {"button", "OK"}});
+  Ask("click", {{"control", "frmTest.cmdRun"}});
+  ASSERT_EQ(sent_.size(), 4U);
+  EXPECT_EQ(sent_[0]["method"], "instrument");
+  EXPECT_EQ(sent_[0]["params"], Json::parse(R"({"address":5,"route":"tcp:bench:5025",
+      "text":"Instrument at address 5, route tcp:bench:5025: it has gone."})"));
+  EXPECT_EQ(sent_[1]["method"], "box");
+}
+
 TEST_F(Port, TheEndOfTheStationAnswersTheActThatEndedItAndNoOther) {
   operation_ = [&] { WaitFor(10ms); };
   panel_.chkLNA.onClick = [] { throw StationEnded(); };

@@ -123,7 +123,8 @@ TEST_F(Port, ShowsWhatAControlOfEachKindHas) {
     {"name":"frmTest.shp","kind":"lamp","enabled":true,"visible":true},
     {"name":"frmTest.prg","kind":"progress","enabled":true,"visible":true,"value":0,"min":0,"max":100},
     {"name":"frmTest.tab","kind":"tab","enabled":true,"visible":true,"items":["SYSTEM","RX"],"selected":0},
-    {"name":"frmTest.lbl","kind":"label","enabled":true,"visible":true,"caption":"Loss"}])-");
+    {"name":"frmTest.lbl","kind":"label","enabled":true,"visible":true,"caption":"Loss"},
+    {"name":"frmTest.cmdStop","kind":"button","enabled":true,"visible":true,"caption":"Stop"}])-");
   ASSERT_EQ(controls.size(), expected.size());
   for (std::size_t i = 0; i < expected.size(); ++i) {
     for (const auto& [key, value] : expected[i].items()) EXPECT_EQ(controls[i].value(key, Json()), value) << key;

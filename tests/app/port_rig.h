@@ -33,6 +33,7 @@ struct FrmTest : Panel {
   ProgressBar prg{*this, "prg"};
   TabControl tab{*this, "tab", {"SYSTEM", "RX"}};
   Label lbl{*this, "lbl", "Loss"};
+  Button cmdStop{*this, "cmdStop", "Stop"};
 };
 
 /// A port with one client, on a station of two panels.
@@ -93,6 +94,7 @@ class Port : public testing::Test {
   Desk desk_{loop_, "/work"};
   OperationNest nest_{desk_};
   RunReport report_;
+  InstrumentFaults faults_;
   FrmTest panel_;
   Panel other_{"frmOther", "Other"};
   int loads_ = 0;
@@ -100,9 +102,16 @@ class Port : public testing::Test {
   std::vector<Json> sent_;
   std::function<void(const Json&)> whenSent_;
   int lastId_ = 1000;
-  AutomationPort port_{{loop_, desk_, nest_, report_, {&panel_, &other_}, [](std::string_view name) {
+  /// How long a look at the state blocks the station.
+  TimePoint stateCost_{0};
+  bool replyComing_ = false;
+  AutomationPort port_{{loop_, desk_, nest_, report_, faults_, {&panel_, &other_},
+                        [this](std::string_view name) {
+                          loop_.Block(stateCost_);
                           return name == "TMStatus" ? std::optional<Json>("&H00") : std::nullopt;
-                        }}};
+                        },
+                        {&panel_.cmdStop},
+                        [this] { return replyComing_; }}};
 };
 
 struct PortErrorCase {

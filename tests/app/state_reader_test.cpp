@@ -24,6 +24,8 @@ TEST_F(StateReader, GivesEachValueInItsOwnForm) {
   state_.cal.PowerIndex[1] = 7;
   state_.pattern.APCDACPatternTable[2][30] = "50";
   state_.charger.PSReady = true;
+  state_.reply.FrameData[100] = 255;
+  state_.niGlobal = {0xC000, 6};
   EXPECT_EQ(Value("ReplyDone"), true);
   EXPECT_EQ(Value("TMStatus"), "&H05");
   EXPECT_EQ(Value("ReplyBytes").size(), 201U);
@@ -40,6 +42,10 @@ TEST_F(StateReader, GivesEachValueInItsOwnForm) {
   EXPECT_EQ(Value("APCDACPatternTable").size(), 3U);
   EXPECT_EQ(Value("APCDACPatternTable")[2][30], "50");
   EXPECT_EQ(Value("PSReady"), true);
+  EXPECT_EQ(Value("FrameData").size(), 101U);
+  EXPECT_EQ(Value("FrameData")[100], 255);
+  EXPECT_EQ(Value("ibsta"), 0xC000);
+  EXPECT_EQ(Value("iberr"), 6);
 }
 
 TEST_F(StateReader, GivesTheRecordAsLabelsInTheOrderOfAParameterFile) {

@@ -66,6 +66,14 @@ TEST(StationStatus, APassOfStepsThatWereNotCompletedSaysSo) {
   EXPECT_EQ(watched.status.Stage(), "Ended: PASS, but OUT OF TOLERANCE");
 }
 
+TEST(StationStatus, ASupplyThatFailedIsToldBehindTheStageUntilItIsInitializedAgain) {
+  Watched watched({"supply-absent@1"});
+  watched.on.InitializeInstruments();
+  EXPECT_EQ(watched.status.Stage(), "No run yet; No instrument listens at address 2 of the virtual bench.");
+  watched.on.State().charger.faults.Settle(2);
+  EXPECT_EQ(watched.status.Stage(), "No run yet");
+}
+
 TEST(StationStatus, ARunThatWasCutShortDoesNotComeToItsEnd) {
   Watched watched({"pa-dead"});
   watched.on.TakeTargetThrough();

@@ -61,6 +61,35 @@ TEST_F(BenchInstruments, AnAbsentInstrumentShowsItsStatusAndStaysNotReady) {
   EXPECT_TRUE(state.PSReady);
 }
 
+TEST_F(BenchInstruments, AFailureIsToldWithItsRouteAheadOfItsBoxAndNotOnTheConsole) {
+  std::vector<GpibFault> told;
+  rig.state.charger.faults.told.Connect([&](const GpibFault& fault) {
+    EXPECT_TRUE(rig.boxes.shown.empty());
+    told.push_back(fault);
+  });
+  rig.bus.At(5).absent = true;
+  face.load.initialize.Click();
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_EQ(told[0].address, 5);
+  EXPECT_EQ(told[0].route, "fake:5");
+  EXPECT_EQ(told[0].text, "GPIB address 5: nobody answers.");
+  EXPECT_EQ(rig.panels.main.txtResults.Text(), "");
+  EXPECT_EQ(rig.state.niGlobal.ibsta, 0x8000);
+  EXPECT_EQ(rig.state.niGlobal.iberr, 2);
+}
+
+TEST_F(BenchInstruments, AFailureStandsUntilItsInstrumentIsInitializedAgain) {
+  const auto& last = rig.state.charger.faults.Last();
+  rig.bus.At(2).absent = true;
+  face.supply.initialize.Click();
+  face.load.initialize.Click();
+  ASSERT_TRUE(last.has_value()) << "the load is not the supply";
+  EXPECT_EQ(last->address, 2);
+  rig.bus.At(2).absent = false;
+  face.supply.initialize.Click();
+  EXPECT_FALSE(last.has_value());
+}
+
 TEST_F(BenchInstruments, AFailedIdentificationMakesReadyAndEndsTheNextInitialize) {
   rig.bus.At(5).silent = true;
   face.load.initialize.Click();

@@ -79,6 +79,17 @@ TEST(CommandLine, AMissingArgumentIsNamedAndTheOldStatusStands) {
       << "whoever judges the run by the status alone would miss them";
 }
 
+TEST(CommandLine, TheDataOfItsFrameStandAsTheyWentOut) {
+  LinkRig rig;
+  EXPECT_EQ(rig.BodyOf("rfpw 1 62"), "30 01 00 3E 00 0F 02");
+  const auto& data = rig.state.FrameData;
+  EXPECT_EQ((std::vector<int>(data.begin(), data.begin() + 5)), (std::vector<int>{1, 0, 62, 0, 0}));
+  EXPECT_EQ(rig.BodyOf("rfpw 16 2"), "30 10 10 00 10 02 00 22 02");
+  EXPECT_EQ((std::vector<int>(data.begin(), data.begin() + 7)), (std::vector<int>{16, 16, 0, 16, 2, 0, 0}));
+  EXPECT_EQ(rig.BodyOf("stw"), "");
+  EXPECT_EQ(data[4], 2) << "a line that is refused makes no frame";
+}
+
 TEST(CommandLine, EveryOneSetsTheSpinBack) {
   LinkRig rig;
   rig.state.ReplySpin = 10000;

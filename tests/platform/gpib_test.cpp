@@ -18,15 +18,16 @@ class CWGPIBTest : public testing::Test {
  protected:
   CWGPIBTest() {
     for (CWGPIB* control : {&failing_, &telling_}) control->address.primary = 3;
-    telling_.onErrorEvent = [this](const std::string& text) { events_.push_back(text); };
+    telling_.onErrorEvent = [this](const GpibFault& fault) { events_.push_back(fault); };
   }
 
   VirtualEventLoop loop_;
   test::Journal journal_;
   test::FakeGpibBus bus_{loop_, journal_};
-  CWGPIB failing_{"test set", bus_, CWGPIB::OnError::Fails};
-  CWGPIB telling_{"supply", bus_, CWGPIB::OnError::RaisesEvent};
-  std::vector<std::string> events_;
+  NiGlobal status_;
+  CWGPIB failing_{"test set", bus_, status_, CWGPIB::OnError::Fails};
+  CWGPIB telling_{"supply", bus_, status_, CWGPIB::OnError::RaisesEvent};
+  std::vector<GpibFault> events_;
 };
 
 TEST_F(CWGPIBTest, WritesTheTextAndReadsTheReplyWithItsLineFeed) {
@@ -56,8 +57,8 @@ TEST_F(CWGPIBTest, ConfiguringAnAbsentInstrumentIsNoFailureTheFirstWriteIs) {
   bus_.At(3).absent = true;
   failing_.Configure();
   EXPECT_THROW(failing_.Write("*IDN?"), StationFailure);
-  EXPECT_EQ(failing_.ibsta, 0x8000);
-  EXPECT_EQ(failing_.iberr, 2);
+  EXPECT_EQ(status_.ibsta, 0x8000);
+  EXPECT_EQ(status_.iberr, 2);
   EXPECT_EQ(failing_.LinesWritten(), 0);
 }
 
@@ -93,8 +94,9 @@ TEST_F(CWGPIBTest, AnInstrumentThatDoesNotGoBackToLocalIsLetGoAllTheSame) {
     control->Configure();
     EXPECT_NO_THROW(control->Release());
     EXPECT_FALSE(control->HasSession());
-    EXPECT_EQ(control->ibsta, 0xC000);
-    EXPECT_EQ(control->iberr, 6);
+    EXPECT_EQ(control->Status().ibsta, 0xC000);
+    EXPECT_EQ(control->Status().iberr, 6);
+    status_ = {};
   }
   EXPECT_TRUE(events_.empty());
 }
@@ -102,14 +104,16 @@ TEST_F(CWGPIBTest, AnInstrumentThatDoesNotGoBackToLocalIsLetGoAllTheSame) {
 TEST_F(CWGPIBTest, TheOtherPolicyRaisesAnEventAndReadsAnEmptyText) {
   telling_.Write("VOLT 4.5");
   ASSERT_EQ(events_.size(), 1U);
-  EXPECT_THAT(events_[0], HasSubstr("supply"));
+  EXPECT_THAT(events_[0].text, HasSubstr("supply"));
+  EXPECT_EQ(events_[0].address, 3);
+  EXPECT_EQ(events_[0].route, "fake:3");
   bus_.At(3).silent = true;
   telling_.Configure();
   telling_.Write("*IDN?");
   EXPECT_EQ(telling_.Read(), "");
   EXPECT_EQ(events_.size(), 2U);
-  EXPECT_EQ(telling_.ibsta, 0xC000);
-  EXPECT_EQ(telling_.iberr, 6);
+  EXPECT_EQ(status_.ibsta, 0xC000);
+  EXPECT_EQ(status_.iberr, 6);
 }
 
 TEST_F(CWGPIBTest, ANewSessionTakesUpTheProperties) {

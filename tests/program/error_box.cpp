@@ -11,10 +11,10 @@ using testing::HasSubstr;
 
 constexpr const char* kConsole = "OrvaneMain.txtResults";
 
-/// The last line of the console that names an instrument.
-std::string LastFailureOn(const std::string& console) {
-  const auto at = console.rfind("Instrument at address ");
-  return at == std::string::npos ? "" : console.substr(at, console.find("\r\n", at) - at);
+/// What was told of a failure ahead of the box that has been heard.
+Json LastTold(Station& station) {
+  const auto& told = station.Heard("instrument");
+  return told.empty() ? Json{{"address", 0}, {"route", ""}, {"text", "nothing was told"}} : told.back();
 }
 
 }  // namespace
@@ -29,8 +29,12 @@ Json ClickIntoErrorBox(Station& station, const std::string& control, const Error
   station.answersBoxes = false;
   const int click = station.SendClick(control);
   const Json box = station.Await("box");
-  const std::string line = LastFailureOn(station.Get(kConsole)["text"]);
+  const Json told = LastTold(station);
+  const std::string line = told["text"];
   atBox(line);
+  EXPECT_THAT(event.who, testing::StartsWith("Instrument at address " + told["address"].dump()));
+  EXPECT_THAT(event.who, HasSubstr("route " + std::string(told["route"]) + ": "));
+  EXPECT_THAT(std::string(station.Get(kConsole)["text"]), testing::Not(HasSubstr("Instrument at address")));
   EXPECT_EQ(box["text"], event.timedOut ? "Unable to open device\ribsta = &HC000\riberr = 6"
                                         : "Unable to open device\ribsta = &H8000\riberr = 2");
   EXPECT_EQ(box["title"], "Error");

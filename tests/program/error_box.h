@@ -25,7 +25,7 @@ inline constexpr std::array kInstruments{
 [[nodiscard]] const Instrument& InstrumentAt(int address);
 
 /// A failure of the supply or the load, which is an event and no failure of the operation: its box has fixed words
-/// and the numbers, the console the rest.
+/// and the numbers, the notification ahead of it the rest, and the console nothing.
 struct ErrorEvent {
   /// "Instrument at address 2, route native: "
   std::string who;
@@ -34,7 +34,7 @@ struct ErrorEvent {
 };
 
 /// Clicks, and expects that the first box to open is that of the event. `atBox` runs while it is open, and gets what
-/// the console says. @return the click's answer
+/// the notification says. @return the click's answer
 Json ClickIntoErrorBox(Station& station, const std::string& control, const ErrorEvent& event,
                        const std::function<void(const std::string& line)>& atBox);
 

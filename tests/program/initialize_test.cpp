@@ -95,6 +95,10 @@ TEST(InitializeOnWires, AnAddressWithoutARouteIsAnAbsentInstrumentAtItsInitializ
   EXPECT_THAT(ends[0].errors,
               testing::ContainsRegex("ORVANE: Instrument at address 1, route .* ibsta = &H8000, iberr = 2"));
   EXPECT_THAT(ends[0].errors, HasSubstr("Warning: Initialize Test Set at first. -> OK\n"));
+  // Which instrument failed, over which route, and why, ahead of the box that has fixed words.
+  EXPECT_THAT(ends[0].errors,
+              testing::ContainsRegex("orvane: Instrument at address 5, route native: [^\n]*\n"
+                                     "Error: Unable to open device / ibsta = &H8000 / iberr = 2 -> OK\n"));
   EXPECT_THAT(ends[0].errors, HasSubstr("receive: The test set was not initialized.\n"));
 }
 

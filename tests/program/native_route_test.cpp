@@ -76,10 +76,14 @@ TEST(NativeRoute, WhatThePanelOfTheSupplySaysGoesToTheLibraryAsItIs) {
   station.Click("frmBaseBand.cmdPSInitialize");
   EXPECT_EQ(station.Await("box")["text"], "Unable to open device\ribsta = &H8000\riberr = 2");
   EXPECT_EQ(station.State("PSReady"), false);
-  EXPECT_THAT(
-      std::string(station.Get("OrvaneMain.txtResults")["text"]),
-      HasSubstr("Instrument at address 9, secondary 97, board 1, route native: the GPIB library opens no device "
-                "(ibdev: ibsta &H8100, iberr 7 (there is no such board)).\r\n"));
+  const Json told = station.Await("instrument");
+  EXPECT_EQ(told["address"], 9);
+  EXPECT_EQ(told["route"], "native");
+  EXPECT_EQ(told["text"],
+            "Instrument at address 9, secondary 97, board 1, route native: the GPIB library opens no device "
+            "(ibdev: ibsta &H8100, iberr 7 (there is no such board)).");
+  EXPECT_EQ(station.State("ibsta"), 0x8000);
+  EXPECT_EQ(station.State("iberr"), 2);
 }
 
 TEST(NativeRoute, ALoadThatDoesNotAnswerIsTheErrorEventWithTheNumbersOfATimeOut) {
@@ -91,7 +95,7 @@ TEST(NativeRoute, ALoadThatDoesNotAnswerIsTheErrorEventWithTheNumbersOfATimeOut)
   station.Click("frmBaseBand.cmdLoaderInitialize");
   EXPECT_EQ(station.Await("box")["text"], "Unable to open device\ribsta = &HC000\riberr = 6");
   EXPECT_THAT(
-      std::string(station.Get("OrvaneMain.txtResults")["text"]),
+      std::string(station.Await("instrument")["text"]),
       HasSubstr("Instrument at address 5, route native: no reply within 100 ms (ibrd: ibsta &HC100, iberr 6"));
 }
 
@@ -103,10 +107,9 @@ TEST(NativeRoute, AnInstrumentThatIsSwitchedOnLaterIsFoundByTheNextInitialize) {
   station.Click("OrvaneMain.cmdPSInitialize");
   EXPECT_EQ(station.Await("box")["text"], "Unable to open device\ribsta = &H8000\riberr = 2");
   EXPECT_EQ(station.State("PSReady"), false);
-  EXPECT_THAT(
-      std::string(station.Get("OrvaneMain.txtResults")["text"]),
-      HasSubstr("Instrument at address 2, route native: the message was not sent (ibwrt: ibsta &H8100, iberr 2 "
-                "(nobody listens)).\r\n"));
+  EXPECT_EQ(station.Await("instrument")["text"],
+            "Instrument at address 2, route native: the message was not sent (ibwrt: ibsta &H8100, iberr 2 "
+            "(nobody listens)).");
 
   const WiredBench bench({"--supply", place});
   station.Click("OrvaneMain.cmdPSInitialize");

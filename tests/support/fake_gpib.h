@@ -38,6 +38,9 @@ class FakeGpibBus final : public GpibBus {
   FakeGpibBus(VirtualEventLoop& loop, Journal& journal) : loop_(loop), journal_(journal) {}
 
   [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address) override;
+  [[nodiscard]] std::string RouteOf(const GpibAddress& address) const override {
+    return "fake:" + std::to_string(address.primary);
+  }
   /// The instrument at a primary address; made when first asked for.
   [[nodiscard]] FakeInstrument& At(int primary) { return instruments_[primary]; }
   [[nodiscard]] const std::vector<GpibAddress>& Opened() const { return opened_; }

@@ -16,6 +16,7 @@ class JournalingBus final : public GpibBus {
   [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address) override {
     return std::make_unique<Session>(bus_.Open(address), journal_, address.primary);
   }
+  [[nodiscard]] std::string RouteOf(const GpibAddress& address) const override { return bus_.RouteOf(address); }
 
  private:
   class Session final : public GpibSession {

@@ -48,9 +48,9 @@ struct Rig {
   OperationNest nest{boxes};
   Operator op{nest};
 
-  CWGPIB CWGPIB1{"test set", bus, CWGPIB::OnError::Fails};
-  CWGPIB CWGPIBPower{"supply", bus, CWGPIB::OnError::RaisesEvent};
-  CWGPIB CWGPIBLoader{"load", bus, CWGPIB::OnError::RaisesEvent};
+  CWGPIB CWGPIB1{"test set", bus, state.niGlobal, CWGPIB::OnError::Fails};
+  CWGPIB CWGPIBPower{"supply", bus, state.niGlobal, CWGPIB::OnError::RaisesEvent};
+  CWGPIB CWGPIBLoader{"load", bus, state.niGlobal, CWGPIB::OnError::RaisesEvent};
   ResultsConsole console{panels.main, state.console, files, boxes};
   ReplyDecoder decoder{loop, state.reply, state.tally, state.cal, state.ramp, panels.main, panels.baseBand, console};
   TargetLink link{loop, serial, panels.main, console, decoder, state.reply, state.tally, boxes};

@@ -28,6 +28,10 @@ std::string GatewayDevice(const GpibAddress& address) {
   return device;
 }
 
+Vxi11Route DeviceOf(const GatewayRoute& gateway, const GpibAddress& address) {
+  return {gateway.host, gateway.port, GatewayDevice(address)};
+}
+
 std::unique_ptr<GpibSession> Vxi11Session(int primary, const Vxi11Route& route, const char* server) {
   return std::make_unique<Vxi11GpibSession>(primary, RouteText(route),
                                             Vxi11Place{route.host, route.port, route.device, server});
@@ -69,10 +73,18 @@ std::unique_ptr<GpibSession> RoutedGpibBus::Open(const GpibAddress& address) {
   return own == routes_.instruments.end() ? OpenOnBus(address) : OpenByItself(address, own->second);
 }
 
+std::string RoutedGpibBus::RouteOf(const GpibAddress& address) const {
+  if (const auto own = routes_.instruments.find(address.primary); own != routes_.instruments.end()) {
+    return RouteText(own->second);
+  }
+  if (const auto* gateway = std::get_if<GatewayRoute>(&routes_.bus)) return RouteText(DeviceOf(*gateway, address));
+  return RouteText(routes_.bus);
+}
+
 std::unique_ptr<GpibSession> RoutedGpibBus::OpenOnBus(const GpibAddress& address) {
   if (adapter_) return std::make_unique<AdapterSession>(address, RouteText(routes_.bus), adapter_);
   if (const auto* gateway = std::get_if<GatewayRoute>(&routes_.bus)) {
-    return Vxi11Session(address.primary, {gateway->host, gateway->port, GatewayDevice(address)}, "the gateway");
+    return Vxi11Session(address.primary, DeviceOf(*gateway, address), "the gateway");
   }
   return native_.Open(address);
 }

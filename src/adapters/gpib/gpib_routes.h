@@ -61,6 +61,7 @@ class RoutedGpibBus final : public GpibBus {
  public:
   explicit RoutedGpibBus(GpibRoutes routes);
   [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address) override;
+  [[nodiscard]] std::string RouteOf(const GpibAddress& address) const override;
 
  private:
   [[nodiscard]] std::unique_ptr<GpibSession> OpenOnBus(const GpibAddress& address);

@@ -24,7 +24,7 @@ auto RouteSession::Guarded(const Message& message) {
   try {
     return message();
   } catch (const RouteFailure& failure) {
-    ended_ = failure.what();
+    ended_ = failure.Text();
     Abandon();
     throw failure.kind == RouteFailure::Kind::kTimeOut ? GpibTimeOut(name_ + ended_) : GpibAbsent(name_ + ended_);
   }

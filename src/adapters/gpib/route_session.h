@@ -9,10 +9,10 @@
 namespace orvane {
 
 /// What happened on a route, as a sentence that names no instrument: the session adds its name and the numbers.
-class RouteFailure : public std::runtime_error {
+class RouteFailure : public TextFailure {
  public:
   enum class Kind { kAbsent, kTimeOut };
-  RouteFailure(Kind itsKind, const std::string& what) : std::runtime_error(what), kind(itsKind) {}
+  RouteFailure(Kind itsKind, const std::string& what) : TextFailure(what), kind(itsKind) {}
   Kind kind;
 };
 

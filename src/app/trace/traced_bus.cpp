@@ -38,7 +38,7 @@ class TracedSession final : public GpibSession {
       act();
     } catch (const GpibError& error) {
       trace_.Note(link_, "failure", {},
-                  std::string(error.what()) + " ibsta = &H" + HexText(static_cast<Long>(error.ibsta)) +
+                  error.Text() + " ibsta = &H" + HexText(static_cast<Long>(error.ibsta)) +
                       ", iberr = " + std::to_string(error.iberr));
       throw;
     }

@@ -13,6 +13,7 @@ class TracedBus final : public GpibBus {
  public:
   TracedBus(GpibBus& bus, Trace& trace) : bus_(bus), trace_(trace) {}
   [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address) override;
+  [[nodiscard]] std::string RouteOf(const GpibAddress& address) const override { return bus_.RouteOf(address); }
 
  private:
   GpibBus& bus_;

@@ -31,7 +31,7 @@ void TracedSerial::Watched(Act act) {
   try {
     act();
   } catch (const StationFailure& failure) {
-    trace_.Note(Link(), "failure", {}, failure.what());
+    trace_.Note(Link(), "failure", {}, failure.Text());
     throw;
   }
 }

@@ -76,7 +76,7 @@ void ResultsConsole::WriteToLog(std::string_view text) {
       log_->Append(unlogged_);
     } catch (const StationFailure& failure) {
       const BoxButton answer = boxes_.Show(
-          {failure.what(), std::string(kStationTitle), BoxIcon::Exclamation, {BoxButton::Retry, BoxButton::Cancel}});
+          {failure.Text(), std::string(kStationTitle), BoxIcon::Exclamation, {BoxButton::Retry, BoxButton::Cancel}});
       if (answer != BoxButton::Retry) LogOff();
     }
   }

@@ -12,7 +12,7 @@ bool OrShowFailure(Boxes& boxes, Statement&& statement) {
     statement();
     return true;
   } catch (const StationFailure& failure) {
-    boxes.SystemText(failure.what());
+    boxes.SystemText(failure.Text());
     return false;
   }
 }
