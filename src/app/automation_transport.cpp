@@ -15,12 +15,18 @@
 namespace orvane {
 namespace {
 
+/// So much may lie unsent for a client without its being waited for, and so long it is waited for.
+constexpr std::size_t kSomeUnsent = std::size_t{1} << 20;
+constexpr TimePoint kPatience = std::chrono::seconds(1);
 /// What a client costs that comes and goes.
 constexpr TimePoint kWelcome = std::chrono::microseconds(200);
 
+/// Bytes are taken in pieces that a few dozen requests fill: what is not taken yet costs nothing here.
+constexpr std::size_t kPiece = 4096;
+
 /// What is there to read; no value at the end of the input. Only for descriptors that are readable.
 std::optional<std::string> ReadWhatIsThere(int descriptor) {
-  std::array<char, 65536> bytes;
+  std::array<char, kPiece> bytes;
   const auto count = ::read(descriptor, bytes.data(), bytes.size());
   if (count < 0 && (errno == EINTR || errno == EAGAIN)) return std::string();
   if (count <= 0) return std::nullopt;
@@ -29,19 +35,49 @@ std::optional<std::string> ReadWhatIsThere(int descriptor) {
 
 }  // namespace
 
+Intake::Intake(EventLoop& loop, int descriptor, Outbox& out, std::function<void()> onReadable)
+    : loop_(loop), out_(out), readable_(descriptor, QSocketNotifier::Read) {
+  readable_.setEnabled(false);
+  QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, std::move(onReadable));
+  out_.onTaken = [this] {
+    if (waits_ && out_.Unsent() <= kSomeUnsent) OpenNow();
+  };
+}
+
+void Intake::Open() {
+  if (out_.Unsent() <= kSomeUnsent) return OpenNow();
+  if (!std::exchange(waits_, true)) OpenUnlessMoreIsTaken(++wait_);
+}
+
+void Intake::OpenNow() {
+  waits_ = false;
+  readable_.setEnabled(true);
+}
+
+void Intake::OpenUnlessMoreIsTaken(int wait) {
+  (void)out_.WasTaken();
+  loop_.PostAt(loop_.Now() + kPatience, [this, wait, here = std::weak_ptr(here_)] {
+    if (here.expired() || !waits_ || wait != wait_) return;
+    if (out_.WasTaken()) return OpenUnlessMoreIsTaken(wait);
+    OpenNow();
+  });
+}
+
 StdioTransport::StdioTransport(EventLoop& loop, AutomationPort& port, std::function<void()> onLost)
     : loop_(loop),
       port_(port),
       onLost_(std::move(onLost)),
       out_(StandardOutlet()),
-      readable_(STDIN_FILENO, QSocketNotifier::Read) {
-  QObject::connect(&readable_, &QSocketNotifier::activated, &readable_, [this] { ReadSome(); });
-  port_.onRoom = [this] { readable_.setEnabled(!ended_); };
+      in_(loop, STDIN_FILENO, out_, [this] { ReadSome(); }) {
+  port_.onRoom = [this] {
+    if (!ended_) in_.Open();
+  };
   port_.clientEnds = [] {
     pollfd input{STDIN_FILENO, POLLRDHUP, 0};
     return ::poll(&input, 1, 0) > 0;
   };
   port_.Connect([this](const std::string& line) { Send(line); });
+  in_.Open();
 }
 
 StdioTransport::~StdioTransport() {
@@ -51,7 +87,7 @@ StdioTransport::~StdioTransport() {
 }
 
 void StdioTransport::ReadSome() {
-  readable_.setEnabled(false);
+  in_.Close();
   if (const auto bytes = ReadWhatIsThere(STDIN_FILENO)) {
     port_.Feed(*bytes);
     return;
@@ -71,19 +107,19 @@ void StdioTransport::Send(const std::string& line) {
 }
 
 struct UnixSocketTransport::Client {
-  explicit Client(int descriptor)
-      : socket(descriptor), readable(descriptor, QSocketNotifier::Read), out(SocketOutlet(descriptor)) {}
+  Client(EventLoop& loop, int descriptor, std::function<void()> onReadable)
+      : socket(descriptor), out(SocketOutlet(descriptor)), in(loop, descriptor, out, std::move(onReadable)) {}
   Client(const Client&) = delete;
   Client& operator=(const Client&) = delete;
   ~Client() {
-    readable.setEnabled(false);
+    in.Close();
     out.Close();
     ::close(socket);
   }
 
   int socket;
-  QSocketNotifier readable;
   Outbox out;
+  Intake in;
 };
 
 namespace {
@@ -183,23 +219,21 @@ void UnixSocketTransport::Accept() {
   if (socket < 0) return;
   port_.Charge(kWelcome);
   connecting_.setEnabled(false);
-  client_ = std::make_shared<Client>(socket);
-  client_->readable.setEnabled(false);
-  QObject::connect(&client_->readable, &QSocketNotifier::activated, &client_->readable, [this] { ReadSome(); });
+  client_ = std::make_shared<Client>(loop_, socket, [this] { ReadSome(); });
   port_.onRoom = [held = std::weak_ptr(client_)] {
-    if (const auto client = held.lock()) client->readable.setEnabled(true);
+    if (const auto client = held.lock()) client->in.Open();
   };
   loop_.Post([this, held = std::weak_ptr(client_)] {
     port_.Connect([this, held](const std::string& line) {
       const auto client = held.lock();
       if (client && client->out.Send(line) != Outbox::Sent::Yes) PostHangUp(client);
     });
-    if (const auto client = held.lock()) client->readable.setEnabled(true);
+    if (const auto client = held.lock()) client->in.Open();
   });
 }
 
 void UnixSocketTransport::ReadSome() {
-  client_->readable.setEnabled(false);
+  client_->in.Close();
   if (const auto bytes = ReadWhatIsThere(client_->socket)) {
     port_.Feed(*bytes);
   } else {
@@ -208,7 +242,7 @@ void UnixSocketTransport::ReadSome() {
 }
 
 void UnixSocketTransport::PostHangUp(const std::shared_ptr<Client>& client) {
-  client->readable.setEnabled(false);
+  client->in.Close();
   loop_.Post([this, gone = std::weak_ptr(client)] {
     if (gone.expired() || gone.lock() != client_) return;
     port_.Disconnect();

@@ -16,6 +16,33 @@
 
 namespace orvane {
 
+/// Where a client's bytes come in: when there is room for them, and at the pace at which the client takes what it is
+/// told. One that takes nothing for a second is not waited for; how far it may fall behind is its outbox's matter.
+class Intake {
+ public:
+  Intake(EventLoop& loop, int descriptor, Outbox& out, std::function<void()> onReadable);
+  Intake(const Intake&) = delete;
+  Intake& operator=(const Intake&) = delete;
+  ~Intake() { readable_.setEnabled(false); }
+
+  /// The next bytes are welcome; told once for each piece of them.
+  void Open();
+  void Close() { readable_.setEnabled(false); }
+
+ private:
+  void OpenUnlessMoreIsTaken(int wait);
+  void OpenNow();
+
+  EventLoop& loop_;
+  Outbox& out_;
+  QSocketNotifier readable_;
+  bool waits_ = false;
+  /// Counts the waits: what lies in the loop for one that is over is void.
+  int wait_ = 0;
+  /// Gone with this object.
+  std::shared_ptr<int> here_ = std::make_shared<int>(0);
+};
+
 /// Requests on standard input, everything else on standard output. The end of the input ends the station.
 class StdioTransport {
  public:
@@ -33,7 +60,7 @@ class StdioTransport {
   AutomationPort& port_;
   std::function<void()> onLost_;
   Outbox out_;
-  QSocketNotifier readable_;
+  Intake in_;
   bool ended_ = false;
 };
 

@@ -73,7 +73,10 @@ std::unique_ptr<Outlet> StandardOutlet() {
 Outbox::Outbox(std::unique_ptr<Outlet> outlet)
     : outlet_(std::move(outlet)), writable_(outlet_->Descriptor(), QSocketNotifier::Write) {
   writable_.setEnabled(false);
-  QObject::connect(&writable_, &QSocketNotifier::activated, &writable_, [this] { (void)Flush(); });
+  QObject::connect(&writable_, &QSocketNotifier::activated, &writable_, [this] {
+    (void)Flush();
+    if (onTaken) onTaken();
+  });
 }
 
 Outbox::Sent Outbox::Send(const std::string& line) {
@@ -81,7 +84,7 @@ Outbox::Sent Outbox::Send(const std::string& line) {
   unsent_ += line;
   unsent_ += '\n';
   if (!Flush()) return Sent::Gone;
-  return unsent_.size() - taken_ <= kMostUnsent ? Sent::Yes : Sent::TooFarBehind;
+  return Unsent() <= kMostUnsent ? Sent::Yes : Sent::TooFarBehind;
 }
 
 /// A client that is found gone here ends its input too, which is where that is told.
@@ -90,6 +93,7 @@ bool Outbox::Flush() {
     const auto count = outlet_->Write(std::string_view(unsent_).substr(taken_));
     if (count > 0) {
       taken_ += static_cast<std::size_t>(count);
+      wasTaken_ = true;
     } else if (errno != EINTR) {
       if (errno != EAGAIN) Close();
       break;

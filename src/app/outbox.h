@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QSocketNotifier>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace orvane {
 
@@ -40,6 +42,11 @@ class Outbox {
   ~Outbox() { writable_.setEnabled(false); }
 
   Sent Send(const std::string& line);
+  [[nodiscard]] std::size_t Unsent() const { return unsent_.size() - taken_; }
+  /// Whether the client has taken something since this was asked last.
+  [[nodiscard]] bool WasTaken() { return std::exchange(wasTaken_, false); }
+  /// It takes something.
+  std::function<void()> onTaken;
   /// Forgets what was not taken, and takes no more.
   void Close();
   /// The station ends: what is unsent goes out as long as the client takes it without a pause of half a second.
@@ -54,6 +61,7 @@ class Outbox {
   std::string unsent_;
   /// So much of it has gone.
   std::size_t taken_ = 0;
+  bool wasTaken_ = false;
   bool closed_ = false;
 };
 

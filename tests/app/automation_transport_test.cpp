@@ -61,6 +61,15 @@ class Client {
     const auto count = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
     return count == static_cast<ssize_t>(bytes.size());
   }
+  /// At most that many bytes of what has come. @return how many
+  ssize_t ReceiveSome(std::size_t most) {
+    std::string bytes(most, '\0');
+    const auto count = ::recv(socket_, bytes.data(), bytes.size(), MSG_DONTWAIT);
+    if (count > 0) lines_ += std::count(bytes.begin(), bytes.begin() + count, '\n');
+    return count;
+  }
+  /// Whole ones among them.
+  [[nodiscard]] std::ptrdiff_t Lines() const { return lines_; }
   /// What has come so far, without waiting.
   const std::string& Received() {
     char bytes[4096];
@@ -75,6 +84,7 @@ class Client {
   int socket_;
   bool connected_ = false;
   std::string received_;
+  std::ptrdiff_t lines_ = 0;
 };
 
 class UnixSocket : public test::QtTest {
@@ -116,9 +126,10 @@ class UnixSocket : public test::QtTest {
   InstrumentFaults faults_;
   /// How long a look at the state blocks the station.
   std::chrono::milliseconds stateCost_{0};
+  std::size_t stateSize_ = 1;
   AutomationPort port_{{loop_, desk_, nest_, report_, faults_, {}, [this](std::string_view) {
                           std::this_thread::sleep_for(stateCost_);
-                          return std::optional<Json>(7);
+                          return std::optional<Json>(std::string(stateSize_, 'x'));
                         }}};
   std::optional<UnixSocketTransport> transport_;
 };
@@ -187,6 +198,23 @@ std::size_t SendWhatIsTaken(Client& client, std::string_view line, std::size_t a
   std::size_t taken = 0;
   while (taken < atMost && client.SendNow(line)) taken += line.size();
   return taken;
+}
+
+TEST_F(UnixSocket, AClientThatTakesItsAnswersIsServedAtItsPaceAndNotDropped) {
+  constexpr int kRequests = 400;
+  stateSize_ = 60000;
+  Listen();
+  Client client(path_);
+  YieldFor(5ms);
+  std::size_t lines = 0;
+  for (int sent = 0, idle = 0; lines < kRequests && idle < 3000; ++idle) {
+    while (sent < kRequests && client.SendNow(kState)) ++sent;
+    // Far slower than the station could answer.
+    if (client.ReceiveSome(30000) > 0) idle = 0;
+    lines = static_cast<std::size_t>(client.Lines());
+    loop_.Yield(loop_.Now() + 1ms);
+  }
+  EXPECT_EQ(lines, kRequests);
 }
 
 TEST_F(UnixSocket, WhatIsNotServedYetStaysWithTheClient) {
