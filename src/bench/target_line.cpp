@@ -4,7 +4,10 @@
 
 namespace orvane::bench {
 
-TargetLine::TargetLine(Handset& handset, FaultBoard& faults) : handset_(handset), faults_(faults) {
+TargetLine::TargetLine(Handset& handset, FaultBoard& faults) : handset_(handset), faults_(faults) { TakeUp(); }
+
+void TargetLine::TakeUp() {
+  reader_ = {};
   handset_.SetDefects(PresentDefects());
 }
 

@@ -41,6 +41,9 @@ class TargetLine {
  public:
   TargetLine(Handset& handset, FaultBoard& faults);
 
+  /// Another handset stands where the one before did: nothing of its predecessor's is under way.
+  void TakeUp();
+
   /// Takes bytes that have arrived; each sound command is carried out at once.
   [[nodiscard]] std::vector<Transmission> Receive(std::span<const std::uint8_t> bytes);
 

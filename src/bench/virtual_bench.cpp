@@ -39,7 +39,11 @@ class VirtualBench::Line final : public SerialControl, public std::enable_shared
     sent.insert(sent.end(), bytes.begin(), bytes.end());
     CatchUp();
     if (!open_) throw StationFailure("The virtual bench's serial port is closed.");
-    if (target_.Unplugged()) throw StationFailure("The virtual bench's serial device is gone.");
+    if (target_.Unplugged()) {
+      // A device that is gone takes its open port with it.
+      Close();
+      throw StationFailure("The virtual bench's serial device is gone.");
+    }
     outgoingFree_ = std::max(outgoingFree_, loop_.Now()) + kByteTime * sent.size();
     travelling_.push_back({outgoingFree_, std::move(sent)});
     At(outgoingFree_, [](Line& line) { line.CatchUp(); });

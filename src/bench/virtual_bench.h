@@ -35,6 +35,9 @@ class VirtualBench {
   /// The models, for a look at what the Target keeps and at the counters.
   [[nodiscard]] const Bench& Models() const { return models_; }
 
+  /// The next unit under test, see `Bench::Insert`. The instruments keep their places.
+  void Insert(const BenchOptions& options) { models_.Insert(options); }
+
  private:
   class Line;
   class Bus488;

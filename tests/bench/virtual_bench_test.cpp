@@ -116,8 +116,25 @@ TEST_F(OnVirtualTime, AnUnpluggedDeviceFailsTheNextOutputAndCannotBeOpenedAgain)
   EXPECT_NE(Exchange("02 14 20 20 02"), "");
   EXPECT_EQ(Exchange("02 14 20 20 02"), "");
   EXPECT_THROW(bench->Serial().Output("x"), StationFailure);
-  bench->Serial().Close();
+  EXPECT_FALSE(bench->Serial().PortOpen()) << "the device took its open port with it";
   EXPECT_THROW(bench->Serial().Open(), StationFailure);
+}
+
+TEST_F(OnVirtualTime, AnotherUnitIsPutInWithoutTheFaultsAndTheMemoryOfTheFirst) {
+  Open("virtual:fault=unplugged@2");
+  (void)Exchange("02 14 20 20 02");
+  (void)Exchange("02 14 20 20 02");
+  EXPECT_THROW(bench->Serial().Output("x"), StationFailure);
+  const double gain = bench->Models().Target().Unit().Of(Band::kGsm).rxGainDb;
+
+  BenchOptions next;
+  next.seed = 2;
+  next.cableLossDb = 1.5;
+  bench->Insert(next);
+  EXPECT_NE(bench->Models().Target().Unit().Of(Band::kGsm).rxGainDb, gain);
+  EXPECT_EQ(bench->Models().Joined().cableLossDb, 1.5);
+  bench->Serial().Open();
+  EXPECT_NE(Exchange("02 14 20 20 02"), "") << "the fault went with its unit";
 }
 
 TEST_F(OnVirtualTime, ALateReplyComesAfterTheStationsWait) {
