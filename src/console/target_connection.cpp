@@ -90,7 +90,7 @@ void TargetConnection::OpenPort() {
   ApplySerialSettings(state_, mscomTarget_.setup);
   mscomTarget_.setup.handshaking = 0;
   mscomTarget_.setup.rThreshold = 1;
-  mscomTarget_.Open();
+  link_.OpenPort();
   state_.SerialPortState = mscomTarget_.PortOpen();
 }
 

@@ -165,6 +165,11 @@ void TargetLink::Receive() {
   if (waits_ == 0 && !decoder_.Gathering()) state_.ReplyHandled = false;
 }
 
+void TargetLink::OpenPort() {
+  mscomTarget_.Open();
+  decoder_.MeetTarget();
+}
+
 void TargetLink::Rest() {
   state_.ReplyDone = true;
   state_.ReplyHandled = false;

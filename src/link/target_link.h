@@ -48,6 +48,8 @@ class TargetLink {
   /// The serial event handler.
   void OnComm(int commEvent);
 
+  /// Opens the port. @throws StationFailure
+  void OpenPort();
   [[nodiscard]] bool PortOpen() const { return mscomTarget_.PortOpen(); }
   /// Numeric status of the last exchange: 0 success, 255 nothing came.
   [[nodiscard]] int Status() const { return StatusOf(state_); }

@@ -43,6 +43,22 @@ TEST(ReplyChecksum, OfATargetThatFormsItOtherwiseIsNeverHeldAgainstIt) {
   EXPECT_EQ(DamagedOf({other, other, kSound, kSound, other, other, kSound, kSound, kSound, other}), 0);
 }
 
+TEST(ReplyChecksum, OfOneTargetIsNothingToTheNext) {
+  const std::string damaged = "02 14 00 31 00 00 00 01 00 3F 00 00 00 0E 02";
+  LinkRig rig;
+  rig.Exchange("rfpr 1", damaged);
+  rig.serial.Close();
+  rig.link.OpenPort();
+  for (int i = 0; i < 4; ++i) rig.Exchange("rfpr 1", kSound);
+  EXPECT_EQ(rig.tally.damagedReplies, 0) << "it was the Target before whose reply came damaged";
+
+  rig.serial.Close();
+  rig.link.OpenPort();
+  const std::string other = "02 14 00 31 00 00 00 01 00 3E 00 00 00 55 02";
+  for (int i = 0; i < 4; ++i) rig.Exchange("rfpr 1", other);
+  EXPECT_EQ(rig.tally.damagedReplies, 0) << "the next one forms its checksums otherwise";
+}
+
 TEST(ReplyChecksum, ChangesNothingAboutTheReplysValues) {
   LinkRig rig;
   for (int i = 0; i < 4; ++i) rig.Exchange("rfpr 1", kSound);
