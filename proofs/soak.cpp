@@ -1,0 +1,24 @@
+// Roads of random units with random settings, faults and hands, one visit to a station a seed.
+
+#include <iostream>
+
+#include "arguments.h"
+#include "visit.h"
+
+int main(int count, char** words) {
+  using namespace orvane::proofs;
+  try {
+    const Arguments arguments = ArgumentsOf({words + 1, words + count}, "--seed");
+    if (arguments.only) {
+      Visit visit(std::stoull(*arguments.only));
+      visit.tell = [](const std::string& road) { std::cout << road << "\n"; };
+      return ShowOne(visit.Run());
+    }
+    return Work({"soak", 1, UINT64_MAX, [](std::uint64_t seed) { return Visit(seed).Run(); },
+                 [](std::uint64_t seed) { return "prove_soak --seed " + std::to_string(seed); }},
+                arguments.effort);
+  } catch (const std::exception& failure) {
+    std::cerr << failure.what() << "\n";
+    return 64;
+  }
+}
