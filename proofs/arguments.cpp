@@ -13,10 +13,6 @@ Arguments ArgumentsOf(const std::vector<std::string>& words, const std::string& 
   arguments.effort.state = ".";
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string& word = words[i];
-    if (word == "--again") {
-      arguments.effort.afresh = true;
-      continue;
-    }
     if (i + 1 == words.size()) throw std::invalid_argument(word + ": there is no such option, or it lacks its value");
     const std::string& value = words[++i];
     if (word == "--minutes") {

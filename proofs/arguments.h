@@ -8,7 +8,7 @@
 
 namespace orvane::proofs {
 
-/// What every proof's program is told: `--minutes N --state DIR [--jobs N] [--again]`, or one case alone, behind the
+/// What every proof's program is told: `--minutes N --state DIR [--jobs N]`, or one case alone, behind the
 /// option that names it.
 struct Arguments {
   Effort effort;

@@ -12,7 +12,7 @@ int main(int count, char** words) {
     if (arguments.only) return ShowOne(RunCell(CellOf(*arguments.only)));
     const Cells cells(MeasureRoad());
     return Work({"matrix", 0, cells.Count(), [&](std::uint64_t number) { return RunCell(cells.At(number)); },
-                 [&](std::uint64_t number) { return "prove_matrix --cell " + TextOf(cells.At(number)); }},
+                 [&](std::uint64_t number) { return std::string(words[0]) + " --cell " + TextOf(cells.At(number)); }},
                 arguments.effort);
   } catch (const std::exception& failure) {
     std::cerr << failure.what() << "\n";

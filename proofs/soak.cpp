@@ -15,7 +15,7 @@ int main(int count, char** words) {
       return ShowOne(visit.Run());
     }
     return Work({"soak", 1, UINT64_MAX, [](std::uint64_t seed) { return Visit(seed).Run(); },
-                 [](std::uint64_t seed) { return "prove_soak --seed " + std::to_string(seed); }},
+                 [&](std::uint64_t seed) { return std::string(words[0]) + " --seed " + std::to_string(seed); }},
                 arguments.effort);
   } catch (const std::exception& failure) {
     std::cerr << failure.what() << "\n";

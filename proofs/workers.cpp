@@ -317,7 +317,7 @@ void ShowFound(const Proof& proof, const Kept& kept) {
 int Work(const Proof& proof, const Effort& effort) {
   std::filesystem::create_directories(effort.state);
   Kept kept;
-  if (!effort.afresh) kept.Read(effort.state / (proof.name + ".txt"));
+  kept.Read(effort.state / (proof.name + ".txt"));
   kept.next = std::max(kept.next, proof.first);
   const auto begin = Clock::now();
   const std::uint64_t before = kept.next;

@@ -21,7 +21,7 @@ struct Proof {
   std::uint64_t first = 0;
   std::uint64_t end = UINT64_MAX;  ///< behind the last case
   std::function<Outcome(std::uint64_t number)> run;
-  /// How one case is seen again: the arguments of the program.
+  /// How one case is seen again: a command line.
   std::function<std::string(std::uint64_t number)> again;
 };
 
@@ -29,7 +29,6 @@ struct Effort {
   double minutes = 5;
   unsigned jobs = 2;
   std::filesystem::path state;
-  bool afresh = false;  ///< forgets what was done before
 };
 
 /// Works on a proof where the last call stopped, in processes of its own, so that a case that ends its process or

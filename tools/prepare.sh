@@ -1,4 +1,4 @@
-# Sourced by ./run, ./test and ./bench: what this machine lacks is named and installed, then the build is brought up
+# Sourced by ./run, ./test, ./prove and ./bench: what this machine lacks is named and installed, then the build is brought up
 # to date. A second call finds everything done.
 
 set -euo pipefail

@@ -50,9 +50,6 @@ TEST_F(AProof, AddsUpItsFiguresAndGoesOnWhereItStopped) {
   EXPECT_EQ(Run(10), 0);
   EXPECT_NE(shown.find("trial: 20 roads, cases 0 to 9 of 10, 0 with findings (this call: 6 cases"), std::string::npos)
       << shown;
-  effort.afresh = true;
-  EXPECT_EQ(Run(4), 0);
-  EXPECT_NE(shown.find("trial: 8 roads"), std::string::npos) << shown;
 }
 
 TEST_F(AProof, AFindingStaysUntilItIsSeenNoMore) {
