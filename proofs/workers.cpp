@@ -11,11 +11,11 @@
 #include <chrono>
 #include <csignal>
 #include <ctime>
-#include <fstream>
 #include <iostream>
 #include <new>
-#include <set>
-#include <sstream>
+#include <stdexcept>
+
+#include "progress.h"
 
 namespace orvane::proofs {
 namespace {
@@ -41,63 +41,6 @@ Shared* MakeShared() {
   return shared;
 }
 
-/// What is kept between two calls: a line "next N", lines "figure NAME N", lines "found N TEXT".
-struct Kept {
-  std::uint64_t next = 0;
-  std::map<std::string, long> figures;
-  std::map<std::uint64_t, std::vector<std::string>> found;
-
-  void Read(const std::filesystem::path& file) {
-    std::ifstream in(file);
-    for (std::string line; std::getline(in, line);) {
-      std::istringstream words(line);
-      std::string word;
-      words >> word;
-      if (word == "next") words >> next;
-      if (word == "figure") {
-        std::string name;
-        words >> name >> figures[name];
-      }
-      if (word == "found") {
-        std::uint64_t number = 0;
-        words >> number >> std::ws;
-        std::getline(words, word);
-        found[number].push_back(word);
-      }
-    }
-  }
-
-  void Write(const std::filesystem::path& file) const {
-    const std::filesystem::path fresh = file.string() + ".new";
-    std::ofstream out(fresh);
-    out << "next " << next << "\n";
-    for (const auto& [name, count] : figures) out << "figure " << name << " " << count << "\n";
-    for (const auto& [number, texts] : found) {
-      for (const std::string& text : texts) out << "found " << number << " " << text << "\n";
-    }
-    out.close();
-    std::filesystem::rename(fresh, file);
-  }
-};
-
-/// Short enough to be read, on one line.
-std::string OneLine(std::string text) {
-  constexpr std::size_t kMostShown = 400;
-  if (text.size() > kMostShown) text.replace(kMostShown, std::string::npos, "...");
-  for (char& c : text) c = c == '\n' || c == '\r' ? ' ' : c;
-  return text;
-}
-
-/// A worker tells "figure NUMBER NAME COUNT", "found NUMBER TEXT" and "done NUMBER", a line each.
-std::string Told(std::uint64_t number, const Outcome& outcome) {
-  std::ostringstream lines;
-  for (const auto& [name, count] : outcome.figures)
-    lines << "figure " << number << " " << name << " " << count << "\n";
-  for (const std::string& text : outcome.findings) lines << "found " << number << " " << OneLine(text) << "\n";
-  lines << "done " << number << "\n";
-  return lines.str();
-}
-
 void WriteAll(int pipe, std::string_view text) {
   while (!text.empty()) {
     const ssize_t written = write(pipe, text.data(), text.size());
@@ -108,8 +51,13 @@ void WriteAll(int pipe, std::string_view text) {
 
 class Crew {
  public:
-  Crew(const Proof& proof, const Effort& effort, Kept& kept)
-      : proof_(proof), effort_(effort), kept_(kept), shared_(MakeShared()), again_(Begun(kept)) {
+  Crew(const Proof& proof, const Effort& effort, Ledger& ledger)
+      : proof_(proof),
+        effort_(effort),
+        ledger_(ledger),
+        begin_(ledger.Next()),
+        again_(ledger.WithFindings()),
+        shared_(MakeShared()) {
     shared_->next = 0;
   }
   Crew(const Crew&) = delete;
@@ -142,15 +90,9 @@ class Crew {
     double secondsAtCase = 0;
   };
 
-  static std::vector<std::uint64_t> Begun(const Kept& kept) {
-    std::vector<std::uint64_t> numbers;
-    for (const auto& [number, texts] : kept.found) numbers.push_back(number);
-    return numbers;
-  }
-
   /// The N-th case of this call: first those that had findings, then the next ones.
   [[nodiscard]] std::uint64_t CaseOf(std::uint64_t n) const {
-    return n < again_.size() ? again_[n] : kept_.next + (n - again_.size());
+    return n < again_.size() ? again_[n] : begin_ + (n - again_.size());
   }
 
   void Start(unsigned index) {
@@ -205,7 +147,7 @@ class Crew {
     if (count > 0) {
       worker.heard.append(buffer.data(), static_cast<std::size_t>(count));
       for (std::size_t end; (end = worker.heard.find('\n')) != std::string::npos;) {
-        Take(worker.heard.substr(0, end));
+        ledger_.Take(worker.heard.substr(0, end));
         worker.heard.erase(0, end + 1);
       }
       return;
@@ -217,48 +159,11 @@ class Crew {
     worker.process = -1;
     const std::uint64_t number = shared_->current[index].exchange(kNoCase);
     if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return;
-    Found(number, WIFSIGNALED(status) ? "It ends the process by signal " + std::to_string(WTERMSIG(status)) + "."
-                                      : "It ends the process.");
-    Done(number);
+    ledger_.Found(number, WIFSIGNALED(status)
+                              ? "It ends the process by signal " + std::to_string(WTERMSIG(status)) + "."
+                              : "It ends the process.");
+    ledger_.Done(number);
     if (!shared_->stop) Start(index);
-  }
-
-  void Take(const std::string& line) {
-    std::istringstream words(line);
-    std::string word;
-    std::uint64_t number = 0;
-    words >> word >> number >> std::ws;
-    if (word == "figure") {
-      std::string name;
-      long count = 0;
-      words >> name >> count;
-      // A case that is looked at again has been counted before.
-      if (number >= kept_.next) kept_.figures[name] += count;
-    } else if (word == "found") {
-      std::string text;
-      std::getline(words, text);
-      Found(number, text);
-    } else if (word == "done") {
-      Done(number);
-    }
-  }
-
-  void Found(std::uint64_t number, const std::string& text) { fresh_[number].push_back(text); }
-
-  void Done(std::uint64_t number) {
-    const auto fresh = fresh_.find(number);
-    if (fresh == fresh_.end()) {
-      kept_.found.erase(number);
-    } else {
-      kept_.found[number] = fresh->second;
-      fresh_.erase(fresh);
-    }
-    done_.insert(number);
-    while (!done_.empty() && *done_.begin() < next_) done_.erase(done_.begin());
-    while (!done_.empty() && *done_.begin() == next_) {
-      ++next_;
-      done_.erase(done_.begin());
-    }
   }
 
   /// A case that never ends, by the processor time that it takes.
@@ -274,33 +179,24 @@ class Crew {
       worker.watched = number;
       worker.secondsAtCase = seconds;
     } else if (number != kNoCase && seconds - worker.secondsAtCase > kCaseSeconds) {
-      Found(number, "It does not end.");
+      ledger_.Found(number, "It does not end.");
       kill(worker.process, SIGKILL);
       worker.watched = kNoCase;
     }
   }
 
-  void Keep() const {
-    Kept now = kept_;
-    now.next = next_;
-    now.Write(effort_.state / (proof_.name + ".txt"));
-  }
+  void Keep() const { ledger_.Now().Write(effort_.state / (proof_.name + ".txt")); }
 
   const Proof& proof_;
   const Effort& effort_;
-  Kept& kept_;
-  Shared* shared_;
+  Ledger& ledger_;
+  std::uint64_t begin_;
   std::vector<std::uint64_t> again_;
+  Shared* shared_;
   std::vector<Worker> workers_;
-  std::map<std::uint64_t, std::vector<std::string>> fresh_;
-  std::set<std::uint64_t> done_;
-  std::uint64_t next_ = kept_.next;
-
- public:
-  [[nodiscard]] std::uint64_t Next() const { return next_; }
 };
 
-void ShowFound(const Proof& proof, const Kept& kept) {
+void ShowFound(const Proof& proof, const Progress& kept) {
   constexpr std::size_t kMostShown = 50;
   std::size_t shown = 0;
   for (const auto& [number, texts] : kept.found) {
@@ -316,22 +212,22 @@ void ShowFound(const Proof& proof, const Kept& kept) {
 
 int Work(const Proof& proof, const Effort& effort) {
   std::filesystem::create_directories(effort.state);
-  Kept kept;
+  Progress kept;
   kept.Read(effort.state / (proof.name + ".txt"));
   kept.next = std::max(kept.next, proof.first);
   const auto begin = Clock::now();
   const std::uint64_t before = kept.next;
   const long roadsBefore = kept.figures["roads"];
-  Crew crew(proof, effort, kept);
-  crew.Work();
+  Ledger ledger(kept);
+  Crew(proof, effort, ledger).Work();
   const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
 
   ShowFound(proof, kept);
   std::cout << proof.name << ":";
   for (const auto& [name, count] : kept.figures) std::cout << " " << count << " " << name << ",";
-  std::cout << " cases " << proof.first << " to " << crew.Next() - (crew.Next() > proof.first ? 1 : 0);
+  std::cout << " cases " << proof.first << " to " << ledger.Next() - (ledger.Next() > proof.first ? 1 : 0);
   if (proof.end != UINT64_MAX) std::cout << " of " << proof.end;
-  std::cout << ", " << kept.found.size() << " with findings (this call: " << crew.Next() - before << " cases, "
+  std::cout << ", " << kept.found.size() << " with findings (this call: " << ledger.Next() - before << " cases, "
             << static_cast<long>(static_cast<double>(kept.figures["roads"] - roadsBefore) / std::max(seconds, 0.001))
             << " roads a second in " << effort.jobs << " processes)" << std::endl;
   return kept.found.empty() ? 0 : 1;
