@@ -6,6 +6,8 @@
 #include <array>
 #include <filesystem>
 
+#include "audit/receiver_audit.h"
+
 namespace orvane::proofs {
 namespace {
 
@@ -32,6 +34,13 @@ std::size_t OpenHandles() {
 }
 
 std::string TenthsText(int tenths) { return "-" + std::to_string(tenths / 10) + "." + std::to_string(tenths % 10); }
+
+std::vector<double> OffsetsOf(const Settings& settings) {
+  if (settings.function == "BCHTCH") return {0};
+  if (settings.offset == "Average") return {0.067, -0.067};
+  // Either sign of the list gives the higher frequency.
+  return {0.067};
+}
 
 }  // namespace
 
@@ -116,11 +125,20 @@ void Visit::Disturb(Disturbance disturbance, bench::BenchOptions& unit) {
   }
 }
 
+std::uint64_t Visit::GoodSeed() {
+  Subject unit;
+  unit.offsetsMHz = OffsetsOf(settings_);
+  do {
+    unit.seed = chance_.Of(1'000'000'000) + 1;
+  } while (CompensationMayBeOutOfRange(unit));
+  return unit.seed;
+}
+
 void Visit::Road(Disturbance disturbance) {
   ChooseSettings();
   defectFromTheStart_ = false;
   bench::BenchOptions unit;
-  unit.seed = chance_.Of(1'000'000'000) + 1;
+  unit.seed = GoodSeed();
   unit.cableLossDb = settings_.lossTenths / 10.0;
   what_ = "unit " + std::to_string(unit.seed);
   Disturb(disturbance, unit);
@@ -190,12 +208,7 @@ Subject Visit::ToAudit() {
   subject.toEeprom = settings_.save != Settings::Save::kFile;
   if (settings_.save != Settings::Save::kEeprom) subject.file = stand_->files.content[settings_.file];
   subject.toleranceSetting = std::stod(settings_.tolerance);
-  if (settings_.function == "BCHTCH") {
-    subject.offsetsMHz = {0};
-  } else if (settings_.offset != "Average") {
-    // Either sign of the list gives the higher frequency.
-    subject.offsetsMHz = {0.067};
-  }
+  subject.offsetsMHz = OffsetsOf(settings_);
   return subject;
 }
 

@@ -38,6 +38,8 @@ class Visit {
 
   void Road(Disturbance disturbance);
   void ChooseSettings();
+  /// A unit that the station can calibrate with these settings, whatever the noise.
+  [[nodiscard]] std::uint64_t GoodSeed();
   void SetUp();
   void Disturb(Disturbance disturbance, bench::BenchOptions& unit);
   void Judge(Disturbance disturbance);

@@ -1,7 +1,9 @@
 #include "audit/receiver_audit.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 #include <set>
 
 namespace orvane::proofs {
@@ -12,6 +14,7 @@ constexpr double kAgc = 40;
 constexpr double kReadingNoiseDb = 0.05;
 constexpr int kLeastGain = 171;
 constexpr int kMostGain = 191;
+constexpr int kMostCompensation = 5;
 
 /// The levels, in tenths of a dB, that the readings of a channel can come to.
 using Levels = std::set<int>;
@@ -148,7 +151,26 @@ class ReceiverAudit {
   std::map<int, Levels> levels_;
 };
 
+bool RowMayBeOutOfRange(const Levels& reference, const Levels& row) {
+  // The ends of what is possible are enough.
+  const auto most = std::max(*reference.rbegin() - *row.begin(), *row.rbegin() - *reference.begin());
+  return Nearest(2 * most / 10.0) > kMostCompensation;
+}
+
 }  // namespace
+
+bool CompensationMayBeOutOfRange(const Subject& subject) {
+  const bench::UnitTraits unit = bench::UnitOf(subject.seed);
+  const Levels gsm = LevelsOf(subject, unit, kGsmReference);
+  const Levels dcs = LevelsOf(subject, unit, kDcsReference);
+  const auto beyond = [&](const Row& row, const Levels& reference) {
+    return row.below == row.above && RowMayBeOutOfRange(reference, LevelsOf(subject, unit, row.channel));
+  };
+  const auto gsmRow = [&](const Row& row) { return beyond(row, gsm); };
+  return std::any_of(kGsmRows.begin(), kGsmRows.end(), gsmRow) ||
+         std::any_of(kExtendedRows.begin(), kExtendedRows.end(), gsmRow) ||
+         std::any_of(kDcsRows.begin(), kDcsRows.end(), [&](const Row& row) { return beyond(row, dcs); });
+}
 
 double TenthsRead(int report) {
   // The weights of six fraction bits as a fixed-point number of four decimals keeps them.
