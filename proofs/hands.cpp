@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "base/counted.h"
+
 namespace orvane::proofs {
 namespace {
 
@@ -20,6 +22,7 @@ void Hands::Plan(HandKind kind, int acts, TimePoint within) {
 }
 
 void Hands::Act(HandKind kind) {
+  const Counted acting(acting_);
   try {
     if (kind == HandKind::kPlausible) {
       ActPlausibly();

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <utility>
 
 #include "audit/receiver_audit.h"
 
@@ -69,7 +70,12 @@ void Visit::StartStation() {
   hands_.reset();
   stand_ = std::make_unique<Stand>();
   hands_ = std::make_unique<Hands>(*stand_, chance_);
-  stand_->absent.onDialog = [this]() -> std::optional<std::string> { return settings_.file; };
+  stand_->absent.onDialog = [this]() -> std::optional<std::string> {
+    return hands_->Acting() ? "/out/by hand.epm" : settings_.file;
+  };
+  // What is changed ahead of the run is a setting like any other.
+  stand_->State().report.began.Connect(
+      [this] { hands_->Plan(HandKind::kStray, std::exchange(strays_, 0), kHandsWithin); });
   tooLong_.clear();
   renew_ = false;
   roadsOfStation_ = 0;
@@ -158,10 +164,11 @@ void Visit::Road(Disturbance disturbance) {
   if (disturbance == Disturbance::kHands || disturbance == Disturbance::kFaultAndHands) {
     hands_->Plan(HandKind::kPlausible, chance_.Between(1, 4), kHandsWithin);
   } else if (disturbance == Disturbance::kStrayHands) {
-    hands_->Plan(HandKind::kStray, chance_.Between(1, 12), kHandsWithin);
+    strays_ = chance_.Between(1, 12);
   }
   const TimePoint begin = stand_->loop.Now();
   (void)stand_->TakeThrough();
+  strays_ = 0;
   ++outcome_.figures["roads"];
   for (std::size_t i = handled; i < hands_->Done().size(); ++i) what_ += ", " + hands_->Done()[i];
   if (stand_->loop.Now() - begin > kClickBound) Find("the click took too long");
@@ -214,7 +221,9 @@ Subject Visit::ToAudit() {
 
 void Visit::LookAtMemory() {
   if (++roadsOfStation_ < kSettledRoads) return;
-  const std::size_t now = mallinfo2().uordblks;
+  // The disk is in memory, too, and fills as disks do.
+  std::size_t now = mallinfo2().uordblks;
+  for (const auto& [path, content] : stand_->files.content) now -= std::min(now, content.capacity());
   if (roadsOfStation_ == kSettledRoads) memoryBefore_ = now;
   if (now > memoryBefore_ + kMostGrowth && roadsOfStation_ > kSettledRoads) {
     Find("the station has grown by " + std::to_string((now - memoryBefore_) / 1024) + " KiB in " +

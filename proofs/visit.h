@@ -59,6 +59,7 @@ class Visit {
   std::string what_;
   std::set<const ListBox*> tooLong_;
   bool defectFromTheStart_ = false;
+  int strays_ = 0;  ///< acts that wait for the run to begin
   bool renew_ = false;
   int roadsOfStation_ = 0;
   std::size_t memoryBefore_ = 0;
