@@ -22,11 +22,11 @@ void Hands::Plan(HandKind kind, int acts, TimePoint within) {
 }
 
 void Hands::Act(HandKind kind) {
-  const Counted acting(acting_);
   try {
     if (kind == HandKind::kPlausible) {
       ActPlausibly();
     } else {
+      const Counted astray(astray_);
       ActAstray();
     }
   } catch (const ControlDisabled&) {

@@ -20,8 +20,8 @@ class Hands {
 
   /// So many acts within the next seconds.
   void Plan(HandKind kind, int acts, TimePoint within);
-  /// An act is on the stack: a file dialog is its.
-  [[nodiscard]] bool Acting() const { return acting_ > 0; }
+  /// A stray act is on the stack: a file dialog is its.
+  [[nodiscard]] bool Astray() const { return astray_ > 0; }
   /// What was done, in words.
   [[nodiscard]] const std::vector<std::string>& Done() const { return done_; }
 
@@ -35,7 +35,7 @@ class Hands {
   Stand& stand_;
   Chance& chance_;
   std::vector<std::string> done_;
-  int acting_ = 0;
+  int astray_ = 0;
 };
 
 }  // namespace orvane::proofs

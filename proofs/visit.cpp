@@ -71,7 +71,7 @@ void Visit::StartStation() {
   stand_ = std::make_unique<Stand>();
   hands_ = std::make_unique<Hands>(*stand_, chance_);
   stand_->absent.onDialog = [this]() -> std::optional<std::string> {
-    return hands_->Acting() ? "/out/by hand.epm" : settings_.file;
+    return hands_->Astray() ? "/out/by hand.epm" : settings_.file;
   };
   // What is changed ahead of the run is a setting like any other.
   stand_->State().report.began.Connect(
