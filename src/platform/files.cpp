@@ -70,7 +70,7 @@ std::string DamageOfRecords(File& file, int records) {
           damage = "holds nothing but zero bytes";
         }
       },
-      [&](const StationFailure& failure) { damage = "cannot be read: " + std::string(failure.what()); });
+      [&](const StationFailure& failure) { damage = "cannot be read: " + failure.Text(); });
   return damage;
 }
 
