@@ -94,8 +94,7 @@ class RandomHands {
 
 /// What a click takes that meets no trouble; a whole run with all that hands ask for beside it is far below.
 constexpr TimePoint kWork = 60s;
-/// What an exchange without a reply takes. A port that hands have closed answers none: a save to the EEPROM is 57 of
-/// them, which is 142 s.
+/// What an exchange without a reply takes. A port that a hand has closed in mid-run answers none either.
 constexpr TimePoint kSilence = 2500ms + 1us;
 
 TEST(RandomHands, NoClickLastsLongerThanItsExchangesWithoutAReplyMakeIt) {
