@@ -82,9 +82,10 @@ bool ByteStream::Receive(std::string& reply, const Deadline& deadline) {
 }
 
 void ByteStream::ReceiveArrived(std::string& bytes) {
-  constexpr int kMostChunks = 16;
+  // In any number of pieces: what is there when a system is asked comes as one.
+  constexpr std::size_t kMost = 64UL * 1024;
   auto& wire = Wire();
-  for (int chunk = 0; chunk < kMostChunks && !wire.coming.empty() && wire.coming.front().at <= wire.now; ++chunk) {
+  while (bytes.size() < kMost && !wire.coming.empty() && wire.coming.front().at <= wire.now) {
     const auto piece = std::move(wire.coming.front());
     wire.coming.pop_front();
     if (piece.end) FailAbsent(peer_ + " closed the connection.");
