@@ -1,9 +1,13 @@
 #include "app/json_rpc.h"
 
+#include <utility>
+
+#include "app/shallow_json.h"
+
 namespace orvane {
 namespace {
 
-/// No request nests as deep. What does is left out: copies go down into a value, and the stack has an end.
+/// No request nests as deep.
 constexpr int kDeepest = 8;
 
 std::string LineOf(const Json& message) { return message.dump(-1, ' ', false, Json::error_handler_t::replace); }
@@ -23,8 +27,7 @@ const Json& Param(const Json& params, const char* name) {
 }  // namespace
 
 void ParseRequest(std::string_view line, RpcRequest& request) {
-  const auto isNeeded = [](int depth, Json::parse_event_t, const Json&) { return depth <= kDeepest; };
-  const Json message = Json::parse(line, isNeeded, false);
+  Json message = ShallowJson(line, kDeepest);
   if (message.is_discarded()) throw RpcFailure(RpcError::NoJson, "The line is no JSON.");
   if (!message.is_object()) throw RpcFailure(RpcError::InvalidRequest, "A request is one JSON object.");
 
@@ -37,14 +40,15 @@ void ParseRequest(std::string_view line, RpcRequest& request) {
   }
 
   const auto method = message.find("method");
-  const bool sound = message.value("jsonrpc", Json()) == "2.0" && method != message.end() && method->is_string();
+  const auto version = message.find("jsonrpc");
+  const bool sound = version != message.end() && *version == "2.0" && method != message.end() && method->is_string();
   if (!sound) {
     request.wantsAnswer = true;
     throw RpcFailure(RpcError::InvalidRequest, "A request has \"jsonrpc\": \"2.0\" and the name of a \"method\".");
   }
   request.method = method->get<std::string>();
 
-  if (const auto params = message.find("params"); params != message.end()) request.params = *params;
+  if (const auto params = message.find("params"); params != message.end()) request.params = std::move(*params);
 }
 
 std::string ResultLine(const Json& id, const Json& result) {

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
+#include "app/shallow_json.h"
+
 namespace orvane {
 namespace {
 
@@ -58,11 +60,9 @@ std::optional<std::string> BytesOfHex(std::string_view hex) {
   return bytes;
 }
 
-/// The line as an object; null when it is none. A record is flat: what nests in a strange one is left out, since
-/// copies go down into a value, and the stack has an end.
+/// The line as an object; null when it is none. A record is flat: what nests in a strange one is left out.
 Json Parsed(std::string_view line) {
-  const auto isNeeded = [](int depth, Json::parse_event_t, const Json&) { return depth <= 1; };
-  Json object = Json::parse(line, isNeeded, false);
+  Json object = ShallowJson(line, 1);
   return object.is_object() ? object : Json();
 }
 
