@@ -21,6 +21,7 @@ using fuzz::Require;
 using fuzz::Wire;
 
 constexpr std::size_t kReadSize = 1000;
+constexpr std::size_t kShortRead = 3;
 constexpr std::array<Integer, 2> kAddresses{2, 5};
 constexpr std::string_view kVersion = "GPIB adapter 6.95";
 
@@ -185,9 +186,9 @@ void SoundlyAnswered(Portions& input, bool onDevice) {
                                    })
                              .has_value();
     if (act & 8) continue;  // nobody reads it
-    const std::string expected = instrument.answer.substr(0, kReadSize);
-    const auto reply =
-        bench.Said(which, timeOut, [&](GpibSession& session) { return session.Read(kReadSize, timeOut); });
+    const std::size_t size = (act & 32) != 0 ? kShortRead : kReadSize;
+    const std::string expected = instrument.answer.substr(0, size);
+    const auto reply = bench.Said(which, timeOut, [&](GpibSession& session) { return session.Read(size, timeOut); });
     if (reply) Require(written && *reply == expected, "another question's reply");
     const bool tellsVersion = instrument.answer.find(kVersion) != std::string::npos;
     Require(reply || !wasSound || tellsVersion, "a reply that came in time was not read");
@@ -224,7 +225,7 @@ void AnsweredAnyhow(Portions& input) {
       session.Write("FETC?", timeOut);
       return std::string();
     });
-    const std::size_t size = (act & 2) != 0 ? kReadSize : 3;
+    const std::size_t size = (act & 2) != 0 ? kReadSize : kShortRead;
     const auto reply = bench.Said(which, timeOut, [&](GpibSession& session) { return session.Read(size, timeOut); });
     if (!reply) continue;
     const auto end = reply->find('\n');

@@ -11,7 +11,9 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr std::size_t kLines = 1857;
-  std::vector<std::string> lines(kLines, "l\t=\t0");
+  // Each position its own value: any that is passed over or exchanged shows, whatever the input changes.
+  std::vector<std::string> lines;
+  for (std::size_t i = 0; i < kLines; ++i) lines.push_back("l\t=\t" + std::to_string(i));
   lines[0] = "l\t=\tRF_PASCAL_20";
   orvane::fuzz::Portions portions(data, size);
   while (!portions.Empty()) {

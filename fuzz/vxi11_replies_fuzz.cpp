@@ -46,6 +46,8 @@ class Server {
   bool sound = true;
   /// Of the instrument, not read yet.
   std::string output;
+  /// All of it was read: an instrument that is asked for more has nothing to say, up to the time-out.
+  bool ended = false;
 
   void Take(std::string_view call) {
     const std::uint8_t how = input_.Byte();
@@ -100,12 +102,13 @@ class Server {
       case DEVICE_READ: {
         constexpr std::uint32_t kAsManyAsAsked = 1;
         constexpr std::uint32_t kEnd = 4;
+        if (ended) return Word(vxi11::kIoTimeOut) + Word(0) + Opaque("");
         const std::size_t asked = WordAt(arguments, 4);
         const std::string piece =
             output.substr(0, input_.Empty() ? asked : std::min<std::size_t>(asked, input_.Byte()));
         output.erase(0, piece.size());
-        return Word(0) + Word((output.empty() ? kEnd : 0) + (piece.size() == asked ? kAsManyAsAsked : 0)) +
-               Opaque(piece);
+        ended = output.empty();
+        return Word(0) + Word((ended ? kEnd : 0) + (piece.size() == asked ? kAsManyAsAsked : 0)) + Opaque(piece);
       }
       default:
         return Word(0);
@@ -134,6 +137,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
       server.sound = true;
       const std::string output(input.Until('\n'));
       server.output = output;
+      server.ended = false;
       std::optional<std::string> reply;
       const bool done = fuzz::Done<GpibError>([&] {
         if ((act & 32) != 0) return link.Write("FETCH:POWER? 12345678901234567890", timeOut);
