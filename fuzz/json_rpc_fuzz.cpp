@@ -59,8 +59,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const RpcFailure& failure) {
     code = static_cast<int>(failure.code);
   }
-  const std::string answer =
-      code == 0 ? ResultLine(request.id, request.params) : ErrorLine(request.id, RpcError::NoJson, line);
+  constexpr std::size_t kTold = 16;
+  const std::string answer = code == 0 ? ResultLine(request.id, request.params)
+                                       : ErrorLine(request.id, RpcError::NoJson, line.substr(0, kTold));
   Require(Json::parse(answer)["id"] == request.id, "an answer has another id");
   if (opened > kDeep) return 0;
   Require(code == CodeOf(message), "refused for another reason, or not refused");
