@@ -17,6 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::RequireNone(test::DifferenceOf(reply, test::DeframedPlainly(gathered, layout)));
     const auto frame = FindFrame(gathered, layout);
     fuzz::Require(frame.has_value() == reply.frame.has_value(), "a frame is found in one way only");
+    const bool alone = frame && frame->start == 0 && frame->end + 1 == static_cast<int>(gathered.size());
+    fuzz::Require(reply.stray == (frame.has_value() && !alone), "bytes beside the frame, or none");
     if (frame) fuzz::Require(frame->start == reply.frame->start && frame->end >= reply.frame->end, "the frame moved");
   }
   const std::string words = ReplyWords(bytes);

@@ -30,7 +30,8 @@ void CheckOptions(const Options& options) {
   }
   for (const std::string& device : options.com) Require(!device.empty(), "a device without a name");
   Require(!options.bench || options.gpib.instruments.empty(), "a virtual bench with a real instrument");
-  Require(!(options.list && options.initialize), "a list that runs");
+  const bool automated = !std::holds_alternative<NoAutomation>(options.automation);
+  Require(!options.list || !(options.initialize || options.bench || automated), "a list that runs");
   const auto* socket = std::get_if<UnixAutomation>(&options.automation);
   Require(socket == nullptr || !socket->path.empty(), "a socket without a name");
 }
