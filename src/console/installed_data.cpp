@@ -34,9 +34,15 @@ std::string SentenceOf(const std::string& path, const std::string& damage) {
   return damage.empty() ? "" : path + " " + damage + ".";
 }
 
+/// The same for a file that did not open, or that stands behind one that did not.
+std::string NotLoaded(const InstalledFile& file) { return SentenceOf(std::string(file.name), "was not loaded"); }
+
 }  // namespace
 
 bool InstalledData::Load() {
+  rf_.damage = NotLoaded(kRFParameterFile);
+  ramp_.damage = NotLoaded(kRampTableFile);
+  cal_.lossDamage = NotLoaded(kCableLossFile);
   if (!LoadRFParameterText() || !LoadRampTable() || !LoadCableLoss()) return false;
   FillRecord();
   ramp_.RampStorageMode = "File";

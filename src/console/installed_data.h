@@ -20,7 +20,8 @@ struct InstalledFile;
 
 /// The three installed data files, and what start-up fills from them. Each is looked up in the first place, then in
 /// the second. A file that does not open costs the data of all behind it, and it alone shows boxes. One that opens
-/// and is damaged is loaded as far as it goes, and what stands on it is told (`damage` of the states).
+/// and is damaged is loaded as far as it goes. What stands on a file that is damaged or was not loaded is told
+/// (`damage` of the states).
 class InstalledData {
  public:
   InstalledData(PanelRef<OrvaneMain> main, PanelRef<FrmAutoCal> autoCal, PanelRef<FrmDownLoad> downLoad, RFState& rf,

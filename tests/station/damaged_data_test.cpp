@@ -96,5 +96,32 @@ TEST(DamagedData, HealsWithASoundFileThatIsLoadedByHand) {
   EXPECT_EQ(StrongestGsmDac(station), 584);
 }
 
+TEST(DamagedData, LossesThatWereNotLoadedAreToldWhateverElseIsLoadedByHand) {
+  const std::optional<std::string> missing;
+  const std::string tooLong(kLargestRecordFile + 1, 'x');
+  const std::string losses = LossFileOf1Db();
+  const VirtualStation::OtherFiles disks[] = {
+      {{"Cable.loss", missing}},
+      {{"Cable.loss", tooLong}},
+      {{"Cable.loss", losses}, {"RampTable.dat", missing}},
+      {{"Cable.loss", losses}, {"TI532.epm", missing}},
+  };
+  for (const auto& others : disks) {
+    VirtualStation station(CableOf1Db(), others);
+    station.files.content["/home/sound.dat"] = InstalledFile("RampTable.dat");
+    station.files.content["/home/sound.epm"] = InstalledFile("TI532.epm");
+    station.dialogs.answers = {"/home/sound.dat", "/home/sound.epm"};
+    station.op.Select(station.Panels().main.ramp.optFile);
+    station.op.Click(station.Panels().main.ramp.cmdRampLoad);
+    station.Panels().downLoad.Touch();
+    station.op.Select(station.Panels().downLoad.optDownloadFileLoad);
+    station.op.Click(station.Panels().downLoad.cmdEepromDownLoad);
+    station.TakeTargetThrough();
+    EXPECT_FALSE(station.State().report.AllComplete()) << "at DAC " << StrongestGsmDac(station);
+    EXPECT_EQ(StepsThatName(station, "Cable.loss was not loaded."), "receive transmitDCS transmitGSM charger")
+        << station.Steps();
+  }
+}
+
 }  // namespace
 }  // namespace orvane::test
