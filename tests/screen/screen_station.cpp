@@ -105,12 +105,22 @@ ScreenStation::Place ScreenStation::AwaitEnabled(const std::string& widget) cons
 
 void ScreenStation::Click(const std::string& widget) { display_.Click(AwaitEnabled(widget).area.center()); }
 
-void ScreenStation::InitializeAll() {
+void ScreenStation::ClickToType(const std::string& widget) {
+  display_.GiveKeyboard(AwaitEnabled(widget).area.center());
+  Click(widget);
+}
+
+void ScreenStation::InitializeInstruments() {
   for (const char* button :
        {"OrvaneMain/cmdInstrumentInitialize", "OrvaneMain/cmdPSInitialize", "OrvaneMain/Command1",
-        "frmBaseBand/cmdLoaderInitialize", "frmBaseBand/cmdBaseBandClose", "OrvaneMain/cmdTargetInitialize"}) {
+        "frmBaseBand/cmdLoaderInitialize", "frmBaseBand/cmdBaseBandClose"}) {
     Click(button);
   }
+}
+
+void ScreenStation::InitializeAll() {
+  InitializeInstruments();
+  Click("OrvaneMain/cmdTargetInitialize");
 }
 
 }  // namespace orvane::test

@@ -3,6 +3,7 @@
 #include <QImage>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "program/client.h"
 #include "program/programs.h"
@@ -30,9 +31,14 @@ class ScreenStation {
   void AwaitGone(const std::string& widget) const;
   /// Waits until it can be and takes clicks; then clicks on it.
   void Click(const std::string& widget);
-  /// The operator's way from the first window up to the click that takes the Target through the whole road.
+  /// The same with the keyboard going to the window, as a window manager gives it to whoever clicks.
+  void ClickToType(const std::string& widget);
+  /// The operator's way from the first window up to a station that is ready for a Target.
+  void InitializeInstruments();
+  /// The same, and the click that takes the Target through the whole road.
   void InitializeAll();
 
+  void Type(std::string_view keys) { display_.Type(keys); }
   [[nodiscard]] QImage Shown(const Place& place) const { return display_.Shown(place.area); }
   /// The automation port of a program that was started with one on its standard input and output.
   [[nodiscard]] Client& Port() { return port_; }

@@ -4,6 +4,7 @@
 
 #include <QPainter>
 #include <QSvgRenderer>
+#include <algorithm>
 #include <chrono>
 #include <set>
 
@@ -110,6 +111,33 @@ TEST_F(WholeRoadOnScreen, AWornBatteryComesToItsFailByMouse) {
   EXPECT_GT(AnswerBoxesUntil("frmFail", station), 0);
   ExpectPicture(station, "frmFail", "fail");
   EXPECT_EQ(station.Port().Await("verdict")["result"], "FAIL");
+}
+
+/// Somebody types on, or a scanner does, while a run opens its windows.
+TEST_F(WholeRoadOnScreen, TheKeyboardStaysWhereItWasWhileARunOpensItsWindows) {
+  ScreenStation station(*display_, {"--automation", "stdio", "--bench", "virtual:seed=7"});
+  station.InitializeInstruments();
+  station.Click("OrvaneMain/SSTab1:1");
+  station.ClickToType("OrvaneMain/txtBeacon");
+  Client& port = station.Port();
+  const std::string typedInto = port.Get("OrvaneMain.txtBeacon")["text"];
+  const std::string channel = port.Get("frmMPAutoCal.txtGSMArfcn1")["text"];
+  (void)port.SendClick("OrvaneMain.cmdTargetInitialize");
+
+  for (const char* window : {"frmMPAutoCal", "frmAutoCalTxResult"}) {
+    (void)station.Await(window);
+    station.Type("7");
+  }
+  std::string text = typedInto;
+  for (const auto deadline = std::chrono::steady_clock::now() + 30s;
+       text.size() < typedInto.size() + 2 && std::chrono::steady_clock::now() < deadline;) {
+    text = port.Get("OrvaneMain.txtBeacon")["text"];
+  }
+  EXPECT_EQ(std::count(text.begin(), text.end(), '7'), 2) << text;
+  EXPECT_EQ(port.Get("frmMPAutoCal.txtGSMArfcn1")["text"], channel);
+  const Json verdict = port.Await("verdict");
+  EXPECT_EQ(verdict["result"], "PASS");
+  EXPECT_EQ(verdict["complete"], true) << verdict.dump();
 }
 
 /// How many colours a place on the screen has.

@@ -41,6 +41,33 @@ void XDisplay::Fake(int event, int detail, QPoint at) {
   xcb_flush(connection_);
 }
 
+void XDisplay::GiveKeyboard(QPoint at) {
+  const auto asked = xcb_translate_coordinates(connection_, root_, root_, static_cast<std::int16_t>(at.x()),
+                                               static_cast<std::int16_t>(at.y()));
+  const std::unique_ptr<xcb_translate_coordinates_reply_t, decltype(&std::free)> reply(
+      xcb_translate_coordinates_reply(connection_, asked, nullptr), &std::free);
+  if (reply == nullptr || reply->child == XCB_NONE) throw std::runtime_error("the display has no window there");
+  xcb_set_input_focus(connection_, XCB_INPUT_FOCUS_PARENT, reply->child, XCB_CURRENT_TIME);
+  xcb_flush(connection_);
+}
+
+void XDisplay::Type(std::string_view keys) {
+  const xcb_setup_t& setup = *xcb_get_setup(connection_);
+  const auto count = static_cast<std::uint8_t>(setup.max_keycode - setup.min_keycode + 1);
+  const auto asked = xcb_get_keyboard_mapping(connection_, setup.min_keycode, count);
+  const std::unique_ptr<xcb_get_keyboard_mapping_reply_t, decltype(&std::free)> reply(
+      xcb_get_keyboard_mapping_reply(connection_, asked, nullptr), &std::free);
+  if (reply == nullptr) throw std::runtime_error("the display has no keyboard");
+  const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
+  for (const char key : keys) {
+    int code = 0;
+    while (code < count && symbols[code * reply->keysyms_per_keycode] != static_cast<xcb_keysym_t>(key)) ++code;
+    if (code == count) throw std::runtime_error(std::string("the keyboard has no key ") + key);
+    Fake(XCB_KEY_PRESS, setup.min_keycode + code, {});
+    Fake(XCB_KEY_RELEASE, setup.min_keycode + code, {});
+  }
+}
+
 void XDisplay::MoveMouse(QPoint to) { Fake(XCB_MOTION_NOTIFY, 0, to); }
 
 void XDisplay::Click(QPoint at) {

@@ -3,6 +3,7 @@
 #include <QImage>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "program/child.h"
 
@@ -24,6 +25,10 @@ class XDisplay {
   /// ":7", as the variable DISPLAY has it.
   [[nodiscard]] const std::string& Name() const { return name_; }
 
+  /// What a window manager does for whoever clicks there: the window gets the keyboard.
+  void GiveKeyboard(QPoint at);
+  /// Presses a key for each character, which the keyboard has without others.
+  void Type(std::string_view keys);
   void MoveMouse(QPoint to);
   void Click(QPoint at);
   /// What stands on the display within that rectangle.
