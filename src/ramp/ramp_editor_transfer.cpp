@@ -28,7 +28,8 @@ bool RampEditor::LoadFile() {
   try {
     const auto file = ports_.files.OpenForReading(*path, kLargestRecordFile);
     ReadRampRecords(*file, ports_.ramp);
-    if (DamageOfRecords(*file, kRampRecords).empty()) ports_.ramp.damage.clear();
+    const std::string damage = DamageOfRecords(*file, kRampRecords);
+    ports_.ramp.damage = damage.empty() ? "" : *path + " " + damage + ".";
     return true;
   } catch (const StationFailure& failure) {
     ports_.boxes.SystemText(failure.Text());

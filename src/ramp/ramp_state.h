@@ -15,7 +15,7 @@ struct RampState {
   std::array<std::array<std::string, kRampValues>, kRampTables> RampTable;
   /// "File" or "Target": what Load and Save do.
   std::string RampStorageMode;
-  /// What is wrong with the installed file that the tables come from, as a sentence; empty when nothing is.
+  /// What is wrong with the file that the tables come from, as a sentence; empty when nothing is.
   std::string damage;
 };
 

@@ -34,7 +34,7 @@ struct CalState {
   std::array<Integer, 31> InitValueIndex{};
   /// Cable losses in dB, of which five are used; it lives only between a file and the boxes.
   std::array<Decimal4, 41> LossTable{};
-  /// What is wrong with the installed file that the losses come from, as a sentence; empty when nothing is.
+  /// What is wrong with the file that the losses come from, as a sentence; empty when nothing is.
   std::string lossDamage;
 
   std::string CalSaveFileName;

@@ -196,24 +196,28 @@ void SideTableGroups::SetLosses() {
 void SideTableGroups::LoadLosses() {
   const auto read = [](File& file, CalState& state) {
     ReadLossRecords(file, state);
-    if (DamageOfRecords(file, kLosses).empty()) state.lossDamage.clear();
+    state.lossDamage = DamageOfRecords(file, kLosses);
   };
-  if (LoadFile(panel_->dlgLoss, "Loss Table Open", read)) ShowLosses(state_, panel_, main_);
+  const auto path = LoadFile(panel_->dlgLoss, "Loss Table Open", read);
+  if (!path) return;
+  if (!state_.lossDamage.empty()) state_.lossDamage = *path + " " + state_.lossDamage + ".";
+  ShowLosses(state_, panel_, main_);
 }
 
 void SideTableGroups::SaveLosses() { SaveFile(panel_->dlgLoss, "Loss Table Save", &LossRecords); }
 
-bool SideTableGroups::LoadFile(FileDialog& dialog, std::string_view title, void (*read)(File&, CalState&)) {
+std::optional<std::string> SideTableGroups::LoadFile(FileDialog& dialog, std::string_view title,
+                                                     void (*read)(File&, CalState&)) {
   dialog.title = title;
-  const auto path = dialogs_.ShowOpen(dialog);
-  if (!path) return false;
+  auto path = dialogs_.ShowOpen(dialog);
+  if (!path) return path;
   dialog.initialFolder = FolderOf(*path);
   try {
     read(*files_.OpenForReading(*path, kLargestRecordFile), state_);
-    return true;
+    return path;
   } catch (const StationFailure& failure) {
     boxes_.SystemText(failure.Text());
-    return false;
+    return std::nullopt;
   }
 }
 

@@ -30,8 +30,8 @@ class SideTableGroups {
 
   [[nodiscard]] bool GsmSelected(const LevelTableRow& row) const;
 
-  /// Shows the dialog and lets `read` take what it wants from the file. @return whether it was read to its end.
-  bool LoadFile(FileDialog& dialog, std::string_view title, void (*read)(File&, CalState&));
+  /// Shows the dialog and lets `read` take what it wants from the file. @return its name when it was read to its end.
+  std::optional<std::string> LoadFile(FileDialog& dialog, std::string_view title, void (*read)(File&, CalState&));
   /// @return the name of the file when it was written.
   std::optional<std::string> SaveFile(FileDialog& dialog, std::string_view title,
                                       std::string (*records)(const CalState&));

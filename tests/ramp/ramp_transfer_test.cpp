@@ -108,13 +108,13 @@ TEST_P(RampTransferOn, AShortFileKeepsTheRestOfTheTableAndIsLoadedAllTheSame) {
   EXPECT_EQ(state.rf.RFParams.BAND[1].ramp_tables[15].ramp_up[0], 30);
 }
 
-TEST_P(RampTransferOn, AWholeFileHealsWhatTheInstalledOneDamaged) {
+TEST_P(RampTransferOn, AWholeFileHealsWhatADamagedOneLeft) {
   state.ramp.damage = "RampTable.dat is 0 bytes long, not 126976.";
   files.content["whole.dat"] = RampRecords(CountingTables());
   files.content["cut.dat"] = files.content["whole.dat"].substr(0, 5000);
   dialogs.answers = {"cut.dat", "whole.dat"};
   Face().cmdRampLoad.Click();
-  EXPECT_EQ(state.ramp.damage, "RampTable.dat is 0 bytes long, not 126976.");
+  EXPECT_EQ(state.ramp.damage, "cut.dat is 5000 bytes long, not 126976.");
   Face().cmdRampLoad.Click();
   EXPECT_EQ(state.ramp.damage, "");
 }

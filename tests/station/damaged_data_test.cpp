@@ -123,5 +123,19 @@ TEST(DamagedData, LossesThatWereNotLoadedAreToldWhateverElseIsLoadedByHand) {
   }
 }
 
+TEST(DamagedData, ThatIsLoadedByHandIsToldAsWell) {
+  VirtualStation station(CableOf1Db(), {{"Cable.loss", LossFileOf1Db()}});
+  station.files.content["/home/zero.loss"] = std::string(640, '\0');
+  station.files.content["/home/cut.dat"] = InstalledFile("RampTable.dat").substr(0, 60000);
+  station.dialogs.answers = {"/home/zero.loss", "/home/cut.dat"};
+  station.op.Click(station.Panels().autoCal.cmdRxLossLoad);
+  station.op.Click(station.Panels().main.ramp.cmdRampLoad);
+  station.TakeTargetThrough();
+  EXPECT_FALSE(station.State().report.AllComplete()) << "at DAC " << StrongestGsmDac(station);
+  EXPECT_EQ(StepsThatName(station, "/home/zero.loss holds nothing but zero bytes."),
+            "receive transmitDCS transmitGSM charger");
+  EXPECT_EQ(StepsThatName(station, "/home/cut.dat is 60000 bytes long, not 126976."), "transmitDCS transmitGSM");
+}
+
 }  // namespace
 }  // namespace orvane::test
