@@ -62,10 +62,11 @@ Bytes Handset::ReadStatistics(std::span<const std::uint8_t> data) const {
   const bool power = data[0] == 1 && kind == kStatKindPower;
   const bool level = data[0] == 1 && kind == kStatKindLevel;
   Bytes report;
+  report.reserve(3 * sizeof(std::uint16_t));
   AppendWord(report, WordAt(data, 0));
   AppendWord(report, kind);
   AppendWord(report, power ? powerReport_ : level ? levelReport_ : std::uint16_t{0});
-  return PlainReply(Op::kStatsRead, Status::kDone, report);
+  return PlainReply(Op::kStatsRead, Status::kDone, std::move(report));
 }
 
 void Handset::ReadAdc(std::uint8_t item) {

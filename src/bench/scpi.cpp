@@ -133,8 +133,12 @@ std::string_view ScpiUnits::Continued(std::string_view header) {
   if (path.empty()) {
     return header;
   }
-  joined_ = std::string(path).append(header);
-  return joined_;
+  // The path is a part of what was joined before, or of the line.
+  if (path.data() != joined_.data()) {
+    joined_ = path;
+  }
+  joined_.resize(path.size());
+  return joined_.append(header);
 }
 
 }  // namespace orvane::bench

@@ -15,7 +15,7 @@ std::vector<Transmission> TargetLine::Receive(std::span<const std::uint8_t> byte
   counters_.bytesIn += bytes.size();
   reader_.Feed(bytes);
   std::vector<Transmission> sent;
-  while (const std::optional<Command> command = reader_.Next()) {
+  while (const Command* command = reader_.Next()) {
     ++counters_.commands;
     faults_.CommandArrived(command->operation);
     if (Unplugged()) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <deque>
+#include <span>
 #include <utility>
 
 #include "base/failure.h"
@@ -29,23 +30,25 @@ class VirtualBench::Line final : public SerialControl, public std::enable_shared
     kept_.clear();
   }
 
-  void OutputWithNext(std::string_view bytes) override {
-    kept_.reserve(kCommandFrameSize);
-    kept_.insert(kept_.end(), bytes.begin(), bytes.end());
-  }
+  void OutputWithNext(std::string_view bytes) override { kept_.insert(kept_.end(), bytes.begin(), bytes.end()); }
 
   void Output(std::string_view bytes) override {
-    Bytes sent = std::exchange(kept_, {});
-    sent.insert(sent.end(), bytes.begin(), bytes.end());
     CatchUp();
-    if (!open_) throw StationFailure("The virtual bench's serial port is closed.");
+    if (!open_) {
+      kept_.clear();
+      throw StationFailure("The virtual bench's serial port is closed.");
+    }
     if (target_.Unplugged()) {
       // A device that is gone takes its open port with it.
       Close();
       throw StationFailure("The virtual bench's serial device is gone.");
     }
-    outgoingFree_ = std::max(outgoingFree_, loop_.Now()) + kByteTime * sent.size();
-    travelling_.push_back({outgoingFree_, std::move(sent)});
+    const std::size_t count = kept_.size() + bytes.size();
+    outgoingFree_ = std::max(outgoingFree_, loop_.Now()) + kByteTime * count;
+    travelling_.push_back({outgoingFree_, count});
+    outgoing_.insert(outgoing_.end(), kept_.begin(), kept_.end());
+    outgoing_.insert(outgoing_.end(), bytes.begin(), bytes.end());
+    kept_.clear();
     At(outgoingFree_, [](Line& line) { line.CatchUp(); });
   }
 
@@ -53,9 +56,11 @@ class VirtualBench::Line final : public SerialControl, public std::enable_shared
 
   void CatchUp() {
     while (!travelling_.empty() && travelling_.front().arrives <= loop_.Now()) {
-      const Travelling bytes = std::move(travelling_.front());
+      const Travelling bytes = travelling_.front();
       travelling_.pop_front();
-      for (Transmission& reply : target_.Receive(bytes.bytes)) {
+      std::vector<Transmission> replies = target_.Receive(std::span(outgoing_).first(bytes.count));
+      outgoing_.erase(outgoing_.begin(), outgoing_.begin() + static_cast<std::ptrdiff_t>(bytes.count));
+      for (Transmission& reply : replies) {
         Send(std::move(reply), bytes.arrives);
       }
     }
@@ -64,7 +69,7 @@ class VirtualBench::Line final : public SerialControl, public std::enable_shared
  private:
   struct Travelling {
     TimePoint arrives;
-    Bytes bytes;
+    std::size_t count;
   };
 
   template <class Act>
@@ -102,6 +107,8 @@ class VirtualBench::Line final : public SerialControl, public std::enable_shared
   /// What waits for the next output.
   Bytes kept_;
   std::deque<Travelling> travelling_;
+  /// The bytes of all that travel, in one buffer.
+  Bytes outgoing_;
   TimePoint outgoingFree_{0};
   TimePoint incomingFree_{0};
 };

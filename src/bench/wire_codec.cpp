@@ -1,7 +1,7 @@
 #include "bench/wire_codec.h"
 
 #include <algorithm>
-#include <utility>
+#include <array>
 
 namespace orvane::bench {
 namespace {
@@ -22,14 +22,43 @@ std::uint8_t ChecksumOf(std::uint8_t start, std::span<const std::uint8_t> bytes)
   return start;
 }
 
-void AppendPadded(Bytes& frame, std::uint8_t value) {
+Bytes::iterator PutPadded(Bytes::iterator at, std::uint8_t value) {
   const bool high = value >= 0x80;
   const auto travels = static_cast<std::uint8_t>(high ? value - 0x80 : value);
   if (NeedsEscape(travels)) {
-    frame.push_back(kEscape);
+    *at++ = kEscape;
   }
-  frame.push_back(high ? kPadAdds128 : kPad);
-  frame.push_back(travels);
+  *at++ = high ? kPadAdds128 : kPad;
+  *at++ = travels;
+  return at;
+}
+
+bool IsZeroFill(std::span<const std::uint8_t> bytes) {
+  constexpr std::array<std::uint8_t, kCommandFrameSize> kZeros{};
+  return std::equal(bytes.begin(), bytes.end(), kZeros.begin());
+}
+
+/// Reads one frame of exactly 53 bytes that begins with its sync; whether it is sound.
+bool ReadFrame(std::span<const std::uint8_t, kCommandFrameSize> frame, Command& command) {
+  command.operation = frame[2];
+  command.data.resize(frame.size());
+  auto end = command.data.begin();
+  std::size_t at = 3;
+  while (at < frame.size() && frame[at] != kTerminator) {
+    if (frame[at] == kEscape) {
+      ++at;
+      if (at == frame.size() || !NeedsEscape(frame[at])) {
+        return false;
+      }
+    }
+    *end++ = frame[at++];
+  }
+  if (at == frame.size() || end == command.data.begin() || !IsZeroFill(frame.subspan(at + 1))) {
+    return false;
+  }
+  const std::uint8_t checksum = *--end;
+  command.data.erase(end, command.data.end());
+  return checksum == ChecksumOf(command.operation, command.data);
 }
 
 }  // namespace
@@ -40,7 +69,7 @@ void CommandReader::Feed(std::span<const std::uint8_t> bytes) {
   buffer_.insert(buffer_.end(), bytes.begin(), bytes.end());
 }
 
-std::optional<Command> CommandReader::Next() {
+const Command* CommandReader::Next() {
   constexpr std::uint8_t kSync[] = {kSync1, kSync2};
   for (;;) {
     const auto from = buffer_.begin() + static_cast<std::ptrdiff_t>(begin_);
@@ -51,64 +80,34 @@ std::optional<Command> CommandReader::Next() {
       if (from != buffer_.end() && buffer_.back() == kSync1) {
         --begin_;
       }
-      return std::nullopt;
+      return nullptr;
     }
     if (buffer_.size() - begin_ < kCommandFrameSize) {
-      return std::nullopt;
+      return nullptr;
     }
-    std::optional<Command> command = ReadFrame(std::span(buffer_).subspan(begin_, kCommandFrameSize));
-    if (command) {
+    if (ReadFrame(std::span(buffer_).subspan(begin_).first<kCommandFrameSize>(), command_)) {
       begin_ += kCommandFrameSize;
-      return command;
+      return &command_;
     }
     ++begin_;
   }
 }
 
-std::optional<Command> ReadFrame(std::span<const std::uint8_t> frame) {
-  if (frame.size() != kCommandFrameSize || frame[0] != kSync1 || frame[1] != kSync2) {
-    return std::nullopt;
-  }
-  Command command{frame[2], {}};
-  command.data.reserve(kCommandFrameSize);
-  std::size_t at = 3;
-  while (at < frame.size() && frame[at] != kTerminator) {
-    if (frame[at] == kEscape) {
-      ++at;
-      if (at == frame.size() || !NeedsEscape(frame[at])) {
-        return std::nullopt;
-      }
-    }
-    command.data.push_back(frame[at++]);
-  }
-  if (at == frame.size() || command.data.empty()) {
-    return std::nullopt;
-  }
-  const std::span<const std::uint8_t> fill = frame.subspan(at + 1);
-  if (!std::all_of(fill.begin(), fill.end(), [](std::uint8_t byte) { return byte == 0; })) {
-    return std::nullopt;
-  }
-  const std::uint8_t checksum = command.data.back();
-  command.data.pop_back();
-  if (checksum != ChecksumOf(command.operation, command.data)) {
-    return std::nullopt;
-  }
-  return command;
-}
-
 Bytes PaddedFrame(const Reply& reply) {
-  Bytes frame;
-  frame.reserve(3 * reply.data.size() + 12);
-  frame.push_back(kSync1);
-  frame.push_back(kSync2);
-  AppendPadded(frame, reply.operation);
-  AppendPadded(frame, reply.status);
+  constexpr std::size_t kMostPerValue = 3;
+  Bytes frame(3 + kMostPerValue * (reply.data.size() + 3));
+  auto at = frame.begin();
+  *at++ = kSync1;
+  *at++ = kSync2;
+  at = PutPadded(at, reply.operation);
+  at = PutPadded(at, reply.status);
   for (const std::uint8_t byte : reply.data) {
-    AppendPadded(frame, byte);
+    at = PutPadded(at, byte);
   }
   const auto start = static_cast<std::uint8_t>(reply.operation ^ reply.status);
-  AppendPadded(frame, ChecksumOf(start, reply.data));
-  frame.push_back(kTerminator);
+  at = PutPadded(at, ChecksumOf(start, reply.data));
+  *at++ = kTerminator;
+  frame.erase(at, frame.end());
   return frame;
 }
 

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 
 #include "bench/bytes.h"
@@ -26,16 +25,14 @@ class CommandReader {
  public:
   void Feed(std::span<const std::uint8_t> bytes);
 
-  /// The next sound frame, or none until more bytes come.
-  std::optional<Command> Next();
+  /// The next sound frame, good until the one after it is asked for; null until more bytes come.
+  [[nodiscard]] const Command* Next();
 
  private:
   Bytes buffer_;
   std::size_t begin_ = 0;
+  Command command_;
 };
-
-/// Reads one frame of exactly 53 bytes; no value if it is not sound.
-[[nodiscard]] std::optional<Command> ReadFrame(std::span<const std::uint8_t> frame);
 
 struct Reply {
   std::uint8_t operation = 0;
