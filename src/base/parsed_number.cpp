@@ -159,6 +159,9 @@ ParsedNumber ParseNumber(std::string_view text) {
 std::int64_t ParseHexadecimal(std::string_view digits) { return HexadecimalOf("&H", digits); }
 
 std::int64_t ParseWhole(std::string_view text) {
+  if (IsHexadecimal(text) && kHexDigit[static_cast<unsigned char>(text.back())] != kNoHexDigit) {
+    return HexadecimalOf(text.substr(0, 2), text.substr(2));
+  }
   if (const auto plain = PlainWhole(text)) return *plain;
   return AnyWhole(text);
 }

@@ -151,13 +151,18 @@ static_assert(CodesRise());
 
 constexpr CommandRow kUnknownWord{"", "", 0, 0, &Arguments<>};
 
+/// Command words of one length differ in their last letter most of all.
+bool Same(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && (a.empty() || a.back() == b.back()) && a == b;
+}
+
 }  // namespace
 
 void CommandData::Add(Integer value) { At(data, count++) = value; }
 
 const CommandRow& CommandOf(std::string_view word) {
   const auto* const row = std::find_if(kCommandRows.begin(), kCommandRows.end(), [&](const CommandRow& candidate) {
-    return candidate.word == word || candidate.longForm == word;
+    return Same(candidate.word, word) || Same(candidate.longForm, word);
   });
   return row == kCommandRows.end() ? kUnknownWord : *row;
 }

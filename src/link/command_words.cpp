@@ -61,8 +61,14 @@ bool ArgumentsAreWellFormed(const WordArray& words) {
   return true;
 }
 
-bool IsHexWord(std::string_view word) { return word.find('x') != std::string_view::npos; }
+// The "x" is nearly always the second character, which a loop reaches before a search has begun.
+bool IsHexWord(std::string_view word) {
+  return std::any_of(word.begin(), word.end(), [](char c) { return c == 'x'; });
+}
 
-std::string_view HexDigitsOf(std::string_view word) { return word.substr(CharacterOffset(word, 2)); }
+std::string_view HexDigitsOf(std::string_view word) {
+  const bool plain = word.size() > 2 && static_cast<unsigned char>(word[0] | word[1] | word[2]) < 0x80;
+  return word.substr(plain ? 2 : CharacterOffset(word, 2));
+}
 
 }  // namespace orvane

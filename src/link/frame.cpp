@@ -1,5 +1,6 @@
 #include "link/frame.h"
 
+#include <algorithm>
 #include <string>
 
 #include "base/failure.h"
@@ -26,14 +27,15 @@ Integer ChecksumOf(Integer operation, Integer count, const FrameData& data) {
 }
 
 void EscapeData(FrameData& data, Integer& count) {
-  const int last = count + kScanBeyondData;
-  for (int i = 0; i <= last; ++i) {
-    if (!NeedsEscape(At(data, i))) continue;
-    for (int from = count - 1; from >= i; --from) At(data, from + 1) = At(data, from);
-    data[static_cast<std::size_t>(i)] = kEscape;
+  const auto end = static_cast<std::size_t>(count + kScanBeyondData + 1);
+  for (std::size_t i = 0; i < std::min(end, data.size()); ++i) {
+    if (!NeedsEscape(data[i])) continue;
+    for (int from = count - 1; from >= static_cast<int>(i); --from) At(data, from + 1) = At(data, from);
+    data[i] = kEscape;
     ++count;
     ++i;
   }
+  if (end > data.size()) FailOutOfRange(static_cast<std::int64_t>(data.size()), data.size());
 }
 
 std::array<char, kFrameBodySize> FrameBody(Integer operation, Integer count, const FrameData& escaped,
