@@ -17,10 +17,6 @@ bool IsBlankOrLineEnd(char c) { return c == ' ' || c == '\t' || c == '\r' || c =
 
 bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 void AppendUtf8(std::string& out, char32_t c) {
   const auto byte = [&](char32_t value) { out += static_cast<char>(value); };
   if (c < 0x80) {
@@ -133,6 +129,10 @@ std::string EncodeUtf8(std::u32string_view characters) {
   out.reserve(characters.size());
   for (const char32_t c : characters) AppendUtf8(out, c);
   return out;
+}
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 std::string TextOfBytes(std::string_view bytes) {

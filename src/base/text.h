@@ -43,6 +43,8 @@ void DropLastCharacter(std::string& utf8);
 [[nodiscard]] std::u32string DecodeUtf8(std::string_view utf8);
 [[nodiscard]] std::string EncodeUtf8(std::u32string_view characters);
 
+[[nodiscard]] bool IsAscii(std::string_view text);
+
 /// One character per byte, and back. A character above 255 goes back as its UTF-8 bytes.
 [[nodiscard]] std::string TextOfBytes(std::string_view bytes);
 [[nodiscard]] std::string BytesOfText(std::string_view utf8);

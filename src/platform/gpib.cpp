@@ -78,7 +78,12 @@ void CWGPIB::Guarded(const std::function<void()>& work) {
 
 void CWGPIB::Write(std::string_view text) {
   Guarded([&] {
-    session_->Write(BytesOfText(text), GpibTimeOutOf(timeOutCode));
+    const TimePoint timeOut = GpibTimeOutOf(timeOutCode);
+    if (IsAscii(text)) {
+      session_->Write(text, timeOut);
+    } else {
+      session_->Write(BytesOfText(text), timeOut);
+    }
     ++linesWritten_;
   });
 }
