@@ -32,12 +32,13 @@ Whole Rounded(double value) {
   return Narrowed<Whole>(whole);
 }
 
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+
 std::string Hex(std::uint32_t value) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::array<char, 8> digits;
   auto first = digits.end();
   do {
-    *--first = kDigits[value % 16];
+    *--first = kHexDigits[value % 16];
     value /= 16;
   } while (value != 0);
   return {first, digits.end()};
@@ -76,5 +77,11 @@ std::string NumberText(double value) {
 
 std::string HexText(Integer value) { return Hex(static_cast<std::uint16_t>(value)); }
 std::string HexText(Long value) { return Hex(static_cast<std::uint32_t>(value)); }
+
+void AssignHexText(std::string& text, Integer value) {
+  auto rest = static_cast<std::uint16_t>(value);
+  text.resize(rest < 0x10 ? 1 : rest < 0x100 ? 2 : rest < 0x1000 ? 3 : 4);
+  for (auto digit = text.rbegin(); digit != text.rend(); ++digit, rest /= 16) *digit = kHexDigits[rest % 16];
+}
 
 }  // namespace orvane

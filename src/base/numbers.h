@@ -42,5 +42,7 @@ using Long = std::int32_t;
 /// Hexadecimal digits in capitals without leading zeros; a negative value gives all digits of its width.
 [[nodiscard]] std::string HexText(Integer value);
 [[nodiscard]] std::string HexText(Long value);
+/// The same into a text that is there already.
+void AssignHexText(std::string& text, Integer value);
 
 }  // namespace orvane

@@ -50,13 +50,17 @@ int ComboBox::Selected() const {
   return hit == items_.end() ? -1 : static_cast<int>(hit - items_.begin());
 }
 
-void ListBox::AddItem(std::string item) {
-  if (items_.size() == kMostRows) {
+void ListBox::AddItem(std::string_view item) {
+  if (items_.size() < kMostRows) {
+    items_.emplace_back(item);
+  } else {
+    // The text may be a part of the row that goes.
+    std::string row(item);
     items_.pop_front();
     selected_ = std::max(selected_ - 1, -1);
     firstRowDropped.Emit();
+    items_.push_back(std::move(row));
   }
-  items_.push_back(std::move(item));
   rowAdded.Emit(items_.back());
 }
 

@@ -90,7 +90,7 @@ class ListBox final : public Control {
   }
 
   [[nodiscard]] const std::deque<std::string>& Items() const { return items_; }
-  void AddItem(std::string item);
+  void AddItem(std::string_view item);
   void Clear();
   [[nodiscard]] int Selected() const { return selected_; }
   void Select(int index) { Assign(selected_, index); }

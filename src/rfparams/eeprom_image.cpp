@@ -10,8 +10,6 @@
 namespace orvane {
 namespace {
 
-constexpr const char* kZeroByte = "00";
-
 /// Calls `visit(slot, value, entry)` for each value that the image carries, `entry` being the first of its texts.
 template <class Visit>
 void WalkImage(RFState& state, Visit visit) {
@@ -30,13 +28,13 @@ void WalkImage(RFState& state, Visit visit) {
 void TMEEPROMDataMaker(RFState& state) {
   WalkImage(state, [](const FieldRow& row, Integer value, std::string* entry) {
     if (row.form == EepromForm::Byte) {
-      *entry++ = HexText(value);
+      AssignHexText(*entry++, value);
     } else {
       WordInHex word = WordToHexConvert(value);
       *entry++ = std::move(word.lower);
       if (row.form == EepromForm::Word) *entry++ = std::move(word.upper);
     }
-    for (int i = 0; i < row.zeros; ++i) *entry++ = kZeroByte;
+    for (int i = 0; i < row.zeros; ++i) (entry++)->assign(2, '0');
   });
 }
 

@@ -1,6 +1,9 @@
 #include "rfparams/transfer.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
 
 #include "base/subscript.h"
 #include "link/transfer_watch.h"
@@ -44,12 +47,27 @@ class ShownBar {
   ProgressBar& bar_;
 };
 
-/// One byte as the command line takes it, cut to its last two digits.
+/// One byte as the command line takes it, cut to its last two digits, and a comma. In one piece: the image has many.
 void AppendByteWord(std::string& line, std::string_view entry) {
-  line += '0';
-  line += 'x';
-  if (entry.size() == 1) line += '0';
-  for (const char digit : entry.substr(std::max<std::size_t>(entry.size(), 2) - 2)) line += digit;
+  if (entry.empty()) {
+    line += "0x,";
+    return;
+  }
+  const char upper = entry.size() == 1 ? '0' : entry[entry.size() - 2];
+  const std::array word{'0', 'x', upper, entry.back(), ','};
+  line.append(word.data(), word.size());
+}
+
+/// One byte as the list shows it, in a room that is used again: the image has many.
+std::string_view ListRow(std::string& room, int address, std::string_view entry) {
+  constexpr std::string_view kBetween = "\t0x";
+  constexpr std::size_t kLongestNumber = std::numeric_limits<int>::digits10 + 2;
+  room.resize(kLongestNumber + kBetween.size() + entry.size());
+  char* const row = room.data();
+  char* end = std::to_chars(row, row + kLongestNumber, address).ptr;
+  end = std::copy(kBetween.begin(), kBetween.end(), end);
+  end = std::copy(entry.begin(), entry.end(), end);
+  return {row, static_cast<std::size_t>(end - row)};
 }
 
 /// "&H1F" less its prefix.
@@ -155,12 +173,9 @@ bool ParameterTransfer::ReadFile(const std::string& path) {
 bool ParameterTransfer::TMDownLoadProcedure(Integer first, Integer last) {
   ListBox& list = panel_->lstDataReadWindow;
   list.AddItem(kHeading);
+  std::string room;
   for (int i = first; i <= last; ++i) {
-    PassOver([&] {
-      std::string row = std::to_string(i);
-      row.append("\t0x").append(At(rf_.EepromImage, i));
-      list.AddItem(std::move(row));
-    });
+    PassOver([&] { list.AddItem(ListRow(room, i, At(rf_.EepromImage, i))); });
   }
   TransferWatch watch(link_, cal_);
   LostBytes lost(report_);
@@ -193,10 +208,7 @@ void ParameterTransfer::TMEEPROMDataWrite(Integer first, Integer last) {
   std::string line;
   line.reserve(kTypicalLine);
   line += "stw 3 ";
-  for (int i = first; i <= last; ++i) {
-    AppendByteWord(line, At(rf_.EepromImage, i));
-    line += ',';
-  }
+  for (int i = first; i <= last; ++i) AppendByteWord(line, At(rf_.EepromImage, i));
   link_.RunTargetCommand(line);
 }
 

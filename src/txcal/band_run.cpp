@@ -97,10 +97,16 @@ bool BandRun::MayTransmit(const BandRow& band) {
 bool BandRun::SendRampTables(const BandRow& band) {
   const bool sentBefore = parts_.cal.DcsCalDone || parts_.cal.SpareCalDone;
   if (sentBefore && !band.alwaysSendsRamps) return true;
+  constexpr std::size_t kTypicalLine = 200;
   TransferWatch watch(parts_.link, parts_.cal);
   for (int table = 0; table < kRampTables; ++table) {
-    std::string line = "ttw " + std::to_string(table) + " ";
-    for (const std::string& value : parts_.ramp.RampTable[static_cast<std::size_t>(table)]) line += value + ",";
+    std::string line;
+    line.reserve(kTypicalLine);
+    line.append("ttw ").append(std::to_string(table)).append(" ");
+    for (const std::string& value : parts_.ramp.RampTable[static_cast<std::size_t>(table)]) {
+      line += value;
+      line += ',';
+    }
     if (watch.Stopped()) return !steps_.Stopped(11, "ahead of ramp table " + std::to_string(table));
     parts_.link.RunTargetCommand(line);
     watch.PieceSent();

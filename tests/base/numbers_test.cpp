@@ -234,6 +234,11 @@ TEST(HexText, HasNoLeadingZerosAndAllDigitsOfANegativeValue) {
   }
   EXPECT_EQ(HexText(Long{-10}), "FFFFFFF6");
   EXPECT_EQ(HexText(Long{0x12AB}), "12AB");
+  std::string text = "what was there before";
+  for (int value = -32768; value <= 32767; ++value) {
+    AssignHexText(text, static_cast<Integer>(value));
+    ASSERT_EQ(text, HexText(static_cast<Integer>(value)));
+  }
 }
 
 }  // namespace

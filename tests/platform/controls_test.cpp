@@ -250,6 +250,16 @@ TEST_F(ControlsTest, AListHoldsSoManyRowsAndLosesTheOldestBeyond) {
   EXPECT_EQ(list.Selected(), -1);
 }
 
+TEST_F(ControlsTest, AFullListTakesTheTextOfTheRowThatGoes) {
+  ListBox& list = panel_.lstRows;
+  const std::string oldest = "a row that is too long for any place but the heap";
+  list.AddItem(oldest);
+  while (list.Items().size() < ListBox::kMostRows) list.AddItem("another");
+  list.AddItem(list.Items().front());
+  EXPECT_EQ(list.Items().front(), "another");
+  EXPECT_EQ(list.Items().back(), oldest);
+}
+
 TEST_F(ControlsTest, ControlsStartWithTheColoursOfTheirKind) {
   EXPECT_EQ(panel_.cmdGo.BackColor(), 0x8000000FU);
   EXPECT_EQ(panel_.txtValue.BackColor(), 0x80000005U);
