@@ -27,7 +27,7 @@ Integer ChecksumOf(Integer operation, Integer count, const FrameData& data) {
 }
 
 void EscapeData(FrameData& data, Integer& count) {
-  const auto end = static_cast<std::size_t>(count + kScanBeyondData + 1);
+  const auto end = static_cast<std::size_t>(count) + kScanBeyondData + 1;
   for (std::size_t i = 0; i < std::min(end, data.size()); ++i) {
     if (!NeedsEscape(data[i])) continue;
     for (int from = count - 1; from >= static_cast<int>(i); --from) At(data, from + 1) = At(data, from);
