@@ -13,7 +13,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// So many requests may wait inside one another: the stack has an end. Each takes a few kilobytes of it, several times that under the sanitizers.
+/// So many requests may wait inside one another: the stack has an end. Each takes a few kilobytes of it, several
+/// times that under the sanitizers.
 constexpr int kMostWithin = 64;
 /// What a turn of the loop costs beside the bytes that it brings.
 constexpr TimePoint kTurn = 30us;

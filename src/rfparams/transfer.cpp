@@ -189,10 +189,9 @@ bool ParameterTransfer::TMDownLoadProcedure(Integer first, Integer last) {
     const int start = first + kChunkSize * c;
     const int end = std::min<int>(last, start + kChunkSize - 1);
     if (c > 0 && watch.Stopped()) return false;
-    const bool sent = PassOver([&] { TMEEPROMDataWrite(CheckedInteger(start), CheckedInteger(end)); },
-                               [&](const StationFailure& failure) {
-                                 lost.Add(start, end, "were not sent: " + failure.Text());
-                               });
+    const bool sent =
+        PassOver([&] { TMEEPROMDataWrite(CheckedInteger(start), CheckedInteger(end)); },
+                 [&](const StationFailure& failure) { lost.Add(start, end, "were not sent: " + failure.Text()); });
     if (sent) {
       if (!link_.Succeeded()) lost.Add(start, end, link_);
       watch.PieceSent();

@@ -105,7 +105,12 @@ class Port : public testing::Test {
   /// How long a look at the state blocks the station.
   TimePoint stateCost_{0};
   bool replyComing_ = false;
-  AutomationPort port_{{loop_, desk_, nest_, report_, faults_, {&panel_, &other_},
+  AutomationPort port_{{loop_,
+                        desk_,
+                        nest_,
+                        report_,
+                        faults_,
+                        {&panel_, &other_},
                         [this](std::string_view name) {
                           loop_.Block(stateCost_);
                           return name == "TMStatus" ? std::optional<Json>("&H00") : std::nullopt;
