@@ -59,5 +59,5 @@ function(orvane_test name)
   # Tests run once: what they cost is their compiling.
   target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O0>)
   orvane_share_test_headers(${name})
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS ${arg_LABEL} TIMEOUT 120)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS ${arg_LABEL} TIMEOUT 600)
 endfunction()

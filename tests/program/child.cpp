@@ -19,7 +19,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kLimit = 30s;
+constexpr auto kLimit = 120s;
 constexpr unsigned kNobody = 65534;
 constexpr int kNotStarted = 127;
 

@@ -37,7 +37,7 @@ class Child : public Line {
   [[nodiscard]] bool Runs() const { return process_ > 0; }
 
   struct End {
-    /// The exit status, or minus the signal that ended it: minus SIGKILL when it had not ended after 30 seconds.
+    /// The exit status, or minus the signal that ended it: minus SIGKILL when it had not ended after two minutes.
     int status = 0;
     /// What was not read of its standard output before, and all of its standard error.
     std::string output;

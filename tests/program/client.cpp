@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kLimit = 30s;
+constexpr auto kLimit = 120s;
 
 }  // namespace
 

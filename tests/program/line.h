@@ -14,7 +14,7 @@ class Line {
   virtual ~Line() = default;
 
   virtual void Send(const std::string& line) = 0;
-  /// The next line without its end; no value when the other side has ended, or says nothing for 30 seconds.
+  /// The next line without its end; no value when the other side has ended, or says nothing for two minutes.
   [[nodiscard]] virtual std::optional<std::string> NextLine() = 0;
 };
 

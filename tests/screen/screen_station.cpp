@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kLimit = 30s;
+constexpr auto kLimit = 120s;
 /// Somebody who looks at the screen again and again.
 constexpr auto kGlance = 5ms;
 
