@@ -89,7 +89,6 @@ void StationStatus::CountSearches() {
 StationStatus::Link StationStatus::LinkState() const {
   if (!line_.PortOpen()) return Link::Closed;
   if (!state_.reply.ReplyDone) return Link::Waiting;
-  constexpr int kNothingCame = 255;
   const bool silent = state_.tally.commands > 0 && StatusOf(state_.reply) == kNothingCame;
   return silent ? Link::NoReply : Link::Open;
 }

@@ -10,7 +10,6 @@ namespace {
 constexpr Colour kRunning = 0x0080FFFF;
 /// Rounds in a row without a reading after which nobody can expect one any more.
 constexpr int kMostRoundsInVain = 20;
-constexpr int kNothingCame = 255;
 
 }  // namespace
 
@@ -94,7 +93,7 @@ bool ChargerRun::ReadUntilAccepted(Button& read, const TextBox& accepted, Decima
       return false;
     }
     if (roundsInVain == kMostRoundsInVain) {
-      const bool refused = link_.PortOpen() && !link_.Succeeded() && link_.Status() != kNothingCame;
+      const bool refused = link_.PortOpen() && !link_.Succeeded() && !link_.Silent();
       throw StationFailure(refused ? "The Target refuses to read its raw ADC." : "The Target does not answer.");
     }
     read.Click();

@@ -11,7 +11,6 @@
 namespace orvane {
 namespace {
 
-constexpr int kNothingCame = 255;
 constexpr Integer kFirstPort = 1;
 
 /// A typed "T9300", the third entry of the list, is refused; it stays there to be picked.
@@ -77,7 +76,7 @@ bool TargetConnection::BringUp() {
   link_.PaceDelay(101);
   link_.RunTargetCommand("tms 1");
   // A Target that answers with a failure is alive.
-  if (link_.Status() != kNothingCame) return true;
+  if (!link_.Silent()) return true;
   console_.Append("Target No Response !!" + std::string(kLineEnd));
   boxes_.Warning("Target을 Power On 해 주십시요");
   mscomTarget_.Close();

@@ -6,9 +6,6 @@ bool Gathering(const ReplyState& state) {
   return !state.ReplyDone && state.ReplySpin > 0 && state.ReplySpin < kGatheredSpin;
 }
 
-int StatusOf(const ReplyState& state) {
-  constexpr int kNothingCame = 255;
-  return state.TMStatus.empty() ? kNothingCame : ToLong(state.TMStatus);
-}
+int StatusOf(const ReplyState& state) { return state.TMStatus.empty() ? kNothingCame : ToLong(state.TMStatus); }
 
 }  // namespace orvane

@@ -51,6 +51,9 @@ inline constexpr double kGatheredSpin = 10000;
 /// Bytes of a reply are coming in.
 [[nodiscard]] bool Gathering(const ReplyState& state);
 
+/// Numeric status of an exchange to which nothing came.
+inline constexpr int kNothingCame = 255;
+
 /// Numeric value of `TMStatus`: 0 success, 255 nothing came (also for an empty text), others the Target's failure.
 [[nodiscard]] int StatusOf(const ReplyState& state);
 

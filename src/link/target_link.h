@@ -54,6 +54,8 @@ class TargetLink {
   /// Numeric status of the last exchange: 0 success, 255 nothing came.
   [[nodiscard]] int Status() const { return StatusOf(state_); }
   [[nodiscard]] bool Succeeded() const { return Status() == 0; }
+  /// Nothing came.
+  [[nodiscard]] bool Silent() const { return Status() == kNothingCame; }
   [[nodiscard]] bool InTestMode() const { return state_.TargetMode == "TestMode"; }
 
   /// After a failure has stopped everything: no reply is awaited, nothing is left to decode.

@@ -20,13 +20,12 @@ class TransferWatch {
   /// The wait behind a piece is over.
   /// @throws StationFailure when that many in a row brought no reply: whoever waits on would wait for minutes.
   void PieceSent() {
-    silentPieces_ = link_.Status() == kNothingCame ? silentPieces_ + 1 : 0;
+    silentPieces_ = link_.Silent() ? silentPieces_ + 1 : 0;
     if (silentPieces_ == kMostSilentPieces) throw StationFailure("The Target does not answer.");
   }
 
  private:
   static constexpr int kMostSilentPieces = 5;
-  static constexpr int kNothingCame = 255;
 
   const TargetLink& link_;
   const CalState& cal_;

@@ -23,9 +23,6 @@ constexpr int kLastRow = 113;
 /// Where the values of a read reply begin; they stand at every second position.
 constexpr int kFirstValue = 9;
 
-/// Numeric status of an exchange without a reply.
-constexpr int kNothingCame = 255;
-
 constexpr const char* kHeading = "Address\tData";
 
 /// A progress bar that shows for as long as a transfer lasts.
@@ -93,8 +90,8 @@ class LostBytes {
   /// The Target moves on by itself with each piece that it takes, so one that it did not take shifts all behind it.
   void Add(int first, int last, const TargetLink& link) {
     Add(first, last,
-        (link.Status() == kNothingCame ? std::string("brought no reply")
-                                       : "were refused with status " + std::to_string(link.Status())) +
+        (link.Silent() ? std::string("brought no reply")
+                       : "were refused with status " + std::to_string(link.Status())) +
             ": they and all behind them may be wrong.");
   }
 
@@ -258,8 +255,8 @@ void ParameterTransfer::Send(const std::string& line) {
 
 void ParameterTransfer::TellDoubt(const std::string& line, const std::string& consequence) {
   if (link_.Succeeded()) return;
-  report_.Flaw("\"" + line + "\" " + (link_.Status() == kNothingCame ? "brought no reply" : "was refused") + ": " +
-               consequence + ".");
+  report_.Flaw("\"" + line + "\" " + (link_.Silent() ? "brought no reply" : "was refused") + ": " + consequence +
+               ".");
 }
 
 }  // namespace orvane

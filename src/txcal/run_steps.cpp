@@ -4,8 +4,6 @@ namespace orvane {
 namespace {
 
 constexpr int kPacesAfterCommand = 6;
-/// Numeric status of an exchange without a reply.
-constexpr int kNothingCame = 255;
 
 }  // namespace
 
@@ -15,10 +13,9 @@ bool RunSteps::Command(const std::string& line, int paces) {
     if (paces > 0) Pace(paces);
     return true;
   }
-  const int status = parts_.link.Status();
-  parts_.report.Flaw(
-      "\"" + line + "\" " +
-      (status == kNothingCame ? "brought no reply." : "failed with status " + std::to_string(status) + "."));
+  parts_.report.Flaw("\"" + line + "\" " +
+                     (parts_.link.Silent() ? "brought no reply."
+                                           : "failed with status " + std::to_string(parts_.link.Status()) + "."));
   return false;
 }
 
