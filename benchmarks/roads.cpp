@@ -33,7 +33,7 @@ constexpr std::array kInstalledFiles{"TI532.epm", "RampTable.dat", "Cable.loss"}
 std::map<std::string, std::string> InstalledContent() {
   std::map<std::string, std::string> content;
   for (const char* name : kInstalledFiles) {
-    std::ifstream file(std::string(ORVANE_DATA_DIR) + "/" + name, std::ios::binary);
+    std::ifstream file(std::string(ORVANE_DATA_DIR "/").append(name), std::ios::binary);
     content[MemoryFiles().SystemPath(name)].assign(std::istreambuf_iterator<char>(file), {});
   }
   return content;

@@ -26,30 +26,42 @@ if(ORVANE_SANITIZE)
   target_link_options(orvane_options INTERFACE -fsanitize=${ORVANE_SANITIZE})
 endif()
 
-# orvane_library(NAME SOURCES file... [LINKS library...]): a static library of one folder.
-function(orvane_library name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
-  add_library(${name} STATIC ${arg_SOURCES})
-  target_link_libraries(${name} PUBLIC orvane_options ${arg_LINKS})
+# orvane_precompile(NAME HEADERS header... [LINKS library...] [OPTIONS option...]): headers of others, compiled once for all
+# targets that take them up with target_precompile_headers(... REUSE_FROM NAME). Each file includes what it uses all the
+# same: the package is built without them.
+# Not for the station's own folders: behind them GCC 12 at -O3 takes many an assignment to a string for an overflow.
+function(orvane_precompile name)
+  cmake_parse_arguments(arg "" "" "HEADERS;LINKS;OPTIONS" ${ARGN})
+  file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/${name}.cpp CONTENT "")
+  add_library(${name} OBJECT ${CMAKE_BINARY_DIR}/${name}.cpp)
+  target_link_libraries(${name} PRIVATE orvane_options ${arg_LINKS})
+  target_compile_options(${name} PRIVATE ${arg_OPTIONS})
+  target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
 endfunction()
 
-# The test framework's headers, compiled once for all test programs.
-function(orvane_share_test_headers name)
-  if(NOT TARGET orvane_test_headers)
-    file(WRITE ${CMAKE_BINARY_DIR}/test_headers.cpp "")
-    add_library(orvane_test_headers OBJECT ${CMAKE_BINARY_DIR}/test_headers.cpp)
-    target_link_libraries(orvane_test_headers PRIVATE orvane_options GTest::gmock)
-    target_compile_options(orvane_test_headers PRIVATE $<$<CONFIG:Release>:-O0>)
-    target_precompile_headers(orvane_test_headers PRIVATE <gtest/gtest.h> <gmock/gmock.h> <functional> <string>
-                                                          <vector>)
+set(ORVANE_STANDARD_HEADERS
+    <algorithm> <array> <charconv> <chrono> <cmath> <cstdint> <filesystem> <functional> <map> <memory> <optional> <set> <span>
+    <sstream> <stdexcept> <string> <string_view> <utility> <variant> <vector>)
+set(ORVANE_WIDGET_HEADERS
+    <QApplication> <QComboBox> <QEvent> <QKeyEvent> <QLabel> <QLineEdit> <QPainter> <QPointer> <QPushButton> <QScrollBar>
+    <QStyle> <QTimer> <QWidget>)
+
+# orvane_library(NAME SOURCES file... [LINKS library...] [HEADERS target]): a static library of one folder. HEADERS names
+# the precompiled headers (default: none).
+function(orvane_library name)
+  cmake_parse_arguments(arg "" "HEADERS" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC orvane_options ${arg_LINKS})
+  if(arg_HEADERS)
+    target_precompile_headers(${name} REUSE_FROM ${arg_HEADERS})
   endif()
-  target_precompile_headers(${name} REUSE_FROM orvane_test_headers)
 endfunction()
 
 # orvane_test(NAME SOURCES file... [LINKS library...] [LABEL level]): one test program; each of its tests is a
 # test of ctest. LABEL is the level: unit (default), station, program.
+# HEADERS names the precompiled headers (default: the test framework's).
 function(orvane_test name)
-  cmake_parse_arguments(arg "" "LABEL" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(arg "" "LABEL;HEADERS" "SOURCES;LINKS" ${ARGN})
   if(NOT arg_LABEL)
     set(arg_LABEL unit)
   endif()
@@ -58,6 +70,9 @@ function(orvane_test name)
   target_link_libraries(${name} PRIVATE ${arg_LINKS} GTest::gmock_main)
   # Tests run once: what they cost is their compiling.
   target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O0>)
-  orvane_share_test_headers(${name})
+  if(NOT arg_HEADERS)
+    set(arg_HEADERS orvane_test_headers)
+  endif()
+  target_precompile_headers(${name} REUSE_FROM ${arg_HEADERS})
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS ${arg_LABEL} TIMEOUT 600)
 endfunction()

@@ -202,7 +202,7 @@ void AnsweredAnyhow(Portions& input) {
   const auto say = [&] {
     const std::uint8_t how = input.Byte();
     if ((how & 7) == 7) return Wire().Close();
-    if (greets && (how & 8) != 0) Wire().Say(std::string(kVersion) + "\r\n");
+    if (greets && (how & 8) != 0) Wire().Say(std::string(kVersion).append("\r\n"));
     Wire().Say(input.Text(how >> 4U), std::chrono::milliseconds((how & 3) * 100));
   };
   Wire().onSent = [&](std::string_view bytes) {
@@ -212,7 +212,7 @@ void AnsweredAnyhow(Portions& input) {
       for (std::size_t at = bytes.find("++addr "); at != bytes.npos; at = bytes.find("++addr ", at + 1)) {
         greeting += bytes.substr(at + 7, bytes.find('\n', at) - at - 6);
       }
-      Wire().Say(greeting + std::string(kVersion) + "\n");
+      Wire().Say(greeting.append(kVersion).append("\n"));
       return;
     }
     say();

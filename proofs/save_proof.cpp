@@ -35,7 +35,7 @@ std::string FileName(const SaveCase& save) {
     case 1:
       return "단말 " + std::to_string(save.seed) + ".abc";
     case 2:
-      return std::string(251, 'n') + ".abc";
+      return std::string(251, 'n').append(".abc");
     default:
       return "unit.abc";
   }

@@ -86,7 +86,7 @@ const std::string& InstalledFile(std::string_view name) {
   static std::map<std::string, std::string, std::less<>> cache;
   const auto known = cache.find(name);
   if (known != cache.end()) return known->second;
-  std::ifstream file(std::string(ORVANE_DATA_DIR) + "/" + std::string(name), std::ios::binary);
+  std::ifstream file(std::string(ORVANE_DATA_DIR "/").append(name), std::ios::binary);
   std::string content(std::istreambuf_iterator<char>(file), {});
   if (content.empty()) throw std::runtime_error("The installed data file " + std::string(name) + " was not made.");
   return cache.emplace(name, std::move(content)).first->second;

@@ -4,6 +4,8 @@
 
 #include "app/shallow_json.h"
 
+template class nlohmann::basic_json<nlohmann::ordered_map>;
+
 namespace orvane {
 namespace {
 

@@ -6,6 +6,9 @@
 
 #include "base/failure.h"
 
+// Made once, in json_rpc.cpp: every file that uses it would compile its own otherwise.
+extern template class nlohmann::basic_json<nlohmann::ordered_map>;
+
 namespace orvane {
 
 /// Objects keep the order in which they were filled.

@@ -27,6 +27,9 @@ namespace orvane {
 
 /// Everything station-wide, each under its own name, by the subsystem that owns it.
 struct StationState {
+  StationState();
+  ~StationState();
+
   ReplyState reply;
   LinkTally tally;
   ConsoleState console;
@@ -44,6 +47,9 @@ struct StationState {
 
 /// Every panel of the station.
 struct StationPanels {
+  StationPanels();
+  ~StationPanels();
+
   OrvaneMain main;
   FrmDownLoad downLoad;
   FrmRampTable rampTable;

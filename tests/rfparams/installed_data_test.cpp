@@ -17,7 +17,7 @@ using ::testing::Le;
 using ::testing::SizeIs;
 
 std::string Installed(const std::string& name) {
-  std::ifstream in(std::string(ORVANE_DATA_DIR) + "/" + name, std::ios::binary);
+  std::ifstream in(std::string(ORVANE_DATA_DIR "/").append(name), std::ios::binary);
   EXPECT_TRUE(in) << name;
   return {std::istreambuf_iterator<char>(in), {}};
 }

@@ -10,7 +10,7 @@ namespace orvane {
 namespace {
 
 std::string InstalledFile() {
-  std::ifstream in(std::string(ORVANE_DATA_DIR) + "/TI532.epm", std::ios::binary);
+  std::ifstream in(std::string(ORVANE_DATA_DIR "/TI532.epm"), std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
 }
 

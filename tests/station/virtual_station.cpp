@@ -8,7 +8,7 @@ const std::string& InstalledFile(const std::string& name) {
   static std::map<std::string, std::string> cache;
   std::string& content = cache[name];
   if (content.empty()) {
-    std::ifstream file(std::string(ORVANE_DATA_DIR) + "/" + name, std::ios::binary);
+    std::ifstream file(std::string(ORVANE_DATA_DIR "/").append(name), std::ios::binary);
     content.assign(std::istreambuf_iterator<char>(file), {});
     if (content.empty()) throw std::runtime_error("The installed data file " + name + " was not made.");
   }
@@ -42,6 +42,8 @@ VirtualStation::VirtualStation(const bench::BenchOptions& options, const OtherFi
 
 VirtualStation::VirtualStation(std::uint64_t seed, const std::vector<std::string>& faults)
     : VirtualStation(OptionsOf(seed, faults)) {}
+
+VirtualStation::~VirtualStation() = default;
 
 void VirtualStation::InitializeInstruments() {
   Panels().main.Touch();

@@ -26,6 +26,7 @@ class VirtualStation {
   explicit VirtualStation(const bench::BenchOptions& options = {}, const OtherFiles& others = {});
   /// A unit of that seed with faults in their text form, "battery", "status-txpw@7".
   explicit VirtualStation(std::uint64_t seed, const std::vector<std::string>& faults = {});
+  ~VirtualStation();
 
   /// Test set, supply and load are initialised by hand, as an operator does before the first Target.
   void InitializeInstruments();

@@ -2,6 +2,8 @@
 
 namespace orvane::test {
 
+Rig::~Rig() = default;
+
 Rig::Rig() {
   journal.now = [this] { return loop.Now(); };
   state.reply.TargetMode = "TestMode";

@@ -25,6 +25,7 @@ namespace orvane::test {
 /// own operations are constructed and connected by its tests.
 struct Rig {
   Rig();
+  ~Rig();
 
   /// Opens the Target's port and enters test mode, without a command.
   void OpenPort();

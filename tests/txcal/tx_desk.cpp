@@ -10,6 +10,8 @@ bool BeginsWith(const std::string& line, const std::string& head) { return line.
 
 }  // namespace
 
+TxDesk::~TxDesk() = default;
+
 TxDesk::TxDesk() {
   tx.Connect();
   panel.Touch();

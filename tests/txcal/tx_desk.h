@@ -13,6 +13,7 @@ namespace orvane::test {
 /// level's target at the level's first DAC value; between those values its power rises evenly.
 struct TxDesk : CalDesk {
   TxDesk();
+  ~TxDesk() override;
 
   void ClickGsm() { outcome = op.Click(panel.cmdGSM); }
   void ClickDcs() { outcome = op.Click(panel.cmdDCS); }
