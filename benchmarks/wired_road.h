@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "txcal/run_report.h"
+#include "state/run_report.h"
 
 namespace orvane::test {
 

@@ -4,7 +4,7 @@
 
 #include <map>
 
-#include "app/automation_port.h"
+#include "app/automation/automation_port.h"
 #include "platform/controls.h"
 #include "platform/virtual_event_loop.h"
 #include "portion.h"

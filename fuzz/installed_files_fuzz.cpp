@@ -4,12 +4,13 @@
 #include <optional>
 #include <string>
 
-#include "app/station_parts.h"
 #include "console/installed_data.h"
 #include "content_file.h"
+#include "panels/station_panels.h"
 #include "ramp/ramp_file.h"
 #include "require.h"
 #include "rfparams/rf_text_file.h"
+#include "state/station_state.h"
 #include "support/fake_desk.h"
 #include "support/memory_files.h"
 #include "txcal/side_tables.h"

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "app/json_rpc.h"
+#include "app/automation/json_rpc.h"
 #include "require.h"
 
 namespace {

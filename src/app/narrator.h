@@ -5,8 +5,9 @@
 #include <string_view>
 
 #include "app/desk.h"
-#include "app/station_parts.h"
+#include "panels/station_panels.h"
 #include "platform/event_loop.h"
+#include "state/station_state.h"
 
 namespace orvane {
 

@@ -2,8 +2,8 @@
 
 #include <iostream>
 
+#include "app/automation/state_reader.h"
 #include "app/route_text.h"
-#include "app/state_reader.h"
 
 namespace orvane {
 namespace {

@@ -4,8 +4,8 @@
 #include <optional>
 #include <variant>
 
-#include "app/automation_port.h"
-#include "app/automation_transport.h"
+#include "app/automation/automation_port.h"
+#include "app/automation/automation_transport.h"
 #include "app/command_line.h"
 #include "app/narrator.h"
 #include "app/station.h"

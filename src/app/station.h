@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "app/station_parts.h"
+#include "panels/station_panels.h"
 #include "platform/boxes.h"
 #include "platform/event_loop.h"
 #include "platform/file_dialogs.h"
@@ -10,6 +10,7 @@
 #include "platform/gpib.h"
 #include "platform/operation_nest.h"
 #include "platform/serial_control.h"
+#include "state/station_state.h"
 
 namespace orvane {
 

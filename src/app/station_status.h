@@ -4,9 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "app/station_parts.h"
+#include "panels/station_panels.h"
 #include "platform/event_loop.h"
 #include "platform/serial_control.h"
+#include "state/station_state.h"
 
 namespace orvane {
 

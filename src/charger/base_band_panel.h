@@ -1,8 +1,8 @@
 #pragma once
 
-#include "charger/charger_state.h"
-#include "charger/frm_base_band.h"
+#include "panels/frm_base_band.h"
 #include "platform/boxes.h"
+#include "state/charger_state.h"
 
 namespace orvane {
 

@@ -4,12 +4,12 @@
 #include <string>
 #include <string_view>
 
-#include "charger/charger_state.h"
-#include "charger/frm_base_band.h"
-#include "console/orvane_main.h"
-#include "console/results/results_console.h"
+#include "panels/frm_base_band.h"
+#include "panels/orvane_main.h"
 #include "platform/boxes.h"
 #include "platform/gpib.h"
+#include "results/results_console.h"
+#include "state/charger_state.h"
 
 namespace orvane {
 

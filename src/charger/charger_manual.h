@@ -2,12 +2,12 @@
 
 #include <string>
 
-#include "charger/frm_base_band.h"
-#include "console/orvane_main.h"
-#include "console/results/results_console.h"
 #include "link/target_link.h"
+#include "panels/frm_base_band.h"
+#include "panels/orvane_main.h"
 #include "platform/boxes.h"
 #include "platform/controls.h"
+#include "results/results_console.h"
 
 namespace orvane {
 

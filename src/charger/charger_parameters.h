@@ -3,12 +3,12 @@
 #include <string>
 
 #include "base/decimal4.h"
-#include "charger/frm_base_band.h"
-#include "console/results/results_console.h"
 #include "link/target_link.h"
+#include "panels/frm_base_band.h"
 #include "platform/boxes.h"
-#include "txcal/cal_state.h"
-#include "txcal/run_report.h"
+#include "results/results_console.h"
+#include "state/cal_state.h"
+#include "state/run_report.h"
 
 namespace orvane {
 

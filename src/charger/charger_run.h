@@ -3,14 +3,14 @@
 #include <string>
 
 #include "base/decimal4.h"
-#include "charger/charger_state.h"
-#include "charger/frm_base_band.h"
 #include "link/target_link.h"
+#include "panels/frm_base_band.h"
+#include "panels/run_guard.h"
 #include "platform/boxes.h"
 #include "platform/gpib.h"
-#include "txcal/cal_state.h"
-#include "txcal/run_guard.h"
-#include "txcal/run_report.h"
+#include "state/cal_state.h"
+#include "state/charger_state.h"
+#include "state/run_report.h"
 
 namespace orvane {
 

@@ -4,15 +4,15 @@
 #include <optional>
 #include <string>
 
-#include "console/orvane_main.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/frm_download.h"
+#include "panels/orvane_main.h"
 #include "platform/boxes.h"
 #include "platform/files.h"
 #include "platform/panel.h"
-#include "ramp/ramp_state.h"
-#include "rfparams/frm_download.h"
-#include "rfparams/rf_state.h"
-#include "txcal/cal_state.h"
-#include "txcal/frm_auto_cal.h"
+#include "state/cal_state.h"
+#include "state/ramp_state.h"
+#include "state/rf_state.h"
 
 namespace orvane {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "charger/frm_base_band.h"
-#include "console/orvane_main.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/frm_base_band.h"
+#include "panels/frm_download.h"
+#include "panels/orvane_main.h"
 #include "platform/boxes.h"
 #include "platform/panel.h"
-#include "rfparams/frm_download.h"
-#include "txcal/frm_auto_cal.h"
 
 namespace orvane {
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "console/console_state.h"
 #include "console/installed_data.h"
-#include "console/orvane_main.h"
 #include "instruments/test_set.h"
 #include "instruments/test_set_session.h"
-#include "link/reply_state.h"
 #include "link/target_link.h"
+#include "panels/orvane_main.h"
 #include "platform/panel.h"
+#include "state/console_state.h"
+#include "state/reply_state.h"
 
 namespace orvane {
 

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "charger/frm_base_band.h"
-#include "console/console_state.h"
-#include "console/orvane_main.h"
-#include "console/results/results_console.h"
 #include "instruments/test_set.h"
 #include "link/target_link.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/frm_base_band.h"
+#include "panels/orvane_main.h"
 #include "platform/boxes.h"
 #include "platform/panel.h"
 #include "platform/serial_control.h"
-#include "txcal/frm_auto_cal.h"
+#include "results/results_console.h"
+#include "state/console_state.h"
 
 namespace orvane {
 

@@ -3,10 +3,10 @@
 #include <string>
 #include <string_view>
 
-#include "console/results/results_console.h"
 #include "instruments/dialect.h"
-#include "instruments/test_set_state.h"
 #include "platform/gpib.h"
+#include "results/results_console.h"
+#include "state/test_set_state.h"
 
 namespace orvane {
 

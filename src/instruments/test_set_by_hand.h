@@ -1,10 +1,10 @@
 #pragma once
 
-#include "console/orvane_main.h"
-#include "console/results/results_console.h"
 #include "instruments/test_set.h"
+#include "panels/orvane_main.h"
 #include "platform/boxes.h"
 #include "platform/panel.h"
+#include "results/results_console.h"
 
 namespace orvane {
 

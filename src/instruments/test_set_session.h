@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include "console/orvane_main.h"
-#include "console/results/results_console.h"
-#include "instruments/test_set_state.h"
-#include "link/reply_state.h"
+#include "panels/orvane_main.h"
 #include "platform/boxes.h"
 #include "platform/gpib.h"
 #include "platform/panel.h"
+#include "results/results_console.h"
+#include "state/reply_state.h"
+#include "state/test_set_state.h"
 
 namespace orvane {
 

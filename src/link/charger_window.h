@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/numbers.h"
-#include "charger/frm_base_band.h"
-#include "link/reply_state.h"
+#include "panels/frm_base_band.h"
+#include "state/reply_state.h"
 
 namespace orvane {
 

@@ -4,11 +4,9 @@
 #include <string_view>
 
 #include "base/numbers.h"
+#include "state/frame_data.h"
 
 namespace orvane {
-
-/// Data bytes of a frame under construction, each a signed 16-bit value.
-using FrameData = std::array<Integer, 101>;
 
 /// The two bytes ahead of every frame, and those that mean something inside one.
 inline constexpr std::string_view kSync = "\x02\x14";

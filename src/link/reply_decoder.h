@@ -3,17 +3,17 @@
 #include <optional>
 #include <string_view>
 
-#include "charger/frm_base_band.h"
-#include "console/orvane_main.h"
-#include "console/results/results_console.h"
 #include "link/deframer.h"
-#include "link/link_tally.h"
 #include "link/reply_checksum.h"
-#include "link/reply_state.h"
 #include "link/reply_table.h"
+#include "panels/frm_base_band.h"
+#include "panels/orvane_main.h"
 #include "platform/event_loop.h"
-#include "ramp/ramp_state.h"
-#include "txcal/cal_state.h"
+#include "results/results_console.h"
+#include "state/cal_state.h"
+#include "state/link_tally.h"
+#include "state/ramp_state.h"
+#include "state/reply_state.h"
 
 namespace orvane {
 

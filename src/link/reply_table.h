@@ -3,12 +3,12 @@
 #include <string_view>
 
 #include "base/numbers.h"
-#include "charger/frm_base_band.h"
-#include "console/orvane_main.h"
-#include "console/results/results_console.h"
 #include "link/deframer.h"
-#include "link/reply_state.h"
-#include "ramp/ramp_state.h"
+#include "panels/frm_base_band.h"
+#include "panels/orvane_main.h"
+#include "results/results_console.h"
+#include "state/ramp_state.h"
+#include "state/reply_state.h"
 
 namespace orvane {
 

@@ -4,14 +4,14 @@
 #include <string_view>
 
 #include "base/numbers.h"
-#include "console/orvane_main.h"
-#include "console/results/results_console.h"
 #include "link/frame.h"
-#include "link/link_tally.h"
-#include "link/reply_state.h"
+#include "panels/orvane_main.h"
 #include "platform/boxes.h"
 #include "platform/event_loop.h"
 #include "platform/serial_control.h"
+#include "results/results_console.h"
+#include "state/link_tally.h"
+#include "state/reply_state.h"
 
 namespace orvane {
 

@@ -2,7 +2,7 @@
 
 #include "base/failure.h"
 #include "link/target_link.h"
-#include "txcal/cal_state.h"
+#include "state/cal_state.h"
 
 namespace orvane {
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "ramp/ramp_editor_face.h"
-#include "ramp/ramp_state.h"
+#include "panels/ramp_editor_face.h"
+#include "state/ramp_state.h"
 
 namespace orvane {
 

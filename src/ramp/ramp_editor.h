@@ -2,15 +2,15 @@
 
 #include <string_view>
 
-#include "console/results/results_console.h"
-#include "link/reply_state.h"
 #include "link/target_link.h"
+#include "panels/ramp_editor_face.h"
 #include "platform/boxes.h"
 #include "platform/file_dialogs.h"
 #include "platform/files.h"
-#include "ramp/ramp_editor_face.h"
-#include "ramp/ramp_state.h"
-#include "rfparams/rf_state.h"
+#include "results/results_console.h"
+#include "state/ramp_state.h"
+#include "state/reply_state.h"
+#include "state/rf_state.h"
 
 namespace orvane {
 

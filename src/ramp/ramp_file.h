@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "platform/files.h"
-#include "ramp/ramp_state.h"
+#include "state/ramp_state.h"
 
 namespace orvane {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "console/orvane_main.h"
+#include "panels/frm_ramp_table.h"
+#include "panels/orvane_main.h"
 #include "platform/boxes.h"
-#include "ramp/frm_ramp_table.h"
 #include "ramp/ramp_editor.h"
 
 namespace orvane {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ramp/ramp_state.h"
-#include "rfparams/rf_parameter.h"
+#include "state/ramp_state.h"
+#include "state/rf_parameter.h"
 
 namespace orvane {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "rfparams/rf_state.h"
+#include "state/rf_state.h"
 
 namespace orvane {
 

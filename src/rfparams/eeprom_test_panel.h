@@ -3,9 +3,9 @@
 #include <string>
 
 #include "base/numbers.h"
+#include "panels/frm_download.h"
 #include "platform/panel.h"
 #include "platform/serial_control.h"
-#include "rfparams/frm_download.h"
 
 namespace orvane {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <variant>
 
-#include "rfparams/rf_parameter.h"
+#include "state/rf_parameter.h"
 
 namespace orvane {
 

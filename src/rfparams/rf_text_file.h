@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "rfparams/rf_state.h"
+#include "state/rf_state.h"
 
 namespace orvane {
 

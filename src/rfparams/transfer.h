@@ -4,15 +4,15 @@
 
 #include "base/failure.h"
 #include "link/target_link.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/frm_download.h"
 #include "platform/boxes.h"
 #include "platform/file_dialogs.h"
 #include "platform/files.h"
 #include "platform/panel.h"
-#include "rfparams/frm_download.h"
-#include "rfparams/rf_state.h"
-#include "txcal/cal_state.h"
-#include "txcal/frm_auto_cal.h"
-#include "txcal/run_report.h"
+#include "state/cal_state.h"
+#include "state/rf_state.h"
+#include "state/run_report.h"
 
 namespace orvane {
 

@@ -3,10 +3,10 @@
 #include <functional>
 
 #include "link/target_link.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/frm_mp_auto_cal.h"
 #include "platform/boxes.h"
-#include "rxcal/frm_mp_auto_cal.h"
-#include "txcal/cal_state.h"
-#include "txcal/frm_auto_cal.h"
+#include "state/cal_state.h"
 
 namespace orvane {
 

@@ -2,11 +2,11 @@
 
 #include <optional>
 
+#include "panels/frm_mp_auto_cal.h"
 #include "platform/boxes.h"
 #include "platform/file_dialogs.h"
 #include "platform/files.h"
-#include "rxcal/frm_mp_auto_cal.h"
-#include "rxcal/pattern_state.h"
+#include "state/pattern_state.h"
 
 namespace orvane {
 

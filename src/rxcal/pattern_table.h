@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "rxcal/pattern_state.h"
+#include "state/pattern_state.h"
 
 namespace orvane {
 

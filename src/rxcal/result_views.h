@@ -1,8 +1,8 @@
 #pragma once
 
-#include "console/orvane_main.h"
+#include "panels/orvane_main.h"
+#include "panels/result_panels.h"
 #include "platform/panel.h"
-#include "rxcal/result_panels.h"
 
 namespace orvane {
 

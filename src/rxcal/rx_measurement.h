@@ -6,11 +6,11 @@
 
 #include "instruments/test_set.h"
 #include "link/target_link.h"
-#include "rxcal/rx_channels.h"
-#include "rxcal/rx_trail.h"
-#include "txcal/cal_state.h"
-#include "txcal/frm_auto_cal.h"
-#include "txcal/run_report.h"
+#include "panels/frm_auto_cal.h"
+#include "state/cal_state.h"
+#include "state/run_report.h"
+#include "state/rx_channels.h"
+#include "state/rx_trail.h"
 
 namespace orvane {
 

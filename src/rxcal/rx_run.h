@@ -5,16 +5,16 @@
 
 #include "instruments/test_set.h"
 #include "link/target_link.h"
-#include "rfparams/rf_state.h"
-#include "rxcal/frm_mp_auto_cal.h"
-#include "rxcal/rx_channels.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/frm_mp_auto_cal.h"
+#include "panels/run_guard.h"
 #include "rxcal/rx_measurement.h"
 #include "rxcal/rx_table.h"
-#include "rxcal/rx_trail.h"
-#include "txcal/cal_state.h"
-#include "txcal/frm_auto_cal.h"
-#include "txcal/run_guard.h"
-#include "txcal/run_report.h"
+#include "state/cal_state.h"
+#include "state/rf_state.h"
+#include "state/run_report.h"
+#include "state/rx_channels.h"
+#include "state/rx_trail.h"
 
 namespace orvane {
 

@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "instruments/dialect.h"
-#include "rxcal/result_panels.h"
-#include "txcal/cal_state.h"
-#include "txcal/frm_auto_cal.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/result_panels.h"
+#include "state/cal_state.h"
 #include "txcal/power_search.h"
 
 namespace orvane {

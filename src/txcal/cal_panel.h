@@ -2,19 +2,19 @@
 
 #include <string>
 
-#include "console/orvane_main.h"
 #include "instruments/test_set.h"
 #include "link/target_link.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/frm_download.h"
+#include "panels/frm_mp_auto_cal.h"
+#include "panels/frm_ramp_table.h"
+#include "panels/orvane_main.h"
+#include "panels/result_panels.h"
 #include "platform/boxes.h"
 #include "platform/file_dialogs.h"
 #include "platform/files.h"
-#include "ramp/frm_ramp_table.h"
-#include "rfparams/frm_download.h"
-#include "rfparams/rf_state.h"
-#include "rxcal/frm_mp_auto_cal.h"
-#include "rxcal/result_panels.h"
-#include "txcal/cal_state.h"
-#include "txcal/frm_auto_cal.h"
+#include "state/cal_state.h"
+#include "state/rf_state.h"
 
 namespace orvane {
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "panels/frm_auto_cal.h"
 #include "platform/boxes.h"
 #include "platform/panel.h"
-#include "txcal/frm_auto_cal.h"
 
 namespace orvane {
 

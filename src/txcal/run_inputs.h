@@ -3,15 +3,15 @@
 #include <string>
 #include <vector>
 
-#include "charger/frm_base_band.h"
-#include "console/orvane_main.h"
-#include "instruments/test_set_state.h"
-#include "ramp/ramp_state.h"
-#include "rfparams/rf_state.h"
-#include "rxcal/frm_mp_auto_cal.h"
-#include "txcal/cal_state.h"
-#include "txcal/frm_auto_cal.h"
-#include "txcal/run_report.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/frm_base_band.h"
+#include "panels/frm_mp_auto_cal.h"
+#include "panels/orvane_main.h"
+#include "state/cal_state.h"
+#include "state/ramp_state.h"
+#include "state/rf_state.h"
+#include "state/run_report.h"
+#include "state/test_set_state.h"
 
 namespace orvane {
 

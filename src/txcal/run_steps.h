@@ -3,18 +3,18 @@
 #include <string>
 #include <string_view>
 
-#include "console/results/results_console.h"
 #include "instruments/test_set.h"
 #include "link/target_link.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/result_panels.h"
 #include "platform/boxes.h"
-#include "ramp/ramp_state.h"
-#include "rfparams/rf_state.h"
-#include "rxcal/result_panels.h"
+#include "results/results_console.h"
+#include "state/cal_state.h"
+#include "state/ramp_state.h"
+#include "state/rf_state.h"
+#include "state/run_report.h"
+#include "state/search_trail.h"
 #include "txcal/band_table.h"
-#include "txcal/cal_state.h"
-#include "txcal/frm_auto_cal.h"
-#include "txcal/run_report.h"
-#include "txcal/search_trail.h"
 
 namespace orvane {
 

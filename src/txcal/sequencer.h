@@ -2,19 +2,19 @@
 
 #include <functional>
 
-#include "charger/charger_state.h"
-#include "charger/frm_base_band.h"
-#include "console/orvane_main.h"
 #include "link/target_link.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/frm_base_band.h"
+#include "panels/frm_mp_auto_cal.h"
+#include "panels/orvane_main.h"
+#include "panels/result_panels.h"
+#include "panels/run_guard.h"
 #include "platform/boxes.h"
-#include "rxcal/frm_mp_auto_cal.h"
-#include "rxcal/result_panels.h"
+#include "state/cal_state.h"
+#include "state/charger_state.h"
+#include "state/run_report.h"
 #include "txcal/cal_panel.h"
-#include "txcal/cal_state.h"
-#include "txcal/frm_auto_cal.h"
-#include "txcal/run_guard.h"
 #include "txcal/run_hands.h"
-#include "txcal/run_report.h"
 
 namespace orvane {
 

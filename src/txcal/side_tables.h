@@ -3,12 +3,12 @@
 #include <array>
 #include <string>
 
-#include "console/orvane_main.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/orvane_main.h"
 #include "platform/files.h"
 #include "platform/panel.h"
-#include "txcal/band_levels.h"
-#include "txcal/cal_state.h"
-#include "txcal/frm_auto_cal.h"
+#include "state/band_levels.h"
+#include "state/cal_state.h"
 
 namespace orvane {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "panels/run_guard.h"
 #include "txcal/band_run.h"
 #include "txcal/channel_step.h"
 #include "txcal/phase_check.h"
-#include "txcal/run_guard.h"
 
 namespace orvane {
 

@@ -1,4 +1,4 @@
-#include "app/automation_transport.h"
+#include "app/automation/automation_transport.h"
 
 #include <gtest/gtest.h>
 #include <poll.h>

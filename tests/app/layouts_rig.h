@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "app/station_layouts.h"
+#include "panels/station_layouts.h"
 
 namespace orvane::test {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "app/automation_port.h"
+#include "app/automation/automation_port.h"
 #include "platform/controls.h"
 #include "platform/virtual_event_loop.h"
 

@@ -1,4 +1,4 @@
-#include "app/state_reader.h"
+#include "app/automation/state_reader.h"
 
 #include <gtest/gtest.h>
 

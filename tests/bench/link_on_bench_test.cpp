@@ -1,12 +1,13 @@
 #include <gtest/gtest.h>
 
-#include "app/station_parts.h"
 #include "bench/random.h"
 #include "bench/virtual_bench.h"
-#include "console/results/results_console.h"
 #include "link/reply_decoder.h"
 #include "link/target_link.h"
+#include "panels/station_panels.h"
 #include "platform/operation_nest.h"
+#include "results/results_console.h"
+#include "state/station_state.h"
 #include "support/fake_desk.h"
 #include "support/journal.h"
 #include "support/memory_files.h"

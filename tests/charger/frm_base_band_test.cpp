@@ -1,4 +1,4 @@
-#include "charger/frm_base_band.h"
+#include "panels/frm_base_band.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "console/orvane_main.h"
+#include "panels/orvane_main.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/json_rpc.h"
+#include "app/automation/json_rpc.h"
 #include "program/line.h"
 
 namespace orvane::test {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "console/orvane_main.h"
-#include "ramp/frm_ramp_table.h"
+#include "panels/frm_ramp_table.h"
+#include "panels/orvane_main.h"
 #include "support/face_rows.h"
 
 namespace orvane::test {

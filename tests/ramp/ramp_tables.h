@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "ramp/ramp_state.h"
+#include "state/ramp_state.h"
 
 namespace orvane::test {
 

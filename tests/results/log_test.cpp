@@ -1,5 +1,5 @@
 #include "base/failure.h"
-#include "console/results/results_controls.h"
+#include "results/results_controls.h"
 #include "support/fake_desk.h"
 #include "support/memory_files.h"
 

@@ -1,4 +1,4 @@
-#include "console/results/results_console.h"
+#include "results/results_console.h"
 
 #include "support/fake_desk.h"
 #include "support/memory_files.h"

@@ -1,4 +1,4 @@
-#include "rfparams/frm_download.h"
+#include "panels/frm_download.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "rfparams/rf_parameter.h"
+#include "state/rf_parameter.h"
 
 namespace orvane::test {
 

@@ -1,4 +1,4 @@
-#include "rxcal/frm_mp_auto_cal.h"
+#include "panels/frm_mp_auto_cal.h"
 
 #include <gmock/gmock.h>
 

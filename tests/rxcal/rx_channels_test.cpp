@@ -1,4 +1,4 @@
-#include "rxcal/rx_channels.h"
+#include "state/rx_channels.h"
 
 namespace orvane {
 namespace {

@@ -6,7 +6,7 @@
 
 #include <set>
 
-#include "app/station_layouts.h"
+#include "panels/station_layouts.h"
 #include "platform/layout_captions.h"
 #include "rfparams/rf_text_file.h"
 #include "station/virtual_station.h"

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <random>
 
-#include "app/operator_acts.h"
+#include "app/automation/operator_acts.h"
 #include "base/counted.h"
 #include "station/virtual_station.h"
 

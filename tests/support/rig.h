@@ -5,13 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "app/station_parts.h"
-#include "console/results/results_console.h"
 #include "instruments/test_set.h"
 #include "link/reply_decoder.h"
 #include "link/target_link.h"
+#include "panels/station_panels.h"
 #include "platform/operator.h"
 #include "platform/virtual_event_loop.h"
+#include "results/results_console.h"
+#include "state/station_state.h"
 #include "support/fake_desk.h"
 #include "support/fake_gpib.h"
 #include "support/fake_serial.h"

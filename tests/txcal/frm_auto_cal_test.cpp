@@ -1,4 +1,4 @@
-#include "txcal/frm_auto_cal.h"
+#include "panels/frm_auto_cal.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

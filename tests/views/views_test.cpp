@@ -17,7 +17,7 @@
 #include "adapters/qt/views/compensation_view.h"
 #include "adapters/qt/views/ramp_shape_view.h"
 #include "adapters/qt/views/search_view.h"
-#include "ramp/frm_ramp_table.h"
+#include "panels/frm_ramp_table.h"
 
 namespace orvane {
 namespace {

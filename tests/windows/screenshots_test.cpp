@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <set>
 
-#include "app/station_parts.h"
+#include "panels/station_panels.h"
 
 namespace orvane::test {
 namespace {

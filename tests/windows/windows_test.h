@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "adapters/qt/panel_window.h"
-#include "app/station_layouts.h"
 #include "app/windows/panel_views.h"
+#include "panels/station_layouts.h"
 #include "station/virtual_station.h"
 
 namespace orvane::test {

@@ -8,8 +8,8 @@
 #include "adapters/qt/hands.h"
 #include "adapters/qt/panel_window.h"
 #include "app/station.h"
-#include "app/station_layouts.h"
 #include "app/windows/desk_windows.h"
+#include "panels/station_layouts.h"
 
 namespace orvane {
 

@@ -5,6 +5,10 @@
 #include "adapters/qt/views/ramp_shape_view.h"
 #include "adapters/qt/views/search_view.h"
 #include "app/windows/pace_time.h"
+#include "panels/frm_auto_cal.h"
+#include "panels/frm_mp_auto_cal.h"
+#include "panels/frm_ramp_table.h"
+#include "panels/orvane_main.h"
 
 namespace orvane {
 

@@ -3,8 +3,9 @@
 #include <QWidget>
 #include <string_view>
 
-#include "app/station_parts.h"
 #include "platform/event_loop.h"
+#include "platform/panel.h"
+#include "state/station_state.h"
 
 namespace orvane {
 

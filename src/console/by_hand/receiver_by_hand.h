@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "console/orvane_main.h"
 #include "link/target_link.h"
+#include "panels/orvane_main.h"
 #include "platform/boxes.h"
 #include "platform/panel.h"
 

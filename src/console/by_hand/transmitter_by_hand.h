@@ -1,10 +1,10 @@
 #pragma once
 
-#include "console/orvane_main.h"
-#include "link/reply_state.h"
 #include "link/target_link.h"
+#include "panels/orvane_main.h"
 #include "platform/boxes.h"
 #include "platform/panel.h"
+#include "state/reply_state.h"
 
 namespace orvane {
 

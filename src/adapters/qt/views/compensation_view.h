@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "rfparams/rf_parameter.h"
+#include "state/rf_parameter.h"
 
 namespace orvane {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "adapters/qt/views/chart_view.h"
-#include "txcal/search_trail.h"
+#include "state/search_trail.h"
 
 class QAreaSeries;
 class QLineSeries;

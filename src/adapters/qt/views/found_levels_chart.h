@@ -3,7 +3,7 @@
 #include <array>
 
 #include "adapters/qt/views/chart_view.h"
-#include "txcal/search_trail.h"
+#include "state/search_trail.h"
 
 class QScatterSeries;
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "ramp/ramp_editor_face.h"
+#include "panels/ramp_editor_face.h"
 
 namespace orvane {
 

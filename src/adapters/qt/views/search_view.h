@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "txcal/search_trail.h"
+#include "state/search_trail.h"
 
 namespace orvane {
 

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <array>
+
+#include "panels/frm_auto_cal.h"
+#include "panels/frm_base_band.h"
+#include "panels/frm_mp_auto_cal.h"
+
+namespace orvane {
+
+/// The buttons that start a calibration run. While one of the runs is under way an operator can start none of them:
+/// a second run inside the first one's reply wait would drive the same Target and the same test set. The station's
+/// own nested clicks are not held up.
+class RunButtons {
+ public:
+  /// Holds the panels without touching them: a button that nobody has seen is held all the same.
+  RunButtons(FrmAutoCal& autoCal, FrmMPAutoCal& mpAutoCal, FrmBaseBand& baseBand)
+      : buttons_{&autoCal.cmdGSM,
+                 &autoCal.cmdDCS,
+                 &autoCal.cmdTxAllCal,
+                 &autoCal.cmdAllCalStart,
+                 &autoCal.Command1,
+                 &mpAutoCal.cmdMPRxAllAutoCal,
+                 &baseBand.cmdChargerAutoCal} {}
+  RunButtons(const RunButtons&) = delete;
+  RunButtons& operator=(const RunButtons&) = delete;
+
+  [[nodiscard]] bool Held() const { return runs_ > 0; }
+
+ private:
+  friend class RunGuard;
+
+  void Hold() {
+    if (runs_++ == 0) EnableAll(false);
+  }
+  void Release() {
+    if (--runs_ == 0) EnableAll(true);
+  }
+  void EnableAll(bool enabled) {
+    for (Button* button : buttons_) button->SetEnabled(enabled, enabled ? "" : "A run is under way.");
+  }
+
+  std::array<Button*, 7> buttons_;
+  int runs_ = 0;
+};
+
+/// A run under way, for as long as it is on the stack; runs started by a run count with it.
+class RunGuard {
+ public:
+  explicit RunGuard(RunButtons& buttons) : buttons_(buttons) { buttons_.Hold(); }
+  RunGuard(const RunGuard&) = delete;
+  RunGuard& operator=(const RunGuard&) = delete;
+  ~RunGuard() { buttons_.Release(); }
+
+ private:
+  RunButtons& buttons_;
+};
+
+}  // namespace orvane
