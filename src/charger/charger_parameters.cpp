@@ -108,6 +108,14 @@ void ChargerParameterPanel::WriteFlash() {
     FailFlash(write);
     return;
   }
+  report_.Keep("flash.100", [&] {
+    std::string table;
+    for (const Integer count : {CountOf(fullCount), Integer{0}, Integer{0}, Integer{0}, CountOf(shutDownCount)}) {
+      table += static_cast<char>(count & 0xFF);
+      table += static_cast<char>((count >> 8) & 0xFF);
+    }
+    return table;
+  });
   link_.PaceDelay(3);
   panel_->txtChargerDisplay.SetText("");
   link_.RunTargetCommand("str 100");

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/failure.h"
+#include "link/charger_window.h"
 
 namespace orvane {
 namespace {
@@ -13,12 +14,21 @@ constexpr int kMostRoundsInVain = 20;
 
 }  // namespace
 
+/// A battery count that the run looks for.
+struct ChargerRun::Threshold {
+  const char* reading;
+  ChargerWindow window;
+  const char* failure;
+};
+const ChargerRun::Threshold ChargerRun::kFull{"battery.full", kCC2CVWindow, "Battery Calibration ERROR."};
+const ChargerRun::Threshold ChargerRun::kShutDown{"battery.shutdown", kShutDownWindow, "Battery Calibraion ERROR."};
+
 void ChargerRun::Connect() {
   panel_.Untouched().cmdChargerAutoCal.onClick = [this] { Run(); };
 }
 
 void ChargerRun::Run() {
-  const RunGuard guard(runButtons_);
+  const RunGuard guard(runButtons_, report_, RunKind::Charger);
   state_.running = true;
   Calibrate();
   state_.running = false;
@@ -62,7 +72,7 @@ bool ChargerRun::Measure(Decimal4 rest) {
 
   reply_.RawAdcOutOfWindow = 0;
   reply_.RawAdcSkip = 0;
-  if (!ReadUntilAccepted(panel_->cmdCC2CVADC, panel_->txtCC2CVADC, rest, "Battery Calibration ERROR.")) return false;
+  if (!ReadUntilAccepted(panel_->cmdCC2CVADC, panel_->txtCC2CVADC, rest, kFull)) return false;
   link_.PaceDelay(11);
   reply_.RawAdcSkip = 0;
 
@@ -70,9 +80,7 @@ bool ChargerRun::Measure(Decimal4 rest) {
             Decimal4::FromText(panel_->txtVoltageLoss.Text()));
   // Counted from 0 up to the delay, so one pace more than it says.
   link_.PaceDelay(std::max(ToInteger(panel_->cboDelay.Text()) + 1, 0));
-  if (!ReadUntilAccepted(panel_->cmdShutDownADC, panel_->txtShutDownADC, rest, "Battery Calibraion ERROR.")) {
-    return false;
-  }
+  if (!ReadUntilAccepted(panel_->cmdShutDownADC, panel_->txtShutDownADC, rest, kShutDown)) return false;
   link_.PaceDelay(11);
   link_.RunTargetCommand("tms 1");
   panel_->cmdWriteChargerEEPROM.Click();
@@ -85,11 +93,16 @@ bool ChargerRun::Measure(Decimal4 rest) {
 
 /// The reply decoder empties the box ahead of its window test and fills it with an accepted count: the box is the
 /// hand-over.
-bool ChargerRun::ReadUntilAccepted(Button& read, const TextBox& accepted, Decimal4 rest, const char* failure) {
+bool ChargerRun::ReadUntilAccepted(Button& read, const TextBox& accepted, Decimal4 rest, const Threshold& threshold) {
+  const auto tell = [&] {
+    report_.Read({threshold.reading, static_cast<double>(reply_.RawAdcValue), "count",
+                  static_cast<double>(threshold.window.low), static_cast<double>(threshold.window.high)});
+  };
   int roundsInVain = 0;
   while (accepted.Text().empty()) {
     if (reply_.RawAdcOutOfWindow == 1) {
-      Fail(rest, failure);
+      tell();
+      Fail(rest, threshold.failure);
       return false;
     }
     if (roundsInVain == kMostRoundsInVain) {
@@ -100,6 +113,7 @@ bool ChargerRun::ReadUntilAccepted(Button& read, const TextBox& accepted, Decima
     link_.WaitForReply();
     roundsInVain = link_.PortOpen() && link_.Succeeded() ? 0 : roundsInVain + 1;
   }
+  tell();
   return true;
 }
 

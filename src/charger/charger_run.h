@@ -37,7 +37,10 @@ class ChargerRun {
   void Calibrate();
   /// The measuring half, from the rest voltage to the write. @return whether the run goes on to its end.
   bool Measure(Decimal4 rest);
-  bool ReadUntilAccepted(Button& read, const TextBox& accepted, Decimal4 rest, const char* failure);
+  struct Threshold;
+  static const Threshold kFull;
+  static const Threshold kShutDown;
+  bool ReadUntilAccepted(Button& read, const TextBox& accepted, Decimal4 rest, const Threshold& threshold);
   void Fail(Decimal4 rest, const char* words);
   void SetSupply(Decimal4 volts);
   void Leave(const char* words);

@@ -3,15 +3,7 @@
 namespace orvane {
 namespace {
 
-struct Window {
-  Long low;
-  Long high;
-};
-
-constexpr Window kCC2CVWindow{619, 631};
-constexpr Window kShutDownWindow{489, 503};
-
-bool ShowWithin(const Window& window, Long value, TextBox& box, ReplyState& state) {
+bool ShowWithin(const ChargerWindow& window, Long value, TextBox& box, ReplyState& state) {
   if (value < window.low || value > window.high) {
     state.RawAdcOutOfWindow = 1;
     return false;

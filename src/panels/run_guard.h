@@ -5,6 +5,7 @@
 #include "panels/frm_auto_cal.h"
 #include "panels/frm_base_band.h"
 #include "panels/frm_mp_auto_cal.h"
+#include "state/run_report.h"
 
 namespace orvane {
 
@@ -47,13 +48,20 @@ class RunButtons {
 /// A run under way, for as long as it is on the stack; runs started by a run count with it.
 class RunGuard {
  public:
-  explicit RunGuard(RunButtons& buttons) : buttons_(buttons) { buttons_.Hold(); }
+  RunGuard(RunButtons& buttons, RunReport& report, RunKind kind) : buttons_(buttons), report_(report) {
+    buttons_.Hold();
+    report_.RunBegins(kind);
+  }
   RunGuard(const RunGuard&) = delete;
   RunGuard& operator=(const RunGuard&) = delete;
-  ~RunGuard() { buttons_.Release(); }
+  ~RunGuard() {
+    report_.RunIsOver();
+    buttons_.Release();
+  }
 
  private:
   RunButtons& buttons_;
+  RunReport& report_;
 };
 
 }  // namespace orvane

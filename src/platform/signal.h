@@ -12,6 +12,8 @@ template <class... Args>
 class Signal {
  public:
   void Connect(std::function<void(Args...)> observer) { observers_.push_back(std::move(observer)); }
+  /// Somebody listens: what would be made for a listener alone need not be made otherwise.
+  [[nodiscard]] bool Heard() const { return !observers_.empty(); }
   void Emit(Args... args) const {
     for (const auto& observer : observers_) observer(args...);
   }

@@ -1,5 +1,8 @@
 #include "rfparams/eeprom_image.h"
 
+#include <algorithm>
+#include <charconv>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -42,6 +45,18 @@ void TMEEPROMDataToRFParams(RFState& state) {
   WalkImage(state, [](const FieldRow& row, Integer& value, const std::string* entry) {
     value = ToInteger(row.form == EepromForm::Word ? "&H" + entry[1] + entry[0] : "&H" + entry[0]);
   });
+}
+
+std::string EepromBytes(const RFState& state, int first, int last) {
+  std::string bytes;
+  for (int i = first; i <= last; ++i) {
+    std::string_view entry = state.EepromImage.at(static_cast<std::size_t>(i));
+    entry.remove_prefix(entry.size() - std::min<std::size_t>(entry.size(), 2));
+    unsigned value = 0;
+    std::from_chars(entry.data(), entry.data() + entry.size(), value, 16);
+    bytes += static_cast<char>(value);
+  }
+  return bytes;
 }
 
 }  // namespace orvane

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "state/rf_state.h"
 
 namespace orvane {
@@ -12,5 +14,9 @@ void TMEEPROMDataMaker(RFState& state);
 /// @throws StationFailure at the first entry that is no hexadecimal number: the fields before it are updated, those
 /// behind it keep their values.
 void TMEEPROMDataToRFParams(RFState& state);
+
+/// Entries `first` to `last` of `EepromImage` as bytes: each cut to its last two digits, as whoever sends it does. An
+/// entry that is empty or no hexadecimal number is a zero.
+[[nodiscard]] std::string EepromBytes(const RFState& state, int first, int last);
 
 }  // namespace orvane

@@ -174,6 +174,7 @@ bool ParameterTransfer::TMDownLoadProcedure(Integer first, Integer last) {
   for (int i = first; i <= last; ++i) {
     PassOver([&] { list.AddItem(ListRow(room, i, At(rf_.EepromImage, i))); });
   }
+  report_.Keep("eeprom.sent", [&] { return EepromBytes(rf_, first, last); });
   TransferWatch watch(link_, cal_);
   LostBytes lost(report_);
   Send("spw 1 0");

@@ -28,6 +28,7 @@ std::optional<RxLevels> RxMeasurement::Measure(const RxChannels& channels) {
     const auto level = ReadLevel(channel, carrier.low);
     if (!level) return std::nullopt;
     levels[i] = *level;
+    report_.Read({"rx." + std::to_string(channel) + ".level", static_cast<double>(*level), "0.1 dB"});
     trail_.Read();
   }
   return levels;

@@ -63,7 +63,7 @@ void RxRun::Connect() {
 }
 
 void RxRun::Run() {
-  const RunGuard guard(runButtons_);
+  const RunGuard guard(runButtons_, report_, RunKind::Receive);
   if (!link_.InTestMode()) {
     report_.Flaw("The station is not in test mode: nothing was measured.");
   } else if (!Calibrate()) {
@@ -170,6 +170,8 @@ bool RxRun::StoreGMagic(const Band& band, Integer level) {
   ((*panel_).*band.gMagicDb).SetText(std::to_string(gain));
   ((*panel_).*band.gMagicHalfDb).SetText(std::to_string(halfDb));
   if (band.index == kDcs.index) dcsReference_ = level;
+  report_.Read({"rx." + std::string(BandWord(band.index)) + ".gmagic", static_cast<double>(halfDb), "half dB",
+                kLowestGMagic, kHighestGMagic});
   if (IsGoodGMagic(halfDb)) {
     rf_.RFParams.BAND[band.index].g_magic = halfDb;
     return true;
@@ -193,6 +195,8 @@ void RxRun::StoreCompensations(const Tables& tables, Integer gsmReference) {
         rf_.RFParams.BAND[band].agc_bands.at(firstRow + k) = {points[k].channel, compensation};
       }
       list.AddItem(std::to_string(points[k].channel) + "\t" + std::to_string(compensation));
+      report_.Read({"rx." + std::to_string(points[k].channel) + ".compensation", static_cast<double>(compensation),
+                    "half dB", -kSoundCompensation, kSoundCompensation});
       if (std::abs(compensation) > kSoundCompensation) {
         report_.Flaw("The compensation of channel " + std::to_string(points[k].channel) + " is " +
                          std::to_string(compensation) + " half dB.",

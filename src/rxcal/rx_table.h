@@ -51,8 +51,12 @@ inline constexpr int kGeneratorLevelDbm = -74;
 
 /// Gain of the receive path in dB, from the level read at the reference channel.
 [[nodiscard]] Integer GMagicOf(Integer level, Integer rxSetValue);
-/// Twice the gain, which is what the record holds, must lie within 171..191 half dB.
-[[nodiscard]] constexpr bool IsGoodGMagic(Integer halfDb) { return halfDb >= 171 && halfDb <= 191; }
+/// Twice the gain, which is what the record holds, must lie within these, in half dB.
+inline constexpr Integer kLowestGMagic = 171;
+inline constexpr Integer kHighestGMagic = 191;
+[[nodiscard]] constexpr bool IsGoodGMagic(Integer halfDb) {
+  return halfDb >= kLowestGMagic && halfDb <= kHighestGMagic;
+}
 
 /// Half dB on either side that a sound receiver's compensations stay within. The run accepts more; its report tells
 /// of it.

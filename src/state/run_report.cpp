@@ -4,6 +4,26 @@
 
 namespace orvane {
 
+std::string_view RunKindText(RunKind kind) {
+  switch (kind) {
+    case RunKind::Whole:
+      return "whole";
+    case RunKind::Receive:
+      return "receive";
+    case RunKind::Gsm:
+      return "GSM";
+    case RunKind::Dcs:
+      return "DCS";
+    case RunKind::Transmit:
+      return "transmit";
+    case RunKind::Rf:
+      return "rf";
+    case RunKind::Charger:
+      return "charger";
+  }
+  return "";
+}
+
 std::string_view StepName(RunStep step) {
   switch (step) {
     case RunStep::Receive:
@@ -69,7 +89,16 @@ void RunReport::Enter(RunStep step) {
   entered.Emit(step);
 }
 
+void RunReport::RunBegins(RunKind kind) {
+  if (started_++ == 0) runBegan.Emit(kind);
+}
+
+void RunReport::RunIsOver() {
+  if (--started_ == 0) runIsOver.Emit();
+}
+
 void RunReport::Flaw(const std::string& reason, FlawKind kind) {
+  flawed.Emit(reason);
   StepRecord* record = Current();
   if (record == nullptr) return;
   if (!record->flawed) {

@@ -7,8 +7,14 @@
 #include <vector>
 
 #include "platform/signal.h"
+#include "state/reading.h"
 
 namespace orvane {
+
+/// What was started: the whole run, or one of those that it is made of, by hand.
+enum class RunKind { Whole, Receive, Gsm, Dcs, Transmit, Rf, Charger };
+/// "whole", "receive", "GSM", "DCS", "transmit", "rf", "charger".
+[[nodiscard]] std::string_view RunKindText(RunKind kind);
 
 /// The steps of a whole run, in order.
 enum class RunStep { Receive, TransmitDcs, TransmitGsm, Save, Charger };
@@ -69,6 +75,17 @@ class RunReport {
   [[nodiscard]] bool InRun() const { return runs_ > 0; }
   [[nodiscard]] std::optional<RunStep> UnderWay() const { return underWay_; }
 
+  /// A run of any kind begins, and is over, however it ends; runs started by a run belong to it. For these two, and
+  /// for what is read, it does not matter whether the run is a whole one.
+  void RunBegins(RunKind kind);
+  void RunIsOver();
+  void Read(const Reading& reading) { read.Emit(reading); }
+  /// `content` gives what was made; it is asked only where somebody keeps it.
+  template <class Content>
+  void Keep(std::string_view role, Content content) {
+    if (kept.Heard()) kept.Emit({role, content()});
+  }
+
   /// A verdict panel is shown. A run that goes on behind it may come to another one.
   void Conclude(Verdict verdict);
   [[nodiscard]] std::optional<Verdict> Concluded() const { return verdict_; }
@@ -79,6 +96,13 @@ class RunReport {
   Signal<RunStep> entered;
   Signal<const StepRecord&> left;
   Signal<Verdict> concluded;
+  /// Of the outermost run. The second one comes also while an exception is on its way.
+  Signal<RunKind> runBegan;
+  Signal<> runIsOver;
+  Signal<const Reading&> read;
+  Signal<const RunDocument&> kept;
+  /// Each flaw as it is told, in runs by hand too.
+  Signal<const std::string&> flawed;
 
  private:
   StepRecord* Current();
@@ -86,6 +110,8 @@ class RunReport {
   std::vector<StepRecord> steps_;
   /// Whole runs under way, one inside the other.
   int runs_ = 0;
+  /// Runs of any kind.
+  int started_ = 0;
   std::optional<RunStep> underWay_;
   std::optional<Verdict> verdict_;
 };

@@ -1,6 +1,16 @@
 #include "state/search_trail.h"
 
+#include "state/reading.h"
+
 namespace orvane {
+
+std::string ReadingNameOf(const SearchSubject& subject) {
+  std::string name = "tx.";
+  name.append(BandWord(subject.band));
+  name.append(subject.kind == SearchSubject::Kind::Level ? ".level." : ".channel.");
+  name.append(std::to_string(subject.number));
+  return name;
+}
 
 void SearchTrail::BeginBand(std::size_t band) {
   found_.at(band).clear();

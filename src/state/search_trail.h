@@ -24,6 +24,9 @@ struct SearchSubject {
   std::string name;
 };
 
+/// "tx.gsm.level.5", "tx.dcs.channel.885": in the names of readings.
+[[nodiscard]] std::string ReadingNameOf(const SearchSubject& subject);
+
 /// One pass: what was measured at which DAC value, in dBm, and the tolerance in dB that the next look at it takes.
 struct SearchPass {
   Integer dac = 0;

@@ -9,6 +9,7 @@
 #include "panels/frm_auto_cal.h"
 #include "panels/result_panels.h"
 #include "state/cal_state.h"
+#include "state/run_report.h"
 #include "txcal/power_search.h"
 
 namespace orvane {
@@ -56,6 +57,8 @@ struct SegmentRow {
 /// All that differs between the two bands of the transmit calibration.
 struct BandRow {
   std::string_view name;
+  /// Started by hand.
+  RunKind kind;
   /// Element of `RFParams.BAND`.
   std::size_t record;
   TextBox FrmAutoCal::*channel;
@@ -165,6 +168,7 @@ inline constexpr std::string_view kLevelHigh = " Error in measuring Power.";
 
 inline constexpr BandRow kGsmBand{
     .name = "GSM",
+    .kind = RunKind::Gsm,
     .record = 0,
     .channel = &FrmAutoCal::txtARFCN,
     .loss = &FrmAutoCal::txtLoss,
@@ -214,6 +218,7 @@ inline constexpr BandRow kGsmBand{
 
 inline constexpr BandRow kDcsBand{
     .name = "DCS",
+    .kind = RunKind::Dcs,
     .record = 1,
     .channel = &FrmAutoCal::txtdcsarfcn,
     .loss = &FrmAutoCal::txtDCSLoss,

@@ -58,6 +58,8 @@ bool ChannelStep::MeasureAndStore(const BandRow& band, ChannelCodes& codes) {
     codes[i] = ChannelCodeFor(band, *dac - record.tx_Level.at(level).apc);
     parts_.results->listChanCalPowerLevel.AddItem(std::to_string(*dac) + "\t" + std::to_string(channel) + "\t" +
                                                   std::to_string(codes[i]));
+    parts_.report.Read({ReadingNameOf({band.record, SearchSubject::Kind::Channel, channel, ""}) + ".code",
+                        static_cast<double>(codes[i]), "count"});
   }
   if (band.derivesFourthCode) codes[3] = FourthCodeOf(codes);
   Store(band, codes);

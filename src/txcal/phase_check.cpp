@@ -9,6 +9,12 @@ namespace {
 constexpr int kHighestPeak = 20;
 constexpr int kHighestRms = 5;
 
+std::optional<double> FrequencyErrorOf(std::string_view field) {
+  std::optional<double> hertz;
+  PassOver([&] { hertz = ToDouble(TrimBlanksAndLineEnds(field.substr(0, field.find(',')))); });
+  return hertz;
+}
+
 }  // namespace
 
 PhaseError PhaseErrorOf(std::string_view reading) {
@@ -22,7 +28,7 @@ PhaseError PhaseErrorOf(std::string_view reading) {
     field = rest.substr(0, comma);
     rest.remove_prefix(comma + 1);
   }
-  return {Decimal4::FromText(fields[1]), Decimal4::FromText(fields[2])};
+  return {Decimal4::FromText(fields[1]), Decimal4::FromText(fields[2]), FrequencyErrorOf(rest)};
 }
 
 void PhaseCheck::Run(const BandRow& band) {
@@ -40,10 +46,18 @@ void PhaseCheck::Run(const BandRow& band) {
   };
   addRow("Peak", error.peak);
   addRow("RMS", error.rms);
+  TellReadings(band, error);
   if (!steps_.Command("rfe 0", 0)) return;
   Judge(band, "Peak", "peak", error.peak, kHighestPeak);
   Judge(band, "Rms", "RMS", error.rms, kHighestRms);
   steps_.Pace(6);
+}
+
+void PhaseCheck::TellReadings(const BandRow& band, const PhaseError& error) {
+  const std::string name = "tx." + std::string(BandWord(band.record));
+  parts_.report.Read({name + ".phase.rms", error.rms.ToDouble(), "degree", std::nullopt, kHighestRms});
+  parts_.report.Read({name + ".phase.peak", error.peak.ToDouble(), "degree", std::nullopt, kHighestPeak});
+  if (error.frequency) parts_.report.Read({name + ".frequency_error", *error.frequency, "hertz"});
 }
 
 std::string PhaseCheck::Measured() {

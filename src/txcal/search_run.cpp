@@ -32,6 +32,7 @@ bool SearchRun::Run(const SearchRow& row, PowerSearch& search, const SearchSubje
     }
   }
   TellFlaws(search, subject.name);
+  TellReadings(search, subject);
   parts_.trail.Accept(search.Dac(), search.Measured(), search.OnTarget());
   return true;
 }
@@ -99,6 +100,16 @@ std::optional<Decimal4> SearchRun::PowerInBox(const SearchRow& row, const std::s
   if (row.highFailsUnit) parts_.cal.CalFailed = true;
   steps_.PaintStop(kRed);
   return std::nullopt;
+}
+
+void SearchRun::TellReadings(const PowerSearch& search, const SearchSubject& subject) {
+  const std::string name = ReadingNameOf(subject);
+  if (search.Passes() > 0 && TakesReadings()) {
+    parts_.report.Read({name + ".power", search.Measured().ToDouble(), "dBm",
+                        (search.Target() - search.Tolerance()).ToDouble(),
+                        (search.Target() + search.Tolerance()).ToDouble()});
+  }
+  parts_.report.Read({name + ".dac", static_cast<double>(search.Dac()), "count", 0, kDacLimit});
 }
 
 void SearchRun::TellFlaws(const PowerSearch& search, const std::string& subject) {

@@ -29,6 +29,7 @@ class SearchRun {
   void ReadOnce(Integer dac);
   [[nodiscard]] std::optional<Decimal4> PowerInBox(const SearchRow& row, const std::string& subject);
   void TellFlaws(const PowerSearch& search, const std::string& subject);
+  void TellReadings(const PowerSearch& search, const SearchSubject& subject);
 
   TxRunParts parts_;
   RunSteps& steps_;

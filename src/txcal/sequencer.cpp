@@ -53,7 +53,7 @@ void Sequencer::Connect() {
 }
 
 void Sequencer::TxAllCal() {
-  const RunGuard running(buttons_);
+  const RunGuard running(buttons_, report_, RunKind::Transmit);
   cal_.CalMode = "TxALL";
   if (cal_.CalStopRequested) ForgetStop();
   // DCS goes first: it sends the ramp tables, and the GSM run behind it need not.
@@ -76,7 +76,7 @@ void Sequencer::TxAllCal() {
 
 // The completion box comes whether or not the transmit steps succeeded, and the result is saved in any case.
 void Sequencer::RfCal() {
-  const RunGuard running(buttons_);
+  const RunGuard running(buttons_, report_, RunKind::Rf);
   cal_.CalMode = "ALL";
   AskForFileAndReceive();
   if (cal_.CalStopRequested) return;
@@ -90,7 +90,7 @@ void Sequencer::RfCal() {
 }
 
 void Sequencer::AllCal() {
-  const RunGuard running(buttons_);
+  const RunGuard running(buttons_, report_, RunKind::Whole);
   report_.Begin();
   try {
     WholeRun();

@@ -11,7 +11,7 @@ void TxCalibration::Connect() {
 }
 
 void TxCalibration::Calibrate(const BandRow& band) {
-  const RunGuard running(buttons_);
+  const RunGuard running(buttons_, parts_.report, band.kind);
   if (bandRun_.Run(band) && channelStep_.Run(band) && Close(band)) phaseCheck_.Run(band);
 }
 
