@@ -82,7 +82,8 @@ std::optional<bool> RecordedReading::Inside() const {
 }
 
 const RecordedDocument* RunRecord::Document(std::string_view role) const {
-  const auto hit = std::find_if(documents.begin(), documents.end(), [&](const auto& each) { return each.role == role; });
+  const auto hit =
+      std::find_if(documents.begin(), documents.end(), [&](const auto& each) { return each.role == role; });
   return hit == documents.end() ? nullptr : &*hit;
 }
 

@@ -57,8 +57,8 @@ struct WriterMark {
   friend bool operator==(const WriterMark&, const WriterMark&) = default;
 };
 
-/// Where records are kept. Every member may throw StoreFault; whoever waits for another program waits for a bounded time.
-/// What it says of a run is never changed behind the run's end, but by Prune.
+/// Where records are kept. Every member may throw StoreFault; whoever waits for another program waits for a bounded
+/// time. What it says of a run is never changed behind the run's end, but by Prune.
 class RecordStore {
  public:
   RecordStore() = default;

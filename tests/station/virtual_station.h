@@ -23,7 +23,10 @@ class VirtualStation {
  public:
   /// Installed data files of another content, by name; one without a value is not there.
   using OtherFiles = std::map<std::string, std::optional<std::string>, std::less<>>;
-  explicit VirtualStation(const bench::BenchOptions& options = {}, const OtherFiles& others = {});
+  /// What is put around the world that the station stands in.
+  using Around = std::function<StationPorts(const StationPorts&)>;
+  explicit VirtualStation(const bench::BenchOptions& options = {}, const OtherFiles& others = {},
+                          const Around& around = nullptr);
   /// A unit of that seed with faults in their text form, "battery", "status-txpw@7".
   explicit VirtualStation(std::uint64_t seed, const std::vector<std::string>& faults = {});
   ~VirtualStation();
@@ -52,6 +55,8 @@ class VirtualStation {
   Operator op;
 
  private:
+  [[nodiscard]] StationPorts PlainPorts() { return {loop, bench.Serial(), bus, files, boxes, dialogs}; }
+
   Verdict verdict_ = Verdict::None;
 };
 
