@@ -41,6 +41,7 @@ struct RunIdentity {
   std::map<std::string, std::string> tags;
   /// Milliseconds since 1970, UTC.
   std::int64_t beganMs = 0;
+  friend bool operator==(const RunIdentity&, const RunIdentity&) = default;
 };
 
 /// What is known of a run when it has ended.
@@ -57,6 +58,7 @@ struct RunEnd {
   std::int64_t commands = 0;
   std::int64_t bytesOut = 0;
   std::int64_t bytesIn = 0;
+  friend bool operator==(const RunEnd&, const RunEnd&) = default;
 };
 
 // All times below are in seconds since the run began, by the station's monotonic clock.
@@ -132,6 +134,7 @@ struct RunRecord {
   std::vector<RecordedDocument> documents{};
 
   [[nodiscard]] const RecordedDocument* Document(std::string_view role) const;
+  friend bool operator==(const RunRecord&, const RunRecord&) = default;
 };
 
 /// "2026-11-22T03:04:05.678Z".

@@ -90,6 +90,8 @@ class RecordStore {
   /// One line for each thing that is wrong in a run's rows and documents: a digest that does not fit, a row without
   /// its run, a document that is not there.
   [[nodiscard]] virtual std::vector<std::string> Check(std::string_view id) = 0;
+  /// The same for what belongs to no run that is there: rows without their run, damage of the store itself.
+  [[nodiscard]] virtual std::vector<std::string> CheckStore() = 0;
 };
 
 }  // namespace orvane
