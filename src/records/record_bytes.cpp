@@ -226,7 +226,7 @@ std::string BytesOf(const RunRecord& record) {
   return writer.Take();
 }
 
-RunRecord RecordOf(std::string_view bytes) {
+RunRecord RunRecordOf(std::string_view bytes) {
   RunRecord record;
   Reader whole(bytes);
   for (const PartRow& part : kParts) ReadPart(whole, part, record);

@@ -25,6 +25,6 @@ class DamagedRecord : public std::runtime_error {
 [[nodiscard]] std::string BytesOf(const RunRecord& record);
 
 /// @throws DamagedRecord for bytes that BytesOf gives of no record.
-[[nodiscard]] RunRecord RecordOf(std::string_view bytes);
+[[nodiscard]] RunRecord RunRecordOf(std::string_view bytes);
 
 }  // namespace orvane
