@@ -59,9 +59,9 @@ endfunction()
 
 # orvane_test(NAME SOURCES file... [LINKS library...] [LABEL level]): one test program; each of its tests is a
 # test of ctest. LABEL is the level: unit (default), station, program.
-# HEADERS names the precompiled headers (default: the test framework's).
+# HEADERS names the precompiled headers (default: the test framework's). EXCEPT is a pattern of tests that are none of ctest's.
 function(orvane_test name)
-  cmake_parse_arguments(arg "" "LABEL;HEADERS" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(arg "" "LABEL;HEADERS;EXCEPT" "SOURCES;LINKS" ${ARGN})
   if(NOT arg_LABEL)
     set(arg_LABEL unit)
   endif()
@@ -74,5 +74,8 @@ function(orvane_test name)
     set(arg_HEADERS orvane_test_headers)
   endif()
   target_precompile_headers(${name} REUSE_FROM ${arg_HEADERS})
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS ${arg_LABEL} TIMEOUT 600)
+  if(arg_EXCEPT)
+    set(filter TEST_FILTER -${arg_EXCEPT})
+  endif()
+  gtest_discover_tests(${name} ${filter} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS ${arg_LABEL} TIMEOUT 600)
 endfunction()
