@@ -1,0 +1,234 @@
+#include "app/records/html_readings.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "app/records/html_plots.h"
+#include "app/records/markup.h"
+#include "app/records/reading_names.h"
+#include "app/records/shown_text.h"
+
+namespace orvane {
+namespace {
+
+/// Where a reading stands in the report. One without a column has a row of its own.
+struct Place {
+  std::string table;
+  std::string row;
+  std::string column;
+};
+
+std::string BandTitle(std::string_view band) {
+  if (band == "gsm") return "GSM";
+  return band == "dcs" ? "DCS" : std::string(band);
+}
+
+Place PlaceOf(std::string_view name) {
+  const auto parts = PartsOfName(name);
+  if (parts.size() == 5 && parts[0] == "tx" && (parts[2] == "level" || parts[2] == "channel")) {
+    return {"Transmitter, " + BandTitle(parts[1]) + (parts[2] == "level" ? " levels" : " channels"),
+            std::string(parts[3]), std::string(parts[4])};
+  }
+  if (parts.size() == 3 && parts[0] == "rx") {
+    if (const auto arfcn = WholeNumber(parts[1])) {
+      return {"Receiver, " + BandTitle(BandOfChannel(*arfcn)) + " channels", std::string(parts[1]),
+              std::string(parts[2])};
+    }
+    return {"Receiver", BandTitle(parts[1]) + " " + std::string(parts[2]), ""};
+  }
+  if (parts[0] == "tx" && parts.size() > 2) {
+    std::string row = BandTitle(parts[1]);
+    for (std::size_t i = 2; i < parts.size(); ++i) row += " " + std::string(parts[i]);
+    std::replace(row.begin(), row.end(), '_', ' ');
+    return {"Transmitter, phase and frequency", row, ""};
+  }
+  std::string row(name.substr(name.find('.') + 1));
+  std::replace(row.begin(), row.end(), '_', ' ');
+  if (parts[0] == "battery") return {"Battery", row, ""};
+  if (parts[0] == "road") return {"Times", row, ""};
+  return {"Other readings", std::string(name), ""};
+}
+
+struct Row {
+  std::string label;
+  std::map<std::string, const RecordedReading*> cells;
+};
+
+/// A table in the order in which its rows and columns came.
+struct Table {
+  std::string title;
+  std::vector<std::string> columns;
+  std::vector<Row> rows;
+
+  void Add(const Place& place, const RecordedReading& reading) {
+    if (std::find(columns.begin(), columns.end(), place.column) == columns.end()) columns.push_back(place.column);
+    auto row = std::find_if(rows.begin(), rows.end(), [&](const Row& each) {
+      return each.label == place.row && each.cells.count(place.column) == 0;
+    });
+    if (row == rows.end()) row = rows.insert(rows.end(), Row{place.row, {}});
+    row->cells[place.column] = &reading;
+  }
+};
+
+std::vector<Table> TablesOf(const RunRecord& record) {
+  std::vector<Table> tables;
+  for (const RecordedReading& reading : record.readings) {
+    const Place place = PlaceOf(reading.name);
+    auto table =
+        std::find_if(tables.begin(), tables.end(), [&](const Table& each) { return each.title == place.table; });
+    if (table == tables.end()) table = tables.insert(tables.end(), Table{place.table, {}, {}});
+    table->Add(place, reading);
+  }
+  return tables;
+}
+
+bool IsOutside(const RecordedReading& reading) { return !reading.Inside().value_or(true); }
+
+/// A channel between measured ones, with nothing to say that the plot would not.
+bool IsFilledIn(const Row& row) {
+  const auto compensation = row.cells.find("compensation");
+  return row.cells.size() == 1 && compensation != row.cells.end() && !IsOutside(*compensation->second);
+}
+
+std::string LimitsText(const RecordedReading& reading) {
+  if (reading.low && reading.high) return ShortNumber(*reading.low) + " … " + ShortNumber(*reading.high);
+  if (reading.low) return "≥ " + ShortNumber(*reading.low);
+  return reading.high ? "≤ " + ShortNumber(*reading.high) : std::string();
+}
+
+std::string Cells(const RecordedReading* reading, bool hasLimits) {
+  if (reading == nullptr) return hasLimits ? "<td></td><td></td>" : "<td></td>";
+  const bool outside = IsOutside(*reading);
+  std::string text = "<td" + Attribute("class", outside ? "number outside" : "number") + ">" +
+                     Escaped(ShortNumber(reading->value)) + "</td>";
+  if (!hasLimits) return text;
+  return text + "<td class=\"limits\">" + LimitBar(*reading) + "<small>" + Escaped(LimitsText(*reading)) +
+         (outside ? " <b>outside</b>" : "") + "</small></td>";
+}
+
+bool HasLimits(const Table& table, const std::string& column) {
+  return std::any_of(table.rows.begin(), table.rows.end(), [&](const Row& row) {
+    const auto cell = row.cells.find(column);
+    return cell != row.cells.end() && (cell->second->low || cell->second->high);
+  });
+}
+
+std::string UnitOf(const Table& table, const std::string& column) {
+  for (const Row& row : table.rows) {
+    if (const auto cell = row.cells.find(column); cell != row.cells.end()) return cell->second->unit;
+  }
+  return {};
+}
+
+std::string WideTable(const Table& table) {
+  std::string text = "<table><thead><tr><th></th>";
+  for (const std::string& column : table.columns) {
+    text += "<th" + Attribute("colspan", HasLimits(table, column) ? "2" : "1") + ">" + Escaped(column) + " <small>" +
+            Escaped(UnitOf(table, column)) + "</small></th>";
+  }
+  text += "</tr></thead><tbody>";
+  std::size_t filledIn = 0;
+  for (const Row& row : table.rows) {
+    if (IsFilledIn(row)) {
+      ++filledIn;
+      continue;
+    }
+    text += "<tr><th>" + Escaped(row.label) + "</th>";
+    for (const std::string& column : table.columns) {
+      const auto cell = row.cells.find(column);
+      text += Cells(cell == row.cells.end() ? nullptr : cell->second, HasLimits(table, column));
+    }
+    text += "</tr>";
+  }
+  text += "</tbody></table>";
+  if (filledIn == 0) return text;
+  return text + "<p class=\"note\">" + std::to_string(filledIn) +
+         " more channels were filled in, all inside their limits; the plot has them.</p>";
+}
+
+std::string NarrowTable(const Table& table) {
+  std::string text = "<table><tbody>";
+  for (const Row& row : table.rows) {
+    const RecordedReading& reading = *row.cells.begin()->second;
+    text += "<tr><th>" + Escaped(row.label) + "</th>" + Cells(&reading, HasLimits(table, "")) +
+            "<td class=\"unit\">" + Escaped(reading.unit) + "</td></tr>";
+  }
+  return text + "</tbody></table>";
+}
+
+std::string Figure(const std::string& drawing, const std::string& caption) {
+  if (drawing.empty()) return {};
+  return "<figure>" + drawing + "<figcaption>" + Escaped(caption) + "</figcaption></figure>";
+}
+
+std::string CodePlot(const RunRecord& record, std::string_view band) {
+  ChannelPlot plot{"Code", "count", {}, {}};
+  const std::string prefix = "tx." + std::string(band) + ".channel";
+  for (const RecordedReading& reading : record.readings) {
+    const auto [rest, what] = SplitLast(reading.name);
+    const auto [stem, channel] = SplitLast(rest);
+    const auto arfcn = WholeNumber(channel);
+    if (what == "code" && stem == prefix && arfcn) plot.values.push_back({*arfcn, reading.value, true});
+  }
+  return Figure(PlotOverChannels(plot), BandTitle(band) + ": codes over ARFCN");
+}
+
+std::string CompensationPlot(const RunRecord& record, std::string_view band) {
+  ChannelPlot plot{"Compensation", "half dB", {}, {}};
+  std::set<double> limits;
+  for (const RecordedReading& reading : record.readings) {
+    const auto arfcn = RxChannel(reading.name, "compensation");
+    if (!arfcn || BandOfChannel(*arfcn) != band) continue;
+    plot.values.push_back({*arfcn, reading.value, !IsOutside(reading)});
+    if (reading.low) limits.insert(*reading.low);
+    if (reading.high) limits.insert(*reading.high);
+  }
+  plot.limits.assign(limits.begin(), limits.end());
+  return Figure(PlotOverChannels(plot), BandTitle(band) + ": compensation over ARFCN");
+}
+
+/// "GSM level 5".
+std::string SearchTitle(std::string_view name) {
+  const auto parts = PartsOfName(name);
+  if (parts.size() != 4 || parts[0] != "tx") return std::string(name);
+  return BandTitle(parts[1]) + " " + std::string(parts[2]) + " " + std::string(parts[3]);
+}
+
+}  // namespace
+
+std::string ReadingTables(const RunRecord& record) {
+  std::string text;
+  for (const Table& table : TablesOf(record)) {
+    const bool isNarrow = table.columns == std::vector<std::string>{""};
+    text += "<section class=\"readings\"><h3>" + Escaped(table.title) + "</h3>" +
+            (isNarrow ? NarrowTable(table) : WideTable(table)) + "</section>";
+  }
+  return text;
+}
+
+std::string ChannelPlots(const RunRecord& record) {
+  std::string text;
+  for (const std::string_view band : {"gsm", "dcs"}) text += CodePlot(record, band);
+  for (const std::string_view band : {"gsm", "dcs"}) text += CompensationPlot(record, band);
+  return text;
+}
+
+std::string SearchPlots(const RunRecord& record) {
+  std::string text;
+  const auto& passes = record.passes;
+  for (auto first = passes.begin(); first != passes.end();) {
+    const auto end =
+        std::find_if(first, passes.end(), [&](const auto& pass) { return pass.reading != first->reading; });
+    const std::vector<RecordedPass> search(first, end);
+    const RecordedPass& last = search.back();
+    text += Figure(SearchPlot(search, ReadingOf(record, first->reading + ".power")),
+                   SearchTitle(first->reading) + ": " + std::to_string(search.size()) +
+                       (search.size() == 1 ? " pass, DAC " : " passes, DAC ") + std::to_string(last.dac) + ", " +
+                       ShortNumber(last.dbm) + " dBm");
+    first = end;
+  }
+  return text;
+}
+
+}  // namespace orvane
