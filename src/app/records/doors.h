@@ -14,7 +14,7 @@
 
 namespace orvane {
 
-enum class StoreUse {
+enum class StoreAccess {
   /// One that is not there is a fault.
   Ask,
   /// One that is not there is made.
@@ -30,7 +30,7 @@ struct ReplayAnswer {
 
 /// What the verbs have of the world. Each may throw StoreFault where it deals with a store.
 struct RecordsDoors {
-  std::function<std::unique_ptr<RecordStore>(const std::string& store, StoreUse use)> openStore;
+  std::function<std::unique_ptr<RecordStore>(const std::string& store, StoreAccess use)> openStore;
   Files& files;
   /// The bytes of an .orvane file, and the records in them. @throws AnswerIsNo for damaged ones.
   std::function<std::string(const std::vector<RunRecord>& records)> archiveOf;

@@ -74,8 +74,8 @@ class Follower {
 
   void Round() {
     if (!forwarder_) {
-      from_ = doors_.openStore(fromName_, StoreUse::Ask);
-      to_ = doors_.openStore(order_.to, StoreUse::Fill);
+      from_ = doors_.openStore(fromName_, StoreAccess::Ask);
+      to_ = doors_.openStore(order_.to, StoreAccess::Fill);
       forwarder_ = std::make_unique<Forwarder>(*from_, *to_, doors_);
     }
     const std::size_t copied = forwarder_->Round();

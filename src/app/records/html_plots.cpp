@@ -104,7 +104,7 @@ void DrawChannelAxis(Svg& svg, const ChannelPlot& plot, const Scale& x) {
 
 std::string LimitBar(const RecordedReading& reading) {
   if (!reading.low || !reading.high) return {};
-  constexpr double kWidth = 132;
+  constexpr double kWidth = 92;
   constexpr double kHeight = 14;
   constexpr double kMiddle = kHeight / 2;
   const double span = *reading.high > *reading.low ? *reading.high - *reading.low : 1;
@@ -164,7 +164,6 @@ std::string PlotOverChannels(ChannelPlot plot) {
   }
   DrawChannelAxis(svg, plot, x);
   for (const double limit : plot.limits) svg.Line("limit", {f.left, y(limit)}, {f.right, y(limit)});
-  svg.Text("tick", {f.left - 4, f.bottom + 20}, "start", plot.unit);
   std::vector<Point> points;
   for (const ChannelValue& value : plot.values) points.push_back({x(PlaceOfChannel(value.arfcn)), y(value.value)});
   svg.Path("trace", points);

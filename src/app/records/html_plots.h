@@ -26,7 +26,6 @@ struct ChannelValue {
 };
 struct ChannelPlot {
   std::string_view title;
-  std::string_view unit;
   std::vector<ChannelValue> values;
   /// Drawn as lines, and always in the picture.
   std::vector<double> limits;

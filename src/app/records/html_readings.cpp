@@ -14,6 +14,8 @@ namespace {
 
 /// Where a reading stands in the report. One without a column has a row of its own.
 struct Place {
+  /// Tables of a smaller rank come first.
+  int rank;
   std::string table;
   std::string row;
   std::string column;
@@ -27,27 +29,28 @@ std::string BandTitle(std::string_view band) {
 Place PlaceOf(std::string_view name) {
   const auto parts = PartsOfName(name);
   if (parts.size() == 5 && parts[0] == "tx" && (parts[2] == "level" || parts[2] == "channel")) {
-    return {"Transmitter, " + BandTitle(parts[1]) + (parts[2] == "level" ? " levels" : " channels"),
+    const bool isLevel = parts[2] == "level";
+    return {isLevel ? 3 : 4, "Transmitter, " + BandTitle(parts[1]) + (isLevel ? " levels" : " channels"),
             std::string(parts[3]), std::string(parts[4])};
   }
   if (parts.size() == 3 && parts[0] == "rx") {
     if (const auto arfcn = WholeNumber(parts[1])) {
-      return {"Receiver, " + BandTitle(BandOfChannel(*arfcn)) + " channels", std::string(parts[1]),
+      return {1, "Receiver, " + BandTitle(BandOfChannel(*arfcn)) + " channels", std::string(parts[1]),
               std::string(parts[2])};
     }
-    return {"Receiver", BandTitle(parts[1]) + " " + std::string(parts[2]), ""};
+    return {2, "Receiver", BandTitle(parts[1]) + " " + std::string(parts[2]), ""};
   }
   if (parts[0] == "tx" && parts.size() > 2) {
     std::string row = BandTitle(parts[1]);
     for (std::size_t i = 2; i < parts.size(); ++i) row += " " + std::string(parts[i]);
     std::replace(row.begin(), row.end(), '_', ' ');
-    return {"Transmitter, phase and frequency", row, ""};
+    return {5, "Transmitter, phase and frequency", row, ""};
   }
   std::string row(name.substr(name.find('.') + 1));
   std::replace(row.begin(), row.end(), '_', ' ');
-  if (parts[0] == "battery") return {"Battery", row, ""};
-  if (parts[0] == "road") return {"Times", row, ""};
-  return {"Other readings", std::string(name), ""};
+  if (parts[0] == "battery") return {6, "Battery", row, ""};
+  if (parts[0] == "road") return {7, "Times", row, ""};
+  return {8, "Other readings", std::string(name), ""};
 }
 
 struct Row {
@@ -57,6 +60,7 @@ struct Row {
 
 /// A table in the order in which its rows and columns came.
 struct Table {
+  int rank;
   std::string title;
   std::vector<std::string> columns;
   std::vector<Row> rows;
@@ -77,9 +81,10 @@ std::vector<Table> TablesOf(const RunRecord& record) {
     const Place place = PlaceOf(reading.name);
     auto table =
         std::find_if(tables.begin(), tables.end(), [&](const Table& each) { return each.title == place.table; });
-    if (table == tables.end()) table = tables.insert(tables.end(), Table{place.table, {}, {}});
+    if (table == tables.end()) table = tables.insert(tables.end(), Table{place.rank, place.table, {}, {}});
     table->Add(place, reading);
   }
+  std::stable_sort(tables.begin(), tables.end(), [](const Table& a, const Table& b) { return a.rank < b.rank; });
   return tables;
 }
 
@@ -97,21 +102,30 @@ std::string LimitsText(const RecordedReading& reading) {
   return reading.high ? "≤ " + ShortNumber(*reading.high) : std::string();
 }
 
-std::string Cells(const RecordedReading* reading, bool hasLimits) {
-  if (reading == nullptr) return hasLimits ? "<td></td><td></td>" : "<td></td>";
+/// A column of a table: whether it has limits at all, and those that all its readings share, which stand at its head.
+struct Limits {
+  bool any = false;
+  std::string shared;
+};
+
+Limits LimitsOf(const Table& table, const std::string& column) {
+  std::set<std::string> texts;
+  for (const Row& row : table.rows) {
+    if (const auto cell = row.cells.find(column); cell != row.cells.end()) texts.insert(LimitsText(*cell->second));
+  }
+  const bool any = texts.size() > 1 || (texts.size() == 1 && !texts.begin()->empty());
+  return {any, texts.size() == 1 ? *texts.begin() : std::string()};
+}
+
+std::string Cells(const RecordedReading* reading, const Limits& limits) {
+  if (reading == nullptr) return limits.any ? "<td></td><td></td>" : "<td></td>";
   const bool outside = IsOutside(*reading);
   std::string text = "<td" + Attribute("class", outside ? "number outside" : "number") + ">" +
                      Escaped(ShortNumber(reading->value)) + "</td>";
-  if (!hasLimits) return text;
-  return text + "<td class=\"limits\">" + LimitBar(*reading) + "<small>" + Escaped(LimitsText(*reading)) +
-         (outside ? " <b>outside</b>" : "") + "</small></td>";
-}
-
-bool HasLimits(const Table& table, const std::string& column) {
-  return std::any_of(table.rows.begin(), table.rows.end(), [&](const Row& row) {
-    const auto cell = row.cells.find(column);
-    return cell != row.cells.end() && (cell->second->low || cell->second->high);
-  });
+  if (!limits.any) return text;
+  return text + "<td class=\"limits\">" + LimitBar(*reading) + "<small>" +
+         (limits.shared.empty() ? Escaped(LimitsText(*reading)) : "") + (outside ? " <b>outside</b>" : "") +
+         "</small></td>";
 }
 
 std::string UnitOf(const Table& table, const std::string& column) {
@@ -124,8 +138,9 @@ std::string UnitOf(const Table& table, const std::string& column) {
 std::string WideTable(const Table& table) {
   std::string text = "<table><thead><tr><th></th>";
   for (const std::string& column : table.columns) {
-    text += "<th" + Attribute("colspan", HasLimits(table, column) ? "2" : "1") + ">" + Escaped(column) + " <small>" +
-            Escaped(UnitOf(table, column)) + "</small></th>";
+    const Limits limits = LimitsOf(table, column);
+    text += "<th" + Attribute("colspan", limits.any ? "2" : "1") + ">" + Escaped(column) + " <small>" +
+            Escaped(UnitOf(table, column) + (limits.shared.empty() ? "" : ", " + limits.shared)) + "</small></th>";
   }
   text += "</tr></thead><tbody>";
   std::size_t filledIn = 0;
@@ -137,7 +152,7 @@ std::string WideTable(const Table& table) {
     text += "<tr><th>" + Escaped(row.label) + "</th>";
     for (const std::string& column : table.columns) {
       const auto cell = row.cells.find(column);
-      text += Cells(cell == row.cells.end() ? nullptr : cell->second, HasLimits(table, column));
+      text += Cells(cell == row.cells.end() ? nullptr : cell->second, LimitsOf(table, column));
     }
     text += "</tr>";
   }
@@ -151,7 +166,7 @@ std::string NarrowTable(const Table& table) {
   std::string text = "<table><tbody>";
   for (const Row& row : table.rows) {
     const RecordedReading& reading = *row.cells.begin()->second;
-    text += "<tr><th>" + Escaped(row.label) + "</th>" + Cells(&reading, HasLimits(table, "")) +
+    text += "<tr><th>" + Escaped(row.label) + "</th>" + Cells(&reading, {LimitsOf(table, "").any, ""}) +
             "<td class=\"unit\">" + Escaped(reading.unit) + "</td></tr>";
   }
   return text + "</tbody></table>";
@@ -163,7 +178,7 @@ std::string Figure(const std::string& drawing, const std::string& caption) {
 }
 
 std::string CodePlot(const RunRecord& record, std::string_view band) {
-  ChannelPlot plot{"Code", "count", {}, {}};
+  ChannelPlot plot{"Code", {}, {}};
   const std::string prefix = "tx." + std::string(band) + ".channel";
   for (const RecordedReading& reading : record.readings) {
     const auto [rest, what] = SplitLast(reading.name);
@@ -171,11 +186,11 @@ std::string CodePlot(const RunRecord& record, std::string_view band) {
     const auto arfcn = WholeNumber(channel);
     if (what == "code" && stem == prefix && arfcn) plot.values.push_back({*arfcn, reading.value, true});
   }
-  return Figure(PlotOverChannels(plot), BandTitle(band) + ": codes over ARFCN");
+  return Figure(PlotOverChannels(plot), BandTitle(band) + ": codes over ARFCN (count)");
 }
 
 std::string CompensationPlot(const RunRecord& record, std::string_view band) {
-  ChannelPlot plot{"Compensation", "half dB", {}, {}};
+  ChannelPlot plot{"Compensation", {}, {}};
   std::set<double> limits;
   for (const RecordedReading& reading : record.readings) {
     const auto arfcn = RxChannel(reading.name, "compensation");
@@ -185,7 +200,7 @@ std::string CompensationPlot(const RunRecord& record, std::string_view band) {
     if (reading.high) limits.insert(*reading.high);
   }
   plot.limits.assign(limits.begin(), limits.end());
-  return Figure(PlotOverChannels(plot), BandTitle(band) + ": compensation over ARFCN");
+  return Figure(PlotOverChannels(plot), BandTitle(band) + ": compensation over ARFCN (half dB)");
 }
 
 /// "GSM level 5".

@@ -162,7 +162,7 @@ void Work(const std::vector<std::string>& ids, std::size_t first, std::size_t jo
           const std::string& storeName, RecordsDoors& doors, int output) {
   std::size_t index = first;
   try {
-    const auto store = doors.openStore(storeName, StoreUse::Ask);
+    const auto store = doors.openStore(storeName, StoreAccess::Ask);
     for (; index < ids.size(); index += jobs) Send(output, index, ReplayOne(*store, ids[index], order, doors));
   } catch (const std::exception& fault) {
     for (; index < ids.size(); index += jobs) Send(output, index, {Came::Failed, fault.what()});
@@ -192,7 +192,7 @@ ReplayTally ReplayAll(const std::vector<std::string>& ids, const ReplayOrder& or
   Teller teller(ids, !order.runs.empty(), doors.out);
   const std::size_t count = std::min(static_cast<std::size_t>(order.jobs), ids.size());
   if (count <= 1) {
-    const auto store = doors.openStore(storeName, StoreUse::Ask);
+    const auto store = doors.openStore(storeName, StoreAccess::Ask);
     for (std::size_t i = 0; i < ids.size(); ++i) teller.Take(i, ReplayOne(*store, ids[i], order, doors));
     return teller.Tally();
   }

@@ -75,6 +75,7 @@ std::string TextTable::Text(const Page& page, std::string_view indent) const {
       line += "  ";
       used += widths[i] + 2;
     }
+    line.erase(line.find_last_not_of(' ') + 1);
     return line + "\n";
   };
   std::string text = lineOf(

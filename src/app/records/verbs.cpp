@@ -29,7 +29,7 @@ class Verbs {
   Verbs(std::string storeName, RecordsDoors& doors) : storeName_(std::move(storeName)), doors_(doors) {}
 
   int operator()(const ListOrder& order) {
-    const auto runs = Store(StoreUse::Ask).List(order.query);
+    const auto runs = Store(StoreAccess::Ask).List(order.query);
     if (order.json) {
       auto array = nlohmann::ordered_json::array();
       for (const RunSummary& run : runs) array.push_back(RunJson(run.identity, run.end));
@@ -43,14 +43,14 @@ class Verbs {
   }
 
   int operator()(const ShowOrder& order) {
-    RecordStore& store = Store(StoreUse::Ask);
+    RecordStore& store = Store(StoreAccess::Ask);
     const RunRecord record = Loaded(store, IdOf(store, order.run));
     doors_.show(order.json ? JsonText(RecordJson(record)) : ShowText(record, doors_.page));
     return 0;
   }
 
   int operator()(const ExportOrder& order) {
-    RecordStore& store = Store(StoreUse::Ask);
+    RecordStore& store = Store(StoreAccess::Ask);
     std::vector<RunRecord> records;
     for (const std::string& id : IdsOf(store, order.runs)) records.push_back(Loaded(store, id));
     const ExportForm& form = *ExportFormOf(order.to);
@@ -60,7 +60,7 @@ class Verbs {
   }
 
   int operator()(const ImportOrder& order) {
-    RecordStore& store = Store(StoreUse::Fill);
+    RecordStore& store = Store(StoreAccess::Fill);
     std::size_t taken = 0;
     std::size_t known = 0;
     int status = 0;
@@ -78,7 +78,7 @@ class Verbs {
   }
 
   int operator()(const ReplayOrder& order) {
-    RecordStore& store = Store(StoreUse::Ask);
+    RecordStore& store = Store(StoreAccess::Ask);
     const auto ids = order.runs.empty() ? AllIds(store) : IdsOf(store, order.runs);
     // Each job has a connection of its own.
     store_.reset();
@@ -91,7 +91,7 @@ class Verbs {
   }
 
   int operator()(const VerifyOrder& order) {
-    RecordStore& store = Store(StoreUse::Ask);
+    RecordStore& store = Store(StoreAccess::Ask);
     const auto ids = order.runs.empty() ? AllIds(store) : IdsOf(store, order.runs);
     std::size_t damaged = 0;
     for (const std::string& id : ids) {
@@ -105,7 +105,7 @@ class Verbs {
   }
 
   int operator()(const PruneOrder& order) {
-    const PruneResult result = Store(StoreUse::Ask).Prune(order);
+    const PruneResult result = Store(StoreAccess::Ask).Prune(order);
     doors_.out << (order.keepRecords ? Counted(result.traces, "trace") : Counted(result.records, "record"))
                << " taken out." << std::endl;
     return 0;
@@ -130,7 +130,7 @@ class Verbs {
   }
 
  private:
-  RecordStore& Store(StoreUse use) {
+  RecordStore& Store(StoreAccess use) {
     store_ = doors_.openStore(storeName_, use);
     return *store_;
   }
