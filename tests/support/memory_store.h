@@ -12,7 +12,7 @@ namespace orvane::test {
 /// A store of nothing but memory, by the letter of its interface.
 class MemoryStore final : public RecordStore {
  public:
-  /// What `Check` says of a run.
+  /// What `Check` says of a run, and of no id what `CheckStore` says.
   std::map<std::string, std::vector<std::string>> faults;
   /// The next thing that is asked of it fails so, once.
   std::optional<std::string> failsNext;
@@ -87,6 +87,11 @@ class MemoryStore final : public RecordStore {
   std::vector<std::string> Check(std::string_view id) override {
     FailIfAsked();
     return faults[std::string(id)];
+  }
+
+  std::vector<std::string> CheckStore() override {
+    FailIfAsked();
+    return faults[""];
   }
 
  private:

@@ -15,8 +15,10 @@
 namespace orvane {
 
 enum class StoreAccess {
-  /// One that is not there is a fault.
+  /// It is only read, and has to be there.
   Ask,
+  /// It has to be there.
+  Change,
   /// One that is not there is made.
   Fill,
 };

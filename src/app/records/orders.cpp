@@ -1,6 +1,7 @@
 #include "app/records/orders.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <thread>
@@ -98,7 +99,9 @@ class Grammar {
         ->check(CLI::IsMember({"PASS", "FAIL", "NONE"}));
     AddTime(verb, "--since", list_.query.since, "Only runs that began then or later (UTC)");
     AddTime(verb, "--until", list_.query.until, "Only runs that began before (UTC)");
-    verb.add_option("--limit", list_.query.limit, "So many at the most")->type_name("N");
+    verb.add_option("--limit", list_.query.limit, "So many at the most")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
     AddFlag(verb, "--json", list_.json, "For programs: one array, the columns of the table run by name");
   }
 
@@ -178,6 +181,17 @@ class Grammar {
   std::vector<std::pair<CLI::App*, std::function<void(RecordsOrder&)>>> verbs_;
 };
 
+/// A line without a verb is a fault that the parser would tell without the word that stands in a verb's place.
+std::string FaultText(const CLI::App& app, const CLI::ParseError& fault) {
+  if (!app.get_subcommands().empty()) return fault.what();
+  const auto words = app.remaining();
+  const auto word = std::find_if(words.begin(), words.end(), [](const auto& each) { return !each.starts_with('-'); });
+  if (word != words.end()) return "there is no verb \"" + *word + "\"; --help lists them";
+  return words.empty() && dynamic_cast<const CLI::RequiredError*>(&fault) != nullptr
+             ? "a verb is missing; --help lists them"
+             : fault.what();
+}
+
 }  // namespace
 
 std::variant<RecordsOrder, NoOrder> ParseRecordsOrder(int argc, const char* const* argv,
@@ -198,7 +212,7 @@ std::variant<RecordsOrder, NoOrder> ParseRecordsOrder(int argc, const char* cons
   } catch (const CLI::CallForVersion& version) {
     return NoOrder{0, std::string(version.what()) + "\n"};
   } catch (const CLI::ParseError& fault) {
-    return NoOrder{kBadOptions, "orvane-records: " + Harmless(fault.what())};
+    return NoOrder{kBadOptions, "orvane-records: " + Harmless(FaultText(app, fault))};
   }
 }
 

@@ -84,15 +84,19 @@ Json RunJson(const RunIdentity& run, const std::optional<RunEnd>& end) {
             {"operator", TextOrNull(run.operatorName)},
             {"began", UtcText(run.beganMs)}};
   const auto ofEnd = [&](const char* name, auto valueOf) { json[name] = end ? Json(valueOf(*end)) : Json(); };
+  // Nobody counted what an abandoned run did.
+  const auto counted = [&](const char* name, auto number) {
+    json[name] = end && (end->ending != Ending::Abandoned || (*end).*number != 0) ? Json((*end).*number) : Json();
+  };
   ofEnd("ended", [](const RunEnd& each) { return UtcText(each.endedMs); });
-  ofEnd("seconds", [](const RunEnd& each) { return each.seconds; });
+  counted("seconds", &RunEnd::seconds);
   ofEnd("verdict", [](const RunEnd& each) { return each.verdict; });
   ofEnd("complete", [](const RunEnd& each) { return each.complete ? 1 : 0; });
   ofEnd("ending", [](const RunEnd& each) { return EndingText(each.ending); });
   ofEnd("reason", [](const RunEnd& each) { return TextOrNull(each.reason); });
-  ofEnd("commands", [](const RunEnd& each) { return each.commands; });
-  ofEnd("bytes_out", [](const RunEnd& each) { return each.bytesOut; });
-  ofEnd("bytes_in", [](const RunEnd& each) { return each.bytesIn; });
+  counted("commands", &RunEnd::commands);
+  counted("bytes_out", &RunEnd::bytesOut);
+  counted("bytes_in", &RunEnd::bytesIn);
   return json;
 }
 

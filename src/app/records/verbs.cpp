@@ -94,6 +94,9 @@ class Verbs {
     RecordStore& store = Store(StoreAccess::Ask);
     const auto ids = order.runs.empty() ? AllIds(store) : IdsOf(store, order.runs);
     std::size_t damaged = 0;
+    std::vector<std::string> ofNoRun;
+    if (order.runs.empty()) ofNoRun = store.CheckStore();
+    for (const std::string& fault : ofNoRun) doors_.out << Harmless(fault) << "\n";
     for (const std::string& id : ids) {
       const auto faults = FaultsOf(store, id);
       for (const std::string& fault : faults) doors_.out << id << ": " << Harmless(fault) << "\n";
@@ -101,11 +104,11 @@ class Verbs {
     }
     doors_.out << Counted(ids.size(), "run") << ", " << (damaged == 0 ? "none" : std::to_string(damaged))
                << " damaged." << std::endl;
-    return damaged == 0 ? 0 : kAnswerIsNo;
+    return damaged == 0 && ofNoRun.empty() ? 0 : kAnswerIsNo;
   }
 
   int operator()(const PruneOrder& order) {
-    const PruneResult result = Store(StoreAccess::Ask).Prune(order);
+    const PruneResult result = Store(StoreAccess::Change).Prune(order);
     doors_.out << (order.keepRecords ? Counted(result.traces, "trace") : Counted(result.records, "record"))
                << " taken out." << std::endl;
     return 0;
