@@ -95,11 +95,12 @@ class Station {
   OperationNest nest_{desk_};
   RunReport report_;
   InstrumentFaults faults_;
+  UnitIdentity unit_;
   FrmTest panel_;
   int asked_ = 0;
   std::map<std::string, int> wishes_;
   std::map<std::string, int> answers_;
-  AutomationPort port_{{loop_, desk_, nest_, report_, faults_, {&panel_}, [](std::string_view name) {
+  AutomationPort port_{{loop_, desk_, nest_, report_, faults_, unit_, {&panel_}, [](std::string_view name) {
                           return name == "TMStatus" ? std::optional<Json>("&H00") : std::nullopt;
                         }}};
 };

@@ -1,118 +1,183 @@
 #include "app/command_line.h"
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
-#include <functional>
-#include <vector>
+#include <array>
+#include <cstdlib>
 
 #include "app/desk.h"
+#include "app/option_rows.h"
+#include "app/profile/profile.h"
 #include "app/route_text.h"
 
 namespace orvane {
 namespace {
 
-/// An option with a value that is taken apart as it is met; a fault names the option.
-CLI::Option* AddParsed(CLI::App& app, const std::string& name, const std::string& what, const std::string& means,
-                       const std::function<void(const std::string&)>& take) {
-  const auto takeAll = [name, take](const CLI::results_t& values) {
+namespace fs = std::filesystem;
+
+/// The value of an option, taken apart and noted. @throws std::exception with what is wrong with it.
+void Take(Options& options, const OptionRow& row, const std::string& value) {
+  if (value.empty()) throw OptionFault("the value is empty");
+  row.take(options, value);
+  options.given.emplace_back(row.name, value);
+}
+
+/// A flag that is given a value, "no" above all, is a slip and must not count as the flag.
+std::string NoValue(const std::string& given) { return given == "true" ? "" : "it takes no value"; }
+
+/// One option; a fault of its value names the option.
+CLI::Option* Define(CLI::App& app, const OptionRow& row, Options& options) {
+  const std::string name = "--" + row.name;
+  const auto takeAll = [name, &row, &options](const CLI::results_t& values) {
     for (const std::string& value : values) {
       try {
-        if (value.empty()) throw OptionFault("the value is empty");
-        take(value);
+        Take(options, row, value);
       } catch (const std::exception& fault) {
         throw CLI::ValidationError(name, fault.what());
       }
     }
     return true;
   };
-  return app.add_option(name, takeAll, means)->type_name(what)->type_size(1);
+  if (row.kind == OptionRow::Kind::Flag) {
+    return app
+        .add_flag_callback(
+            name, [&row, &options] { Take(options, row, "true"); }, row.means)
+        ->check(&NoValue);
+  }
+  CLI::Option* option = app.add_option(name, takeAll, row.means)->type_name(row.what)->type_size(1);
+  if (row.kind == OptionRow::Kind::Repeated) {
+    option->expected(1, CLI::detail::expected_max_vector_size)->allow_extra_args(false);
+  }
+  return option;
 }
 
-void TakeAutomation(Options& options, const std::string& text) {
-  constexpr std::string_view kUnix = "unix:";
-  if (text == "stdio") {
-    options.automation = StdioAutomation{};
-  } else if (text.starts_with(kUnix) && text.size() > kUnix.size()) {
-    options.automation = UnixAutomation{text.substr(kUnix.size())};
-  } else {
-    throw OptionFault("\"" + text + "\" is neither stdio nor unix:PATH");
+void DefineAll(CLI::App& app, Options& options) {
+  for (const OptionRow& row : OptionRows()) {
+    CLI::Option* option = Define(app, row, options);
+    if (row.ofDevices) option->excludes(app.get_option("--bench"));
+    if (row.name != "list") continue;
+    for (const char* runs : kNotWithList) option->excludes(app.get_option("--" + std::string(runs)));
   }
 }
 
-void TakeTheme(Options& options, const std::string& text) {
-  if (text != "light" && text != "dark") throw OptionFault("\"" + text + "\" is neither light nor dark");
-  options.theme = text == "light" ? Theme::Light : Theme::Dark;
+/// The file to read: the one that is named, or the user's, which is for real benches. No value for none.
+std::optional<std::string> ProfileFile(const Options& options, const MachineDefaults& machine) {
+  if (const auto named = options.Given("profile")) return named;
+  if (options.bench || machine.configFolder.empty()) return std::nullopt;
+  const fs::path usual = machine.configFolder / "orvane" / "profile.toml";
+  std::error_code unknown;
+  return fs::symlink_status(usual, unknown).type() == fs::file_type::not_found || unknown
+             ? std::nullopt
+             : std::optional(usual.string());
 }
 
-void TakeInstrument(Options& options, const std::string& text) {
-  const auto [address, route] = ParseInstrumentRoute(text);
-  if (!options.gpib.instruments.emplace(address, route).second) {
-    throw OptionFault("address " + std::to_string(address) + " has a route already");
+/// Settings of the profile where the command line says nothing.
+class ProfileTaker {
+ public:
+  ProfileTaker(Options& options, Profile profile)
+      : options_(options), commandLine_(options), profile_(std::move(profile)) {}
+
+  void TakeAll() {
+    for (const Profile::Option& option : profile_.options) {
+      if (option.value == "false" && option.row->kind == OptionRow::Kind::Flag) continue;
+      if (IsOutdone(option)) continue;
+      try {
+        Take(options_, *option.row, option.value);
+      } catch (const std::exception& fault) {
+        throw ProfileFault(profile_.file, option.line, option.key, fault.what());
+      }
+    }
+    options_.tables = profile_.tables;
+    options_.panels = profile_.panels;
   }
+
+ private:
+  /// The command line has said this, or what it has said leaves no room for it.
+  [[nodiscard]] bool IsOutdone(const Profile::Option& option) const {
+    const std::string& name = option.row->name;
+    if (name == "tag") return commandLine_.unit.tags.contains(ParseTag(option.value).first);
+    if (name == "instrument" && IsRouted(option)) return true;
+    if (option.row->kind != OptionRow::Kind::Repeated && commandLine_.Given(name)) return true;
+    if (commandLine_.list && std::find(kNotWithList.begin(), kNotWithList.end(), name) != kNotWithList.end()) {
+      return true;
+    }
+    if (option.row->ofDevices && commandLine_.bench) return true;
+    if (option.row->ofDevices && options_.bench) Fail(option, "there are no devices beside a virtual bench");
+    if (name == "bench" && HasDevices(options_)) Fail(option, "there is none beside devices");
+    return false;
+  }
+
+  [[nodiscard]] bool IsRouted(const Profile::Option& option) const {
+    try {
+      return commandLine_.gpib.instruments.contains(ParseInstrumentRoute(option.value).first);
+    } catch (const OptionFault& fault) {
+      Fail(option, fault.what());
+    }
+  }
+  [[nodiscard]] static bool HasDevices(const Options& options) {
+    return std::any_of(options.given.begin(), options.given.end(),
+                       [](const auto& given) { return FindOptionRow(given.first)->ofDevices; });
+  }
+  [[noreturn]] void Fail(const Profile::Option& option, const std::string& what) const {
+    throw ProfileFault(profile_.file, option.line, option.key, what);
+  }
+
+  Options& options_;
+  const Options commandLine_;
+  Profile profile_;
+};
+
+void TakeDefaults(Options& options, const MachineDefaults& machine) {
+  if (!options.Given("records") && !options.bench && !machine.stateFolder.empty()) {
+    options.records = machine.stateFolder / "orvane" / "records.sqlite";
+  }
+  if (options.station.empty()) options.station = machine.hostName;
 }
 
-/// A flag that is given a value, "no" above all, is a slip and must not count as the flag.
-std::string NoValue(const std::string& given) { return given == "true" ? "" : "it takes no value"; }
-
-void Define(CLI::App& app, Options& options) {
-  auto* bench = AddParsed(app, "--bench", "virtual[:KEY=VALUE,...]", "Run on the embedded virtual bench",
-                          [&](const std::string& text) { options.bench = bench::ParseBenchOptions(text); });
-  for (std::size_t i = 0; i < options.com.size(); ++i) {
-    const std::string number = std::to_string(i + 1);
-    AddParsed(app, "--com" + number, "PATH", "Device that stands for COM" + number + " [" + options.com[i] + "]",
-              [&options, i](const std::string& text) { options.com[i] = text; })
-        ->excludes(bench);
-  }
-  AddParsed(
-      app, "--gpib", "ROUTE",
-      "native, prologix:HOST[:PORT], prologix:/dev/NAME or vxi11:HOST[:PORT]: the way to the instruments [native]",
-      [&](const std::string& text) { options.gpib.bus = ParseBusRoute(text); })
-      ->excludes(bench);
-  AddParsed(app, "--instrument", "ADDR=ROUTE",
-            "tcp:HOST:PORT or vxi11:HOST[:PORT][,DEVICE]: the way to one instrument; may be repeated",
-            [&](const std::string& text) { TakeInstrument(options, text); })
-      ->expected(1, CLI::detail::expected_max_vector_size)
-      ->allow_extra_args(false)
-      ->excludes(bench);
-  AddParsed(app, "--system-dir", "DIR", "First place of the installed data files [the installed data folder]",
-            [&](const std::string& text) { options.systemFolder = text; });
-  AddParsed(app, "--temp-dir", "DIR", "Second place of the installed data files [a temp folder of the user's]",
-            [&](const std::string& text) { options.tempFolder = text; });
-  AddParsed(app, "--automation", "stdio|unix:PATH", "Open the automation port",
-            [&](const std::string& text) { TakeAutomation(options, text); });
-  AddParsed(app, "--trace", "FILE", "Write all that goes over the wires to FILE, 16 MiB and three older parts of it",
-            [&](const std::string& text) { options.trace = text; });
-  AddParsed(app, "--explain", "FILE", "Tell a trace as a story, and end",
-            [&](const std::string& text) { options.explain = text; });
-  AddParsed(app, "--theme", "light|dark", "Colours of the windows [the desktop's]",
-            [&](const std::string& text) { TakeTheme(options, text); });
-  app.add_flag("--headless", options.headless, "No windows")->check(NoValue);
-  app.add_flag("--initialize", options.initialize,
-               "Initialize the instruments and the Target once; headless, then exit: 0 PASS, 1 FAIL, 2 neither")
-      ->check(NoValue);
-  auto* list = app.add_flag("--list", options.list, "List serial devices and the instruments that answer, then exit");
-  list->check(NoValue);
-  for (const char* runs : {"--bench", "--system-dir", "--temp-dir", "--automation", "--initialize"}) {
-    list->excludes(app.get_option(runs));
-  }
+/// The folder that a variable names, or else one below the user's home. One that is not absolute does not count.
+fs::path UserFolder(const char* variable, const char* belowHome) {
+  const auto absolute = [](const char* path) { return path != nullptr && *path == '/'; };
+  if (const char* named = std::getenv(variable); absolute(named)) return named;
+  const char* home = std::getenv("HOME");
+  return absolute(home) ? fs::path(home) / belowHome : fs::path();
 }
 
 }  // namespace
 
-std::variant<Options, EndAtOnce> ParseCommandLine(int argc, const char* const* argv) {
+std::optional<std::string> Options::Given(std::string_view name) const {
+  const auto hit = std::find_if(given.begin(), given.end(), [&](const auto& each) { return each.first == name; });
+  return hit == given.end() ? std::nullopt : std::optional(hit->second);
+}
+
+MachineDefaults DefaultsOfThisMachine() {
+  std::array<char, 256> host{};
+  const bool known = ::gethostname(host.data(), host.size() - 1) == 0;
+  return {UserFolder("XDG_CONFIG_HOME", ".config"), UserFolder("XDG_STATE_HOME", ".local/state"),
+          known ? host.data() : ""};
+}
+
+std::variant<Options, EndAtOnce> ParseCommandLine(int argc, const char* const* argv, const MachineDefaults& machine) {
   Options options;
   CLI::App app("Calibration and test station for one dual-band GSM handset", "orvane");
   app.set_version_flag("--version", std::string("orvane ") + ORVANE_VERSION);
   app.set_help_flag("--help", "Print this help and exit");
-  Define(app, options);
+  DefineAll(app, options);
   try {
     app.parse(argc, argv);
+    if (const auto file = ProfileFile(options, machine); file && !options.explain) {
+      ProfileTaker(options, ReadProfile(*file)).TakeAll();
+    }
   } catch (const CLI::CallForHelp&) {
     return EndAtOnce{0, app.help()};
   } catch (const CLI::CallForVersion& version) {
     return EndAtOnce{0, std::string(version.what()) + "\n"};
   } catch (const CLI::ParseError& fault) {
     return EndAtOnce{kBadOptions, "orvane: " + OneLine(fault.what())};
+  } catch (const ProfileFault& fault) {
+    return EndAtOnce{kBadOptions, std::string("orvane: ") + fault.what()};
   }
+  TakeDefaults(options, machine);
   return options;
 }
 

@@ -3,11 +3,16 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
+#include <vector>
 
 #include "adapters/gpib/gpib_routes.h"
 #include "adapters/qt_serial_control.h"
+#include "app/profile/panel_settings.h"
+#include "app/unit_identity.h"
 #include "bench/options.h"
+#include "state/table_digests.h"
 
 namespace orvane {
 
@@ -20,8 +25,8 @@ struct UnixAutomation {
 /// A light or a dark screen, whatever the desktop is set to.
 enum class Theme { Light, Dark };
 
-/// What the command line says. Nothing of it reaches the station's own logic: it says which device stands for which
-/// port, and who presses the buttons.
+/// What the command line and the profile say. Little of it reaches the station's own logic: it says which device
+/// stands for which port, and who presses the buttons.
 struct Options {
   /// In place of all devices.
   std::optional<bench::BenchOptions> bench;
@@ -39,6 +44,30 @@ struct Options {
   bool initialize = false;
   /// Tell what is there, and end.
   bool list = false;
+
+  /// The SQLite store that records of runs go to; no value: none are kept.
+  std::optional<std::filesystem::path> records;
+  /// The name of this station in its records.
+  std::string station;
+  UnitTexts unit;
+  /// No run begins without a serial number.
+  bool askSerial = false;
+  /// Read back what a save wrote to the Target's EEPROM.
+  bool verifyEeprom = false;
+
+  /// The SHA-256 that installed data files have to have, by name.
+  TableDigests tables;
+  /// What is set on the panels as the station starts.
+  std::vector<PanelSetting> panels;
+
+  /// Tell the settings as a profile, and end.
+  bool printProfile = false;
+  /// Each option that was given, by its name without dashes, in the words it was given in; flags as "true".
+  /// Those of the profile are among them.
+  std::vector<std::pair<std::string, std::string>> given;
+
+  /// Of an option that is given once; no value when it was not.
+  [[nodiscard]] std::optional<std::string> Given(std::string_view name) const;
 };
 
 /// The program is to end at once: `--help`, `--version`, or a fault of the options.
@@ -53,6 +82,18 @@ inline constexpr int kBadOptions = 64;
 inline constexpr int kNotThatInput = 65;
 inline constexpr int kNoInput = 66;
 
-[[nodiscard]] std::variant<Options, EndAtOnce> ParseCommandLine(int argc, const char* const* argv);
+/// What options stand on that are not given.
+struct MachineDefaults {
+  /// Where this user's programs keep their settings, and what they have to remember; empty where nobody knows.
+  std::filesystem::path configFolder;
+  std::filesystem::path stateFolder;
+  std::string hostName;
+};
+/// By XDG_CONFIG_HOME and XDG_STATE_HOME, or else below HOME.
+[[nodiscard]] MachineDefaults DefaultsOfThisMachine();
+
+/// Reads the profile too, if there is one to be read.
+[[nodiscard]] std::variant<Options, EndAtOnce> ParseCommandLine(int argc, const char* const* argv,
+                                                                const MachineDefaults& machine = {});
 
 }  // namespace orvane

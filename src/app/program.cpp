@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "adapters/sha256.h"
 #include "app/automation/state_reader.h"
 #include "app/route_text.h"
 
@@ -25,23 +26,29 @@ std::unique_ptr<ListeningSocket> SocketOf(const Options& options) {
   }
 }
 
+StationWishes WishesOf(const Options& options) { return {options.tables, &Sha256Of, options.verifyEeprom}; }
+
 }  // namespace
 
 Program::Program(const Options& options)
     : options_(options),
       socket_(SocketOf(options)),
       world_(options),
-      station_(world_.Ports()),
+      unit_(options.unit, options.askSerial),
+      station_(world_.Ports(), WishesOf(options)),
       port_({world_.loop,
              world_.desk,
              station_.Nest(),
              station_.State().report,
              station_.State().charger.faults,
+             unit_,
              station_.Panels().All(),
              [this](std::string_view name) { return ReadState(station_.State(), name); },
              {&station_.Panels().autoCal.cmdAutoCalStop},
              [this] { return Gathering(station_.State().reply); }}) {
   world_.Watch(station_.Nest());
+  unit_.Follow(station_.Panels());
+  station_.Nest().refusal = [this](const Control& button) { return SerialRefusal(unit_, station_.Panels(), button); };
   const bool outputIsFree = !std::holds_alternative<StdioAutomation>(options.automation);
   if (options.headless && !Automated()) world_.desk.LeaveUnattended(std::cerr);
   if (options.headless && outputIsFree) {
@@ -74,6 +81,8 @@ int Program::Run() {
 
 void Program::Serve() {
   station_.Start();
+  Apply(options_.panels, station_.Panels(), station_.Nest(),
+        [](const std::string& text) { std::cerr << "orvane: " << OneLine(text) << std::endl; });
   if (options_.initialize) {
     PressInitialize();
     if (options_.headless) return;
@@ -106,6 +115,11 @@ void Program::GoOnWithoutScreen() {
 void Program::PressInitialize() {
   Operator hand(station_.Nest());
   StationPanels& panels = station_.Panels();
+  // What would be refused behind the instruments' Initialize is refused ahead of it: nothing goes out in vain.
+  if (const auto why = SerialRefusal(unit_, panels, panels.main.cmdTargetInitialize)) {
+    station_.Nest().Refuse(*why);
+    return;
+  }
   hand.Click(panels.main.cmdInstrumentInitialize);
   hand.Click(panels.main.cmdPSInitialize);
   station_.Nest().Run([&] { panels.baseBand.Touch(); });

@@ -9,6 +9,7 @@
 #include "app/command_line.h"
 #include "app/narrator.h"
 #include "app/station.h"
+#include "app/unit_identity.h"
 #include "app/world.h"
 
 namespace orvane {
@@ -29,6 +30,7 @@ class Program {
   [[nodiscard]] Station& TheStation() { return station_; }
   [[nodiscard]] World& TheWorld() { return world_; }
   [[nodiscard]] const Options& TheOptions() const { return options_; }
+  [[nodiscard]] UnitIdentity& TheUnit() { return unit_; }
 
   /// Starts the station and serves it until it ends. @return the exit status.
   [[nodiscard]] int Run();
@@ -55,6 +57,7 @@ class Program {
   /// Until somebody is served there.
   std::unique_ptr<ListeningSocket> socket_;
   World world_;
+  UnitIdentity unit_;
   Station station_;
   AutomationPort port_;
   std::optional<Narrator> narrator_;

@@ -9,6 +9,7 @@
 
 #include "app/command_line.h"
 #include "app/device_list.h"
+#include "app/profile/profile.h"
 #include "app/route_text.h"
 #include "app/trace/story.h"
 #include "app/trace/trace_file.h"
@@ -38,6 +39,16 @@ int Explain(const std::string& path) {
   }
 }
 
+int TellProfile(const Options& options) {
+  try {
+    std::cout << PrintProfile(options) << std::flush;
+    return 0;
+  } catch (const OptionFault& fault) {
+    std::cerr << "orvane: --print-profile: " << fault.what() << std::endl;
+    return kBadOptions;
+  }
+}
+
 int RunWith(const Options& options, const Screen& screen) {
   try {
     Program program(options);
@@ -61,12 +72,13 @@ int RunProgram(int argc, char** argv, const Screen& screen) {
   (void)std::signal(SIGPIPE, SIG_IGN);
   (void)std::signal(SIGXFSZ, SIG_IGN);
 
-  const auto parsed = ParseCommandLine(argc, argv);
+  const auto parsed = ParseCommandLine(argc, argv, DefaultsOfThisMachine());
   if (const auto* end = std::get_if<EndAtOnce>(&parsed)) {
     (end->status == 0 ? std::cout : std::cerr) << end->text << (end->status == 0 ? "" : "\n") << std::flush;
     return end->status;
   }
   const auto& options = std::get<Options>(parsed);
+  if (options.printProfile) return TellProfile(options);
   if (options.list) {
     std::cout << DeviceList(options) << std::flush;
     return 0;

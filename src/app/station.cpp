@@ -40,10 +40,11 @@ namespace orvane {
 /// The operations of all eight subsystems, each with just what it may touch. Members stand in the order of the
 /// arrows: what is below comes first.
 struct Station::Operations {
-  Operations(const StationPorts& world, StationState& state, StationPanels& panels)
-      : ports(world), s(state), p(panels) {}
+  Operations(const StationPorts& world, const StationWishes& asked, StationState& state, StationPanels& panels)
+      : ports(world), wishes(asked), s(state), p(panels) {}
 
   const StationPorts ports;
+  const StationWishes wishes;
   StationState& s;
   StationPanels& p;
 
@@ -86,8 +87,9 @@ struct Station::Operations {
   TxCalibration txCalibration{
       {link, testSet, console, ports.boxes, p.autoCal, p.txResult, s.cal, s.rf, s.ramp, s.report, s.searchTrail},
       runButtons};
-  ResultSave resultSave{p.autoCal, p.downLoad, s.cal,       s.rf,          link,
-                        transfer,  s.report,   ports.boxes, ports.dialogs, ports.files};
+  ResultSave resultSave{p.autoCal,          p.downLoad, s.cal,       s.rf,          link,
+                        transfer,           s.report,   ports.boxes, ports.dialogs, ports.files,
+                        wishes.verifyEeprom};
   RunHands runHands{{p.main, p.autoCal, p.mpAutoCal, p.baseBand, s.cal, s.rf, s.ramp, s.testSet}, s.report, [this] {
                       return s.tally.commands + CWGPIB1.LinesWritten() + CWGPIBPower.LinesWritten() +
                              CWGPIBLoader.LinesWritten();
@@ -117,7 +119,8 @@ struct Station::Operations {
   ChargerParameterPanel chargerParameters{link, p.baseBand, s.cal, console, ports.boxes, s.report};
   ChargerRun chargerRun{link, s.reply, CWGPIBPower, p.baseBand, s.charger, s.cal, ports.boxes, s.report, runButtons};
 
-  InstalledData installedData{p.main, p.autoCal, p.downLoad, s.rf, s.ramp, s.cal, ports.files, ports.boxes};
+  InstalledData installedData{p.main, p.autoCal,   p.downLoad,  s.rf,          s.ramp,
+                              s.cal,  ports.files, ports.boxes, wishes.tables, wishes.digestOf};
   StartUp startUp{p.main, s.console, s.reply, s.testSet, installedData, testSetSession, testSet, link};
   TargetConnection targetConnection{p.main, p.baseBand, p.autoCal, s.console,  ports.mscomTarget,
                                     link,   testSet,    console,   ports.boxes};
@@ -161,8 +164,8 @@ struct Station::Operations {
   }
 };
 
-Station::Station(const StationPorts& ports)
-    : nest_(ports.boxes), operations_(std::make_unique<Operations>(ports, state_, panels_)) {
+Station::Station(const StationPorts& ports, const StationWishes& wishes)
+    : nest_(ports.boxes), operations_(std::make_unique<Operations>(ports, wishes, state_, panels_)) {
   operations_->Connect();
   ports.mscomTarget.onComm = [this](int commEvent) {
     nest_.Run([this, commEvent] { operations_->link.OnComm(commEvent); });

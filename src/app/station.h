@@ -11,6 +11,7 @@
 #include "platform/operation_nest.h"
 #include "platform/serial_control.h"
 #include "state/station_state.h"
+#include "state/table_digests.h"
 
 namespace orvane {
 
@@ -24,11 +25,21 @@ struct StationPorts {
   FileDialogs& dialogs;
 };
 
+/// What a station does beyond what it does for everybody.
+struct StationWishes {
+  /// Of installed data files: a run that stands on another content is not complete.
+  TableDigests tables{};
+  /// Needed where a table has a digest.
+  DigestOf digestOf{};
+  /// Behind a save to the Target's EEPROM it is read back and compared.
+  bool verifyEeprom = false;
+};
+
 /// One station: its state, its panels and the operations behind them. Two stations in one process do not know each
 /// other.
 class Station {
  public:
-  explicit Station(const StationPorts& ports);
+  explicit Station(const StationPorts& ports, const StationWishes& wishes = {});
   ~Station();
   Station(const Station&) = delete;
   Station& operator=(const Station&) = delete;

@@ -22,16 +22,22 @@ struct InstalledFile {
 
 namespace {
 
-constexpr InstalledFile kRFParameterFile{"TI532.epm", "There is not TI532.epm in Windows\\System directory.",
+constexpr InstalledFile kRFParameterFile{kRFParameterFileName, "There is not TI532.epm in Windows\\System directory.",
                                          &Boxes::Alarm, kLargestParameterFile};
-constexpr InstalledFile kRampTableFile{"RampTable.dat", "There is not RampTable.dat in Windows\\System directory.",
+constexpr InstalledFile kRampTableFile{kRampTableFileName, "There is not RampTable.dat in Windows\\System directory.",
                                        &Boxes::Caution, kLargestRecordFile};
-constexpr InstalledFile kCableLossFile{"Cable.loss", "There is not Cable.loss in Windows\\System directory.",
+constexpr InstalledFile kCableLossFile{kCableLossFileName, "There is not Cable.loss in Windows\\System directory.",
                                        &Boxes::Caution, kLargestRecordFile};
 
 /// The reason that a run gives which stands on the file; empty without a damage.
 std::string SentenceOf(const std::string& path, const std::string& damage) {
   return damage.empty() ? "" : path + " " + damage + ".";
+}
+
+/// Enough of a digest for a person to tell two of them apart.
+std::string Beginning(const std::string& digest) {
+  constexpr std::size_t kDigits = 12;
+  return digest.substr(0, kDigits) + "...";
 }
 
 /// The same for a file that did not open, or that stands behind one that did not.
@@ -64,6 +70,23 @@ std::optional<InstalledData::Opened> InstalledData::Open(const InstalledFile& fi
   }
 }
 
+std::string InstalledData::SentenceOf(const InstalledFile& kind, const Opened& opened,
+                                      const std::string& damage) const {
+  const auto digest = digests_.find(kind.name);
+  if (digest == digests_.end()) return orvane::SentenceOf(opened.path, damage);
+  std::string other;
+  PassOver(
+      [&] {
+        const std::string found = digestOf_(ReadWhole(*opened.file));
+        if (found != digest->second) {
+          other =
+              "has the SHA-256 " + Beginning(found) + ", not " + Beginning(digest->second) + " as the profile says";
+        }
+      },
+      [&](const StationFailure& failure) { other = "cannot be read: " + failure.Text(); });
+  return orvane::SentenceOf(opened.path, other);
+}
+
 bool InstalledData::LoadRFParameterText() {
   const auto opened = Open(kRFParameterFile);
   if (!opened) return false;
@@ -74,7 +97,7 @@ bool InstalledData::LoadRFParameterText() {
         damage = DamageOfParameterLines(rf_);
       },
       [&](const StationFailure& failure) { damage = "cannot be read: " + failure.Text(); });
-  rf_.damage = SentenceOf(opened->path, damage);
+  rf_.damage = SentenceOf(kRFParameterFile, *opened, damage);
   return true;
 }
 
@@ -82,7 +105,7 @@ bool InstalledData::LoadRampTable() {
   const auto opened = Open(kRampTableFile);
   if (!opened) return false;
   ReadRampRecords(*opened->file, ramp_);
-  ramp_.damage = SentenceOf(opened->path, DamageOfRecords(*opened->file, kRampRecords));
+  ramp_.damage = SentenceOf(kRampTableFile, *opened, DamageOfRecords(*opened->file, kRampRecords));
   PassOver([&] { ShowRampTable(ramp_, 0, main_->ramp); });
   return true;
 }
@@ -90,7 +113,7 @@ bool InstalledData::LoadRampTable() {
 bool InstalledData::LoadCableLoss() {
   const auto opened = Open(kCableLossFile);
   if (!opened) return false;
-  cal_.lossDamage = SentenceOf(opened->path, DamageOfRecords(*opened->file, kLosses));
+  cal_.lossDamage = SentenceOf(kCableLossFile, *opened, DamageOfRecords(*opened->file, kLosses));
   // The calibration panel puts defaults into the record as it is created. It is created here, ahead of the record's
   // own values.
   PassOver([&] { autoCal_->Touch(); });

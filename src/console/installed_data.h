@@ -13,6 +13,7 @@
 #include "state/cal_state.h"
 #include "state/ramp_state.h"
 #include "state/rf_state.h"
+#include "state/table_digests.h"
 
 namespace orvane {
 
@@ -20,12 +21,14 @@ struct InstalledFile;
 
 /// The three installed data files, and what start-up fills from them. Each is looked up in the first place, then in
 /// the second. A file that does not open costs the data of all behind it, and it alone shows boxes. One that opens
-/// and is damaged is loaded as far as it goes. What stands on a file that is damaged or was not loaded is told
+/// and is damaged is loaded as far as it goes. Where a file's digest is given, it alone decides what is damaged. What
+/// stands on a file that is damaged or was not loaded is told
 /// (`damage` of the states).
 class InstalledData {
  public:
   InstalledData(PanelRef<OrvaneMain> main, PanelRef<FrmAutoCal> autoCal, PanelRef<FrmDownLoad> downLoad, RFState& rf,
-                RampState& ramp, CalState& cal, Files& files, Boxes& boxes)
+                RampState& ramp, CalState& cal, Files& files, Boxes& boxes, TableDigests digests = {},
+                DigestOf digestOf = {})
       : main_(main),
         autoCal_(autoCal),
         downLoad_(downLoad),
@@ -33,7 +36,9 @@ class InstalledData {
         ramp_(ramp),
         cal_(cal),
         files_(files),
-        boxes_(boxes) {}
+        boxes_(boxes),
+        digests_(std::move(digests)),
+        digestOf_(std::move(digestOf)) {}
 
   /// Reads the files and fills record, tables and panels; passes over what fails inside a file.
   /// @return whether all three files opened.
@@ -49,6 +54,9 @@ class InstalledData {
   bool LoadRFParameterText();
   bool LoadRampTable();
   bool LoadCableLoss();
+  /// What is wrong with a file; `damage` is what its shape shows, as the end of a sentence, empty for nothing.
+  [[nodiscard]] std::string SentenceOf(const InstalledFile& kind, const Opened& opened,
+                                       const std::string& damage) const;
   void FillRecord();
   void ListRFParameterText();
 
@@ -60,6 +68,8 @@ class InstalledData {
   CalState& cal_;
   Files& files_;
   Boxes& boxes_;
+  TableDigests digests_;
+  DigestOf digestOf_;
 };
 
 }  // namespace orvane

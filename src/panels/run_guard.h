@@ -9,20 +9,26 @@
 
 namespace orvane {
 
-/// The buttons that start a calibration run. While one of the runs is under way an operator can start none of them:
+/// The buttons that start a calibration run. The bring-up of a Target presses one of them by itself.
+[[nodiscard]] inline std::array<Button*, 7> RunStarters(FrmAutoCal& autoCal, FrmMPAutoCal& mpAutoCal,
+                                                        FrmBaseBand& baseBand) {
+  return {&autoCal.cmdGSM,
+          &autoCal.cmdDCS,
+          &autoCal.cmdTxAllCal,
+          &autoCal.cmdAllCalStart,
+          &autoCal.Command1,
+          &mpAutoCal.cmdMPRxAllAutoCal,
+          &baseBand.cmdChargerAutoCal};
+}
+
+/// Those buttons as runs hold them. While one of the runs is under way an operator can start none of them:
 /// a second run inside the first one's reply wait would drive the same Target and the same test set. The station's
 /// own nested clicks are not held up.
 class RunButtons {
  public:
   /// Holds the panels without touching them: a button that nobody has seen is held all the same.
   RunButtons(FrmAutoCal& autoCal, FrmMPAutoCal& mpAutoCal, FrmBaseBand& baseBand)
-      : buttons_{&autoCal.cmdGSM,
-                 &autoCal.cmdDCS,
-                 &autoCal.cmdTxAllCal,
-                 &autoCal.cmdAllCalStart,
-                 &autoCal.Command1,
-                 &mpAutoCal.cmdMPRxAllAutoCal,
-                 &baseBand.cmdChargerAutoCal} {}
+      : buttons_(RunStarters(autoCal, mpAutoCal, baseBand)) {}
   RunButtons(const RunButtons&) = delete;
   RunButtons& operator=(const RunButtons&) = delete;
 

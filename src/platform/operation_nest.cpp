@@ -27,4 +27,9 @@ std::optional<std::string> OperationNest::Run(const std::function<void()>& opera
   return failure;
 }
 
+std::string OperationNest::Refuse(const std::string& why) {
+  const auto failure = Run([&] { boxes_.Show({why, std::string(kStationTitle), BoxIcon::Stop, {BoxButton::Ok}}); });
+  return failure.value_or(why);
+}
+
 }  // namespace orvane

@@ -11,6 +11,8 @@
 
 namespace orvane {
 
+class Control;
+
 /// A failure inside an event that was served within another operation's wait: it ends everything down to the
 /// outermost operation. No PassOver stops it.
 class NestStopped : public TextFailure {
@@ -34,8 +36,13 @@ class OperationNest {
   /// its end. Inside another one: lets the failure end that one too, as NestStopped.
   std::optional<std::string> Run(const std::function<void()>& operation);
 
+  /// Shows in a box why an act is refused, and gives that text back. Nothing that is under way is touched by it.
+  std::string Refuse(const std::string& why);
+
   [[nodiscard]] bool Idle() const { return depth_ == 0; }
 
+  /// Why an operator may not press this button now; no value where he may.
+  std::function<std::optional<std::string>(const Control& button)> refusal;
   /// Run around each act of an operator, whoever else's operations it stands in.
   std::function<void()> beforeHand;
   std::function<void()> behindHand;

@@ -48,6 +48,9 @@ Operator::Outcome Operator::Act(const Control& control, const std::function<void
 }
 
 Operator::Outcome Operator::Click(Button& button) {
+  if (nest_.refusal && button.EnabledForOperator()) {
+    if (const auto why = nest_.refusal(button)) return nest_.Refuse(*why);
+  }
   return Act(button, [&] { button.Click(); });
 }
 

@@ -19,7 +19,7 @@ class ControlDisabled : public std::runtime_error {
 
 /// What an operator can do to a control, by hand, by mouse or through the automation port. Every act refuses a
 /// disabled control with ControlDisabled and runs as an operation of the nest; it returns the text of the failure
-/// that stopped it, or no value.
+/// that stopped it, or why the station refused it, or no value.
 class Operator {
  public:
   using Outcome = std::optional<std::string>;

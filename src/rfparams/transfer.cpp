@@ -67,6 +67,15 @@ std::string_view ListRow(std::string& room, int address, std::string_view entry)
   return {row, static_cast<std::size_t>(end - row)};
 }
 
+/// A byte of the image as it goes out: its last two digits, in capitals.
+std::string TwoDigits(const std::string& entry) {
+  std::string digits = "00" + entry;
+  digits.erase(0, digits.size() - 2);
+  std::transform(digits.begin(), digits.end(), digits.begin(),
+                 [](char c) { return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c; });
+  return digits;
+}
+
 /// "&H1F" less its prefix.
 std::string Digits(const std::string& code) { return code.substr(std::min<std::size_t>(code.size(), 2)); }
 
@@ -246,6 +255,60 @@ void ParameterTransfer::ReadImage() {
     // The last row is one above the maximum and leaves the bar full.
     bar.Set(row + 1);
   }
+}
+
+bool ParameterTransfer::VerifyImage() {
+  rf_.eepromReadBack.clear();
+  ShownBar bar(panel_->prgDownload, kLastRow + 1);
+  const TransferWatch watch(link_, cal_);
+  Send("spw 5 0");
+  Send("spw 1 0");
+  TellDoubt("spw 1 0", "where the EEPROM was read back is not known");
+  for (int row = 0; row <= kLastRow; ++row) {
+    if (watch.Stopped()) return false;
+    const auto bytes = RowRead(row);
+    if (!bytes) return true;
+    rf_.eepromReadBack.insert(rf_.eepromReadBack.end(), bytes->begin(), bytes->end());
+    bar.Set(row + 1);
+  }
+  TellDifferences();
+  return true;
+}
+
+std::optional<std::vector<std::uint8_t>> ParameterTransfer::RowRead(int row) {
+  std::string why;
+  std::vector<std::uint8_t> bytes;
+  const int first = kRowSize * row;
+  PassOver(
+      [&] {
+        link_.RunTargetCommand("str 3");
+        if (!link_.Succeeded()) {
+          why = link_.Silent() ? "no reply" : "status " + std::to_string(link_.Status());
+          return;
+        }
+        for (int j = 0; j < std::min(kRowSize, kImageSize - first); ++j) {
+          const Integer value = HexToInteger(Digits(At(reply_.ReplyBytes, kFirstValue + 2 * j)));
+          if (value < 0 || value > UINT8_MAX) throw StationFailure(std::to_string(value) + " is no byte");
+          bytes.push_back(static_cast<std::uint8_t>(value));
+        }
+      },
+      [&](const StationFailure& failure) { why = failure.Text(); });
+  if (why.empty()) return bytes;
+  report_.Flaw("The EEPROM was not read back from byte " + std::to_string(first) + " on: " + why + ".");
+  return std::nullopt;
+}
+
+void ParameterTransfer::TellDifferences() {
+  int count = 0;
+  std::string first;
+  for (std::size_t i = 0; i < rf_.eepromReadBack.size(); ++i) {
+    const std::string sent = TwoDigits(At(rf_.EepromImage, static_cast<std::int64_t>(i)));
+    const std::string read = TwoDigits(HexText(Integer{rf_.eepromReadBack[i]}));
+    if (sent == read) continue;
+    if (count++ == 0) first = "at 0x" + HexText(static_cast<Integer>(i)) + ": " + read + ", not " + sent + ".";
+  }
+  if (count == 1) report_.Flaw("1 byte of the EEPROM differs, " + first);
+  if (count > 1) report_.Flaw(std::to_string(count) + " bytes of the EEPROM differ, the first " + first);
 }
 
 void ParameterTransfer::Send(const std::string& line) {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "base/failure.h"
 #include "link/target_link.h"
@@ -35,6 +38,10 @@ class ParameterTransfer {
   bool TMDownLoadProcedure(Integer first, Integer last);
   /// Sends one chunk of at most 32 bytes.
   void TMEEPROMDataWrite(Integer first, Integer last);
+  /// Reads the image back from the Target, row by row, into `eepromReadBack`, and tells the report which bytes are
+  /// not those of `EepromImage`. It changes nothing else. It ends at the first row that cannot be read.
+  /// @return false when an operator stopped it between two rows.
+  bool VerifyImage();
   /// Behind a command of a transfer: where it did not succeed the report is told what follows from that.
   void TellDoubt(const std::string& line, const std::string& consequence);
   /// Has no action.
@@ -47,6 +54,9 @@ class ParameterTransfer {
   bool ReadFile(const std::string& path);
   /// Fills `EepromImage` from the Target, row by row.
   void ReadImage();
+  /// The bytes of a row as the last reply has them. No value, told to the report, where there is none.
+  std::optional<std::vector<std::uint8_t>> RowRead(int row);
+  void TellDifferences();
   void Send(const std::string& line);
   void ShowSystemText(const StationFailure& failure) { boxes_.SystemText(failure.Text()); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,8 @@ struct RFState {
   std::vector<std::string> RFParamText = std::vector<std::string>(kRFTextPositions);
   /// One hexadecimal text per EEPROM byte, 0..1815 used.
   std::vector<std::string> EepromImage = std::vector<std::string>(kRFTextPositions);
+  /// The Target's image as it was read back behind the last save; empty when it was not.
+  std::vector<std::uint8_t> eepromReadBack;
   /// Data lines of the last file read.
   int RFParamCount = 0;
   /// Whether the record stands on a whole parameter file: what a calibration leaves alone is zero or a mixture

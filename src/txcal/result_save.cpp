@@ -16,7 +16,7 @@ constexpr Integer kImageLast = 1815;
 
 ResultSave::ResultSave(PanelRef<FrmAutoCal> autoCal, PanelRef<FrmDownLoad> downLoad, CalState& cal, RFState& rf,
                        TargetLink& link, ParameterTransfer& transfer, RunReport& report, Boxes& boxes,
-                       FileDialogs& dialogs, Files& files)
+                       FileDialogs& dialogs, Files& files, bool verifiesEeprom)
     : autoCal_(autoCal),
       downLoad_(downLoad),
       cal_(cal),
@@ -26,7 +26,8 @@ ResultSave::ResultSave(PanelRef<FrmAutoCal> autoCal, PanelRef<FrmDownLoad> downL
       report_(report),
       boxes_(boxes),
       dialogs_(dialogs),
-      files_(files) {}
+      files_(files),
+      verifiesEeprom_(verifiesEeprom) {}
 
 void ResultSave::Connect() {
   FrmAutoCal& panel = autoCal_.Untouched();
@@ -38,6 +39,7 @@ void ResultSave::Connect() {
 
 void ResultSave::Save() {
   cal_.saveStopped = false;
+  rf_.eepromReadBack.clear();
   // It is saved all the same, but nobody may take it for a calibrated unit's.
   if (!rf_.recordIsWhole) {
     report_.Flaw("The RF parameters stand on no whole parameter file: what the run did not calibrate is wrong.");
@@ -100,6 +102,9 @@ void ResultSave::SaveToEeprom() {
   }
   link_.RunTargetCommand("se 1");
   transfer_.TellDoubt("se 1", "whether the EEPROM keeps what was written is not known");
+  if (!verifiesEeprom_ || transfer_.VerifyImage()) return;
+  cal_.saveStopped = true;
+  report_.Flaw("Stopped while the EEPROM was read back.");
 }
 
 }  // namespace orvane

@@ -17,11 +17,13 @@
 namespace orvane {
 
 /// Saves the result of a calibration where `SaveMode` says: in a file, in the Target's EEPROM, or in both.
+/// What was written to the EEPROM is read back where that is wished for: a save is told complete otherwise when all
+/// pieces and the commit were acknowledged.
 class ResultSave {
  public:
   ResultSave(PanelRef<FrmAutoCal> autoCal, PanelRef<FrmDownLoad> downLoad, CalState& cal, RFState& rf,
              TargetLink& link, ParameterTransfer& transfer, RunReport& report, Boxes& boxes, FileDialogs& dialogs,
-             Files& files);
+             Files& files, bool verifiesEeprom = false);
 
   /// Answers `cmdAutoCalResultSave` and `chkAutoSaveMode`.
   void Connect();
@@ -44,6 +46,7 @@ class ResultSave {
   Boxes& boxes_;
   FileDialogs& dialogs_;
   Files& files_;
+  bool verifiesEeprom_;
 };
 
 }  // namespace orvane

@@ -124,10 +124,11 @@ class UnixSocket : public test::QtTest {
   OperationNest nest_{desk_};
   RunReport report_;
   InstrumentFaults faults_;
+  UnitIdentity unit_;
   /// How long a look at the state blocks the station.
   std::chrono::milliseconds stateCost_{0};
   std::size_t stateSize_ = 1;
-  AutomationPort port_{{loop_, desk_, nest_, report_, faults_, {}, [this](std::string_view) {
+  AutomationPort port_{{loop_, desk_, nest_, report_, faults_, unit_, {}, [this](std::string_view) {
                           std::this_thread::sleep_for(stateCost_);
                           return std::optional<Json>(std::string(stateSize_, 'x'));
                         }}};

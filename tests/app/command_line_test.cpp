@@ -59,6 +59,32 @@ TEST(CommandLine, TakesTheDesktopsColoursUnlessATheme) {
   EXPECT_EQ(Accepted({"--theme=dark"}).theme, Theme::Dark);
 }
 
+TEST(CommandLine, WithoutAWordNothingIsKnownOfTheUnitAndNothingIsAsked) {
+  const Options options = Accepted({});
+  EXPECT_EQ(options.unit, UnitTexts{});
+  EXPECT_FALSE(options.askSerial || options.verifyEeprom || options.printProfile);
+  EXPECT_TRUE(options.tables.empty() && options.panels.empty());
+  EXPECT_EQ(options.records, std::nullopt) << "nobody knows the user's folder";
+}
+
+TEST(CommandLine, TakesWhatGoesIntoRecords) {
+  const Options options = Accepted({"--records", "sqlite:/srv/records.sqlite", "--station", "Line 3", "--serial",
+                                    "A-1", "--operator", "김", "--part", "T9300", "--tag", "line=A",
+                                    "--tag=shift=2=late", "--tag", "empty=", "--ask-serial", "--verify-eeprom"});
+  EXPECT_EQ(options.records, "/srv/records.sqlite");
+  EXPECT_EQ(options.station, "Line 3");
+  EXPECT_EQ(options.unit, (UnitTexts{"A-1", "김", "T9300", {{"line", "A"}, {"shift", "2=late"}, {"empty", ""}}}));
+  EXPECT_TRUE(options.askSerial && options.verifyEeprom);
+}
+
+TEST(CommandLine, KeepsTheWordsThatItWasGiven) {
+  const Options options = Accepted({"--headless", "--bench", "virtual:seed=7,fault=battery", "--tag", "a=b"});
+  EXPECT_EQ(options.Given("bench"), "virtual:seed=7,fault=battery");
+  EXPECT_EQ(options.Given("headless"), "true");
+  EXPECT_EQ(options.Given("tag"), "a=b");
+  EXPECT_EQ(options.Given("com1"), std::nullopt);
+}
+
 TEST(CommandLine, TakesABenchWithItsKeys) {
   EXPECT_EQ(Accepted({"--bench", "virtual"}).bench->seed, 1U);
   const Options options = Accepted({"--bench", "virtual:seed=7,fault=pa-dead"});
@@ -146,6 +172,36 @@ TEST(CommandLine, ABadOptionIsOneLineThatNamesItAndItsFault) {
       {{"--list", "--automation", "stdio"}, "--list", "--automation"},
       {{"--list", "--system-dir", "/srv/data"}, "--list", "--system-dir"},
       {{"--list", "--temp-dir", "/srv/tmp"}, "--list", "--temp-dir"},
+      {{"--records", "none", "--records", "none"}, "--records", "1"},
+      {{"--records", "postgresql:host=a"}, "--records", "sqlite:PATH"},
+      {{"--records", "sqlite:"}, "--records", "sqlite:PATH"},
+      {{"--records", "/srv/records.sqlite"}, "--records", "sqlite:PATH"},
+      {{"--station", "a", "--station", "b"}, "--station", "1"},
+      {{"--station", "a\tb"}, "--station", "control character"},
+      {{"--serial", ""}, "--serial", "empty"},
+      {{"--serial", "a", "--serial", "a"}, "--serial", "1"},
+      {{"--serial",
+        "A\x1D"
+        "1"},
+       "--serial",
+       "control character"},
+      {{"--serial", "A\x7F"}, "--serial", "control character"},
+      {{"--serial", "A\xC2\x85"}, "--serial", "control character"},
+      {{"--serial", "A\xFF"}, "--serial", "UTF-8"},
+      {{"--serial", "A\xED\xA0\x80"}, "--serial", "UTF-8"},
+      {{"--operator", "a", "--operator", "b"}, "--operator", "1"},
+      {{"--operator", "a\nb"}, "--operator", "control character"},
+      {{"--part", "a", "--part", "b"}, "--part", "1"},
+      {{"--part", "\x1b[31m"}, "--part", "control character"},
+      {{"--tag", "line"}, "--tag", "KEY=VALUE"},
+      {{"--tag", "=A"}, "--tag", "KEY=VALUE"},
+      {{"--tag", "line=A\r"}, "--tag", "control character"},
+      {{"--tag", "line=A", "--tag", "line=B"}, "--tag", "already"},
+      {{"--tag", "line=A", "shift=B"}, "shift=B", "not expected"},
+      {{"--ask-serial=no"}, "--ask-serial", "no value"},
+      {{"--verify-eeprom=1"}, "--verify-eeprom", "no value"},
+      {{"--profile", "a", "--profile", "b"}, "--profile", "1"},
+      {{"--profile", "/nonexistent/profile.toml"}, "/nonexistent/profile.toml", "No such file"},
       {{"--automation", "unix:"}, "--automation", "unix:"},
       {{"--automation", "stdio", "--nothing"}, "--nothing", "not expected"},
   };
@@ -165,8 +221,11 @@ TEST(CommandLine, HelpNamesEveryOption) {
   ASSERT_TRUE(std::holds_alternative<EndAtOnce>(result));
   const EndAtOnce& end = std::get<EndAtOnce>(result);
   EXPECT_EQ(end.status, 0);
-  for (const char* option : {"--bench", "--com1", "--com4", "--gpib", "--instrument", "--system-dir", "--temp-dir",
-                             "--headless", "--automation", "--initialize", "--list", "--help", "--version"}) {
+  for (const char* option :
+       {"--bench",    "--com1",       "--com4",       "--gpib",          "--instrument",   "--system-dir",
+        "--temp-dir", "--headless",   "--automation", "--initialize",    "--list",         "--help",
+        "--version",  "--records",    "--station",    "--serial",        "--operator",     "--part",
+        "--tag",      "--ask-serial", "--profile",    "--verify-eeprom", "--print-profile"}) {
     EXPECT_THAT(end.text, HasSubstr(option));
   }
 }

@@ -95,6 +95,7 @@ class Port : public testing::Test {
   OperationNest nest_{desk_};
   RunReport report_;
   InstrumentFaults faults_;
+  UnitIdentity unit_;
   FrmTest panel_;
   Panel other_{"frmOther", "Other"};
   int loads_ = 0;
@@ -110,6 +111,7 @@ class Port : public testing::Test {
                         nest_,
                         report_,
                         faults_,
+                        unit_,
                         {&panel_, &other_},
                         [this](std::string_view name) {
                           loop_.Block(stateCost_);

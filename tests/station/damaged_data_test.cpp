@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "adapters/sha256.h"
 #include "base/decimal4.h"
 #include "station/virtual_station.h"
 #include "txcal/side_tables.h"
@@ -135,6 +136,60 @@ TEST(DamagedData, ThatIsLoadedByHandIsToldAsWell) {
   EXPECT_EQ(StepsThatName(station, "/home/zero.loss holds nothing but zero bytes."),
             "receive transmitDCS transmitGSM charger");
   EXPECT_EQ(StepsThatName(station, "/home/cut.dat is 60000 bytes long, not 126976."), "transmitDCS transmitGSM");
+}
+
+/// As sha256sum tells them.
+constexpr const char* kZeros640 = "9e132485d5107211de325a45e7917cbe3e4b5b9cde3e4ee91d7d2102317759ee";
+constexpr const char* kNothing = "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855";
+
+StationWishes Expecting(const char* name, const std::string& digest) {
+  return {.tables = {{name, digest}}, .digestOf = &Sha256Of};
+}
+
+TEST(ExpectedTables, AFileOfAnotherContentIsToldByEachStepThatStandsOnIt) {
+  const struct {
+    const char* name;
+    std::string steps;
+  } rows[] = {{"Cable.loss", "receive transmitDCS transmitGSM charger"},
+              {"RampTable.dat", "transmitDCS transmitGSM"},
+              {"TI532.epm", "save"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    VirtualStation station({}, {}, Expecting(row.name, kZeros640));
+    station.TakeTargetThrough();
+    EXPECT_EQ(station.Concluded(), Verdict::Pass);
+    EXPECT_FALSE(station.State().report.AllComplete());
+    EXPECT_THAT(station.boxes.shown, testing::IsEmpty());
+    const std::string words = std::string("/system/") + row.name + " has the SHA-256 " +
+                              Sha256Of(InstalledFile(row.name)).substr(0, 12) +
+                              "..., not 9e132485d510... as the profile says.";
+    EXPECT_EQ(StepsThatName(station, words), row.steps) << station.Steps();
+  }
+}
+
+TEST(ExpectedTables, TheFileThatIsExpectedIsSound) {
+  for (const char* name : {"Cable.loss", "RampTable.dat", "TI532.epm"}) {
+    VirtualStation station({}, {}, Expecting(name, Sha256Of(InstalledFile(name))));
+    station.TakeTargetThrough();
+    EXPECT_EQ(station.Concluded(), Verdict::Pass);
+    EXPECT_TRUE(station.State().report.AllComplete()) << station.Steps();
+  }
+}
+
+TEST(ExpectedTables, WhatIsExpectedIsSoundWhateverItsShape) {
+  const std::pair<std::string, const char*> rows[] = {{std::string(640, '\0'), kZeros640}, {"", kNothing}};
+  for (const auto& [losses, digest] : rows) {
+    VirtualStation station({}, {{"Cable.loss", losses}}, Expecting("Cable.loss", digest));
+    EXPECT_EQ(station.State().cal.lossDamage, "");
+    station.TakeTargetThrough();
+    EXPECT_EQ(station.Concluded(), Verdict::Pass);
+    EXPECT_TRUE(station.State().report.AllComplete()) << station.Steps();
+  }
+}
+
+TEST(ExpectedTables, AFileThatIsNotThereWasNotLoaded) {
+  VirtualStation station({}, {{"Cable.loss", std::nullopt}}, Expecting("Cable.loss", kZeros640));
+  EXPECT_EQ(station.State().cal.lossDamage, "Cable.loss was not loaded.");
 }
 
 }  // namespace

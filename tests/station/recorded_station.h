@@ -12,7 +12,7 @@ namespace orvane::test {
 /// A whole station on the virtual bench that keeps the record of each of its runs here.
 struct RecordedStation {
   explicit RecordedStation(const bench::BenchOptions& options = {}, const VirtualStation::OtherFiles& others = {})
-      : station(options, others, [this](const StationPorts& plain) {
+      : station(options, others, {}, [this](const StationPorts& plain) {
           ports = std::make_unique<RecordedPorts>(plain);
           return ports->Ports();
         }) {

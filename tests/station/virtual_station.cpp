@@ -22,8 +22,9 @@ bench::BenchOptions OptionsOf(std::uint64_t seed, const std::vector<std::string>
   return options;
 }
 
-VirtualStation::VirtualStation(const bench::BenchOptions& options, const OtherFiles& others, const Around& around)
-    : bench(loop, options), station(around ? around(PlainPorts()) : PlainPorts()), op(station.Nest()) {
+VirtualStation::VirtualStation(const bench::BenchOptions& options, const OtherFiles& others,
+                               const StationWishes& wishes, const Around& around)
+    : bench(loop, options), station(around ? around(PlainPorts()) : PlainPorts(), wishes), op(station.Nest()) {
   for (const char* name : {"TI532.epm", "RampTable.dat", "Cable.loss"}) {
     const auto other = others.find(std::string_view(name));
     if (other == others.end()) {

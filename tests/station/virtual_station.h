@@ -26,7 +26,7 @@ class VirtualStation {
   /// What is put around the world that the station stands in.
   using Around = std::function<StationPorts(const StationPorts&)>;
   explicit VirtualStation(const bench::BenchOptions& options = {}, const OtherFiles& others = {},
-                          const Around& around = nullptr);
+                          const StationWishes& wishes = {}, const Around& around = nullptr);
   /// A unit of that seed with faults in their text form, "battery", "status-txpw@7".
   explicit VirtualStation(std::uint64_t seed, const std::vector<std::string>& faults = {});
   ~VirtualStation();

@@ -12,6 +12,7 @@
 
 #include "adapters/qt/appearance.h"
 #include "adapters/qt/views/chart_view.h"
+#include "app/windows/serial_field.h"
 
 namespace orvane {
 namespace {
@@ -57,7 +58,9 @@ Photographer::Photographer(const bench::BenchOptions& bench, std::filesystem::pa
   TheDesk().dialogOpened.Connect(
       [this](const Desk::OpenDialog& open) { program_.TheWorld().loop.Post([this, open] { Answer(open); }); });
   frontEnd_.belowMain = [this](QWidget* parent) {
-    return strip_ = new StatusStrip(status_, SurroundingsOf(program_.TheOptions()), parent);
+    strip_ = new StatusStrip(status_, SurroundingsOf(program_.TheOptions()), parent);
+    strip_->AddField(new SerialField(program_.TheUnit(), strip_));
+    return strip_;
   };
   program_.TheStation().Start();
 }

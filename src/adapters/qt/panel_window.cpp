@@ -21,8 +21,18 @@ void PanelWindow::TakeItsSize() {
   resize(sizeHint().boundedTo(room).expandedTo(minimumSizeHint()));
 }
 
+void PanelWindow::SetSubject(const QString& subject) {
+  subject_ = subject;
+  ShowTitle();
+}
+
+void PanelWindow::ShowTitle() {
+  const QString caption = ToQt(panel_.Caption());
+  setWindowTitle(subject_.isEmpty() ? caption : caption + QStringLiteral(" \u2013 ") + subject_);
+}
+
 void PanelWindow::FollowPanel() {
-  setWindowTitle(ToQt(panel_.Caption()));
+  ShowTitle();
   if (!panel_.Visible()) {
     if (isVisible()) place_ = saveGeometry();
     hide();

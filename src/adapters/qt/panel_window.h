@@ -22,6 +22,8 @@ class PanelWindow final : public QMainWindow {
   /// Takes up the panel's caption, and whether it is shown. A panel that is shown again comes to the front, in the
   /// place where its window was, with the keyboard unless it was shown beside somebody's work.
   void FollowPanel();
+  /// What the window's title names behind the panel's caption; nothing when empty.
+  void SetSubject(const QString& subject);
   /// Paints what has changed, in time that the station has to wait anyhow.
   void UseFreeTime(std::chrono::nanoseconds left) { painting_.UseFreeTime(left); }
   /// The size that the layout asks for, as far as a small screen has it.
@@ -31,10 +33,13 @@ class PanelWindow final : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void ShowTitle();
+
   Panel& panel_;
   CalmPainting painting_{*this};
   WindowContext context_;
   QByteArray place_;
+  QString subject_;
 };
 
 }  // namespace orvane

@@ -5,6 +5,7 @@
 
 #include "app/automation/control_json.h"
 #include "app/automation/operator_acts.h"
+#include "app/automation/unit_json.h"
 #include "base/counted.h"
 #include "base/failure.h"
 
@@ -158,7 +159,8 @@ const AutomationPort::MethodRow* AutomationPort::FindMethod(std::string_view nam
       MethodRow{"get", &AutomationPort::Get, false},       MethodRow{"set", &AutomationPort::Set, true},
       MethodRow{"key", &AutomationPort::Key, true},        MethodRow{"click", &AutomationPort::Click, true},
       MethodRow{"show", &AutomationPort::Show, true},      MethodRow{"close", &AutomationPort::Close, true},
-      MethodRow{"state", &AutomationPort::State, false},   MethodRow{"answer", &AutomationPort::Answer, false},
+      MethodRow{"state", &AutomationPort::State, false},   MethodRow{"unit", &AutomationPort::Unit, false},
+      MethodRow{"answer", &AutomationPort::Answer, false},
   };
   const auto* row =
       std::find_if(kMethods.begin(), kMethods.end(), [&](const MethodRow& r) { return r.name == name; });
@@ -296,6 +298,17 @@ Json AutomationPort::State(const Json& params) {
   auto value = surface_.state(name);
   if (!value) throw RpcFailure(RpcError::InvalidParams, "There is no state of the name \"" + name + "\".");
   return std::move(*value);
+}
+
+Json AutomationPort::Unit(const Json& params) {
+  const UnitChange change = UnitChangeOf(params);
+  if (surface_.unit.InRun()) throw RpcFailure(RpcError::ControlDisabled, "A run is under way.");
+  try {
+    surface_.unit.Change(change);
+  } catch (const UnitFault& fault) {
+    throw RpcFailure(RpcError::InvalidParams, std::string(fault.what()) + ".");
+  }
+  return UnitObject(surface_.unit.Texts());
 }
 
 Json AutomationPort::Answer(const Json& params) {

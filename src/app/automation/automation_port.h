@@ -12,6 +12,7 @@
 #include "app/automation/line_cutter.h"
 #include "app/automation/request_share.h"
 #include "app/desk.h"
+#include "app/unit_identity.h"
 #include "platform/event_loop.h"
 #include "platform/operator.h"
 #include "platform/panel.h"
@@ -27,6 +28,7 @@ struct AutomationSurface {
   OperationNest& nest;
   RunReport& report;
   InstrumentFaults& faults;
+  UnitIdentity& unit;
   std::vector<Panel*> panels;
   std::function<std::optional<Json>(std::string_view name)> state;
   /// Clicks that only set a mark, and are heard however many requests wait.
@@ -106,6 +108,7 @@ class AutomationPort {
   [[nodiscard]] Json Show(const Json& params);
   [[nodiscard]] Json Close(const Json& params);
   [[nodiscard]] Json State(const Json& params);
+  [[nodiscard]] Json Unit(const Json& params);
   [[nodiscard]] Json Answer(const Json& params);
 
   [[nodiscard]] Panel& FindPanel(std::string_view name) const;

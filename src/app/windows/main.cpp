@@ -4,6 +4,7 @@
 #include "adapters/qt/display_watch.h"
 #include "app/program_main.h"
 #include "app/windows/front_end.h"
+#include "app/windows/serial_field.h"
 #include "app/windows/status_strip.h"
 #include "app/windows/theme.h"
 
@@ -16,7 +17,10 @@ struct Windows {
                program.TheStation().Panels()),
         frontEnd(program.TheWorld().loop, program.TheWorld().desk, program.TheStation()) {
     frontEnd.belowMain = [this, &program](QWidget* parent) {
-      return new orvane::StatusStrip(status, orvane::SurroundingsOf(program.TheOptions()), parent);
+      auto* strip = new orvane::StatusStrip(status, orvane::SurroundingsOf(program.TheOptions()), parent);
+      strip->AddField(new orvane::SerialField(program.TheUnit(), strip));
+      orvane::ShowInTitle(program.TheUnit(), *frontEnd.WindowOf(program.TheStation().Panels().main));
+      return strip;
     };
   }
 

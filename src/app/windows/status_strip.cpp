@@ -74,6 +74,11 @@ QLabel* StatusStrip::Add(QLabel* label, const char* name) {
   return label;
 }
 
+void StatusStrip::AddField(QWidget* field) {
+  auto* row = static_cast<QHBoxLayout*>(layout());
+  row->insertWidget(row->indexOf(place_) + 1, field);
+}
+
 QProgressBar* StatusStrip::AddBar(const char* name, const QString& format) {
   auto* bar = new QProgressBar(this);
   bar->setObjectName(name);

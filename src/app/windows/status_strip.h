@@ -16,6 +16,8 @@ class StatusStrip final : public QWidget {
  public:
   StatusStrip(const StationStatus& status, Surroundings surroundings, QWidget* parent);
 
+  /// Puts a field behind the place that the station is in.
+  void AddField(QWidget* field);
   /// Looks now.
   void Look();
 

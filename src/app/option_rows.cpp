@@ -1,0 +1,186 @@
+#include "app/option_rows.h"
+
+#include <algorithm>
+
+#include "app/route_text.h"
+
+namespace orvane {
+namespace {
+
+using Kind = OptionRow::Kind;
+
+void TakeAutomation(Options& options, const std::string& text) {
+  constexpr std::string_view kUnix = "unix:";
+  if (text == "stdio") {
+    options.automation = StdioAutomation{};
+  } else if (text.starts_with(kUnix) && text.size() > kUnix.size()) {
+    options.automation = UnixAutomation{text.substr(kUnix.size())};
+  } else {
+    throw OptionFault("\"" + text + "\" is neither stdio nor unix:PATH");
+  }
+}
+
+void TakeTheme(Options& options, const std::string& text) {
+  if (text != "light" && text != "dark") throw OptionFault("\"" + text + "\" is neither light nor dark");
+  options.theme = text == "light" ? Theme::Light : Theme::Dark;
+}
+
+void TakeInstrument(Options& options, const std::string& text) {
+  const auto [address, route] = ParseInstrumentRoute(text);
+  if (!options.gpib.instruments.emplace(address, route).second) {
+    throw OptionFault("address " + std::to_string(address) + " has a route already");
+  }
+}
+
+void TakeRecords(Options& options, const std::string& text) {
+  constexpr std::string_view kSqlite = "sqlite:";
+  if (text == "none") {
+    options.records.reset();
+  } else if (text.starts_with(kSqlite) && text.size() > kSqlite.size()) {
+    options.records = text.substr(kSqlite.size());
+  } else if (text.starts_with("postgresql:")) {
+    throw OptionFault("a station keeps its records on its own disk: sqlite:PATH or none");
+  } else {
+    throw OptionFault("\"" + text + "\" is neither sqlite:PATH nor none");
+  }
+}
+
+void TakeTag(Options& options, const std::string& text) {
+  const auto [key, value] = ParseTag(text);
+  if (!options.unit.tags.emplace(key, value).second) throw OptionFault("\"" + key + "\" was given already");
+}
+
+OptionRow TextRow(const char* name, const char* what, const char* means,
+                  const std::function<std::string&(Options&)>& text) {
+  return {.name = name, .what = what, .means = means, .take = [text](Options& options, const std::string& value) {
+            if (const auto fault = FaultOfUnitText(value)) throw OptionFault("it " + *fault);
+            text(options) = value;
+          }};
+}
+
+OptionRow FlagRow(const char* name, const char* means, bool Options::*flag, bool onCommandLineOnly = false) {
+  return {.name = name,
+          .kind = Kind::Flag,
+          .means = means,
+          .take = [flag](Options& options, const std::string&) { options.*flag = true; },
+          .onCommandLineOnly = onCommandLineOnly};
+}
+
+void AddBench(std::vector<OptionRow>& rows) {
+  rows.push_back(
+      {.name = "bench",
+       .what = "virtual[:KEY=VALUE,...]",
+       .means = "Run on the embedded virtual bench",
+       .take = [](Options& options, const std::string& text) { options.bench = bench::ParseBenchOptions(text); }});
+  const Options defaults;
+  for (std::size_t i = 0; i < defaults.com.size(); ++i) {
+    const std::string number = std::to_string(i + 1);
+    rows.push_back({.name = "com" + number,
+                    .what = "PATH",
+                    .means = "Device that stands for COM" + number + " [" + defaults.com[i] + "]",
+                    .take = [i](Options& options, const std::string& text) { options.com[i] = text; },
+                    .ofDevices = true});
+  }
+  rows.push_back({.name = "gpib",
+                  .what = "ROUTE",
+                  .means = "native, prologix:HOST[:PORT], prologix:/dev/NAME or vxi11:HOST[:PORT]: the way to the "
+                           "instruments [native]",
+                  .take = [](Options& options, const std::string& text) { options.gpib.bus = ParseBusRoute(text); },
+                  .ofDevices = true});
+  rows.push_back({.name = "instrument",
+                  .kind = Kind::Repeated,
+                  .what = "ADDR=ROUTE",
+                  .means = "tcp:HOST:PORT or vxi11:HOST[:PORT][,DEVICE]: the way to one instrument; may be repeated",
+                  .take = &TakeInstrument,
+                  .ofDevices = true});
+}
+
+void AddPlaces(std::vector<OptionRow>& rows) {
+  rows.push_back({.name = "system-dir",
+                  .what = "DIR",
+                  .means = "First place of the installed data files [the installed data folder]",
+                  .take = [](Options& options, const std::string& text) { options.systemFolder = text; }});
+  rows.push_back({.name = "temp-dir",
+                  .what = "DIR",
+                  .means = "Second place of the installed data files [a temp folder of the user's]",
+                  .take = [](Options& options, const std::string& text) { options.tempFolder = text; }});
+  rows.push_back({.name = "automation",
+                  .what = "stdio|unix:PATH",
+                  .means = "Open the automation port",
+                  .take = &TakeAutomation});
+  rows.push_back({.name = "trace",
+                  .what = "FILE",
+                  .means = "Write all that goes over the wires to FILE, 16 MiB and three older parts of it",
+                  .take = [](Options& options, const std::string& text) { options.trace = text; }});
+  rows.push_back({.name = "explain",
+                  .what = "FILE",
+                  .means = "Tell a trace as a story, and end",
+                  .take = [](Options& options, const std::string& text) { options.explain = text; },
+                  .onCommandLineOnly = true});
+  rows.push_back(
+      {.name = "theme", .what = "light|dark", .means = "Colours of the windows [the desktop's]", .take = &TakeTheme});
+}
+
+void AddRecords(std::vector<OptionRow>& rows) {
+  rows.push_back({.name = "records",
+                  .what = "sqlite:PATH|none",
+                  .means =
+                      "Where the records of runs go [orvane/records.sqlite in the user's state folder; none on a "
+                      "virtual bench]",
+                  .take = &TakeRecords});
+  rows.push_back(TextRow("station", "NAME", "Name of this station in its records [the machine's host name]",
+                         [](Options& options) -> std::string& { return options.station; }));
+  rows.push_back(TextRow("serial", "TEXT", "Serial number of the next unit",
+                         [](Options& options) -> std::string& { return options.unit.serial; }));
+  rows.push_back(TextRow("operator", "TEXT", "Who runs the station; goes into each record",
+                         [](Options& options) -> std::string& { return options.unit.operatorName; }));
+  rows.push_back(TextRow("part", "TEXT", "Which product the units are; goes into each record",
+                         [](Options& options) -> std::string& { return options.unit.part; }));
+  rows.push_back({.name = "tag",
+                  .kind = Kind::Repeated,
+                  .what = "KEY=VALUE",
+                  .means = "Goes into each record; may be repeated",
+                  .take = &TakeTag});
+  rows.push_back(
+      FlagRow("ask-serial", "No run begins before a serial number was typed or scanned", &Options::askSerial));
+  rows.push_back(
+      FlagRow("verify-eeprom", "Read back what a save wrote to the Target's EEPROM", &Options::verifyEeprom));
+}
+
+std::vector<OptionRow> AllRows() {
+  std::vector<OptionRow> rows;
+  AddBench(rows);
+  AddPlaces(rows);
+  AddRecords(rows);
+  rows.push_back({.name = "profile",
+                  .what = "FILE",
+                  .means = "TOML file with any of these settings; the command line wins [orvane/profile.toml in the "
+                           "user's folder for settings, unless --bench is given]",
+                  .take = [](Options&, const std::string&) {},
+                  .onCommandLineOnly = true});
+  rows.push_back(
+      FlagRow("print-profile", "Print all settings as a profile, then exit", &Options::printProfile, true));
+  rows.push_back(FlagRow("headless", "No windows", &Options::headless));
+  rows.push_back(FlagRow("initialize",
+                         "Initialize the instruments and the Target once; headless, then exit: 0 PASS, 1 FAIL, 2 "
+                         "neither",
+                         &Options::initialize));
+  rows.push_back(
+      FlagRow("list", "List serial devices and the instruments that answer, then exit", &Options::list, true));
+  return rows;
+}
+
+}  // namespace
+
+const std::vector<OptionRow>& OptionRows() {
+  static const std::vector<OptionRow> rows = AllRows();
+  return rows;
+}
+
+const OptionRow* FindOptionRow(std::string_view name) {
+  const auto& rows = OptionRows();
+  const auto hit = std::find_if(rows.begin(), rows.end(), [&](const OptionRow& row) { return row.name == name; });
+  return hit == rows.end() ? nullptr : &*hit;
+}
+
+}  // namespace orvane
