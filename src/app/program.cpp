@@ -58,7 +58,25 @@ Program::Program(const Options& options)
   station_.State().report.began.Connect([this] { runBegan_ = true; });
   station_.State().charger.faults.told.Connect(
       [](const GpibFault& fault) { std::cerr << "orvane: " << OneLine(fault.text) << std::endl; });
+  KeepRecords();
   OpenAutomation();
+}
+
+void Program::KeepRecords() {
+  if (world_.Recorder() == nullptr) return;
+  records_.emplace(options_, world_.loop, *world_.Recorder(), station_, unit_);
+  records_->onKept = [this](const Kept& kept) { TellKept(kept); };
+}
+
+void Program::TellKept(const Kept& kept) {
+  if (!kept.fault.empty()) {
+    std::cerr << "orvane: --records: " << OneLine(kept.fault)
+              << (kept.run.empty() ? ""
+                  : kept.isKept    ? " The record lies beside the store."
+                                   : " The record is lost.")
+              << std::endl;
+  }
+  if (!kept.run.empty()) port_.TellRecord(kept.isKept ? kept.run : "", kept.fault);
 }
 
 void Program::OpenAutomation() {
@@ -74,6 +92,7 @@ int Program::Run() {
     Serve();
   } catch (const StationEnded&) {
   }
+  if (records_) records_->Finish();
   port_.TellExit();
   if (abandoned_) return runBegan_ ? VerdictStatus() : kNoWindows;
   return options_.headless && options_.initialize ? VerdictStatus() : 0;

@@ -7,6 +7,7 @@
 #include "app/automation/automation_port.h"
 #include "app/automation/automation_transport.h"
 #include "app/command_line.h"
+#include "app/keeping/station_records.h"
 #include "app/narrator.h"
 #include "app/station.h"
 #include "app/unit_identity.h"
@@ -44,6 +45,9 @@ class Program {
   /// input, but behind what is under way; where nobody else answers its boxes, they are answered by themselves.
   void EndBehindWhatIsUnderWay();
   void OpenAutomation();
+  void KeepRecords();
+  /// What became of a record, to everybody who looks on.
+  void TellKept(const Kept& kept);
   void Serve();
   void PressInitialize();
   [[nodiscard]] bool Automated() const { return !std::holds_alternative<NoAutomation>(options_.automation); }
@@ -61,6 +65,7 @@ class Program {
   Station station_;
   AutomationPort port_;
   std::optional<Narrator> narrator_;
+  std::optional<StationRecords> records_;
   std::variant<std::monostate, std::unique_ptr<StdioTransport>, std::unique_ptr<UnixSocketTransport>> transport_;
 };
 

@@ -40,6 +40,7 @@ World::World(const Options& options)
     bench_ = std::make_unique<bench::VirtualBench>(loop, block, *options.bench);
   }
   if (options.trace) traced_.emplace(loop, *options.trace, Serial(), Bus());
+  if (options.records) recorded_.emplace(PlainPorts());
 }
 
 World::TracedWires::TracedWires(EventLoop& loop, const std::string& path, SerialControl& plainLine, GpibBus& plainBus)

@@ -11,6 +11,7 @@
 #include "adapters/qt_serial_control.h"
 #include "app/command_line.h"
 #include "app/desk.h"
+#include "app/recorded_ports.h"
 #include "app/station.h"
 #include "app/trace/traced_bus.h"
 #include "app/trace/traced_serial.h"
@@ -25,7 +26,9 @@ class World {
   /// written.
   explicit World(const Options& options);
 
-  [[nodiscard]] StationPorts Ports() { return {loop, Serial(), Bus(), files_, desk, desk}; }
+  [[nodiscard]] StationPorts Ports() { return recorded_ ? recorded_->Ports() : PlainPorts(); }
+  /// Who gathers the records of the runs; null where none are kept.
+  [[nodiscard]] RunRecorder* Recorder() { return recorded_ ? &recorded_->recorder : nullptr; }
   /// From now on a device that vanishes ends what the station is doing, with a box that says so; and the trace has
   /// every failure that stops an operation.
   void Watch(OperationNest& nest);
@@ -42,6 +45,7 @@ class World {
     TracedBus bus;
   };
 
+  [[nodiscard]] StationPorts PlainPorts() { return {loop, Serial(), Bus(), files_, desk, desk}; }
   [[nodiscard]] SerialControl& Serial();
   [[nodiscard]] GpibBus& Bus();
 
@@ -50,6 +54,7 @@ class World {
   RoutedGpibBus bus_;
   std::unique_ptr<bench::VirtualBench> bench_;
   std::optional<TracedWires> traced_;
+  std::optional<RecordedPorts> recorded_;
 };
 
 }  // namespace orvane

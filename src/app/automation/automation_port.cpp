@@ -233,6 +233,10 @@ void AutomationPort::EndStation() {
   throw StationEnded();
 }
 
+void AutomationPort::TellRecord(const std::string& run, const std::string& fault) {
+  Notify("record", run.empty() ? Json{{"run", nullptr}, {"fault", fault}} : Json{{"run", run}});
+}
+
 void AutomationPort::TellExit() { Notify("exit", Json::object()); }
 
 // Methods.

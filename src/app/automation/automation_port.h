@@ -72,6 +72,8 @@ class AutomationPort {
   /// The client ends the station by leaving. No request did, so none of those on the stack is answered.
   /// @throws StationEnded
   [[noreturn]] void EndStation();
+  /// Where the record of a run is: its id, or nowhere, for that reason.
+  void TellRecord(const std::string& run, const std::string& fault);
   /// The station ends.
   void TellExit();
 

@@ -1,0 +1,121 @@
+#include "app/keeping/station_records.h"
+
+#include <chrono>
+#include <utility>
+
+#include "adapters/disk_files.h"
+#include "adapters/sql/open_store.h"
+#include "adapters/sql/run_writer.h"
+#include "adapters/sql/spool.h"
+#include "base/failure.h"
+#include "records/abandoned_runs.h"
+#include "records/record_bytes.h"
+#include "records/run_id.h"
+
+namespace orvane {
+namespace {
+
+std::int64_t NowMs() {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+}
+
+/// Whatever fails beside a store is a fault of the store to whoever asked for it.
+template <class Act>
+void AsStoreFault(const Act& act) {
+  try {
+    act();
+  } catch (const StationFailure& failure) {
+    throw StoreFault(failure.Text());
+  } catch (const DamagedRecord& damaged) {
+    throw StoreFault(damaged.what());
+  }
+}
+
+DiskFiles Disk() { return {"/nonexistent", "/nonexistent"}; }
+
+}  // namespace
+
+StationRecords::StationRecords(const Options& options, EventLoop& loop, RunRecorder& recorder, Station& station,
+                               const UnitIdentity& unit)
+    : options_(options),
+      loop_(loop),
+      recorder_(recorder),
+      unit_(unit),
+      documents_(station.State(), station.Panels()),
+      keeper_(Ways(), CurrentWriter(), [this](const Kept& kept) { Hear(kept); }) {
+  recorder_.Follow(station.State(), Links());
+  station.Nest().onFailure.emplace_back([this](const std::string& text) { recorder_.Stopped(text); });
+}
+
+StationRecords::~StationRecords() = default;
+
+RecorderLinks StationRecords::Links() {
+  return {[this](RunKind kind) { return IdentityOf(kind); },
+          &NowMs,
+          [this] { return documents_.Before(); },
+          [this] { return documents_.After(); },
+          [this](const RunIdentity& run) { keeper_.Begin(run); },
+          [this](RunRecord record) { keeper_.Finish(std::move(record)); }};
+}
+
+RunIdentity StationRecords::IdentityOf(RunKind kind) {
+  const auto chance = [this] { return (std::uint64_t{chance_()} << 32U) | chance_(); };
+  RunIdentity run;
+  run.beganMs = NowMs();
+  run.id = RunIdOf(run.beganMs, chance(), chance());
+  run.station = options_.station;
+  run.bench = options_.bench ? "virtual" : "real";
+  run.benchSetup = options_.Given("bench").value_or("");
+  run.program = "orvane " ORVANE_VERSION;
+  run.kind = RunKindText(kind);
+  const UnitTexts& texts = unit_.Texts();
+  run.serial = texts.serial;
+  run.part = texts.part;
+  run.operatorName = texts.operatorName;
+  run.tags = texts.tags;
+  return run;
+}
+
+KeeperWays StationRecords::Ways() const {
+  const std::string place = "sqlite:" + options_.records->string();
+  const std::string spool = SpoolFolderOf(place, "");
+  return {[place] { return OpenStore(place); },
+          [spool](const RunRecord& record) {
+            DiskFiles files = Disk();
+            AsStoreFault([&] { KeepInSpool(files, spool, record); });
+          },
+          [spool](RecordStore& store) {
+            DiskFiles files = Disk();
+            AsStoreFault([&] { (void)DrainSpool(store, files, spool); });
+            (void)EndAbandoned(store, &WriterMayLive, NowMs());
+          }};
+}
+
+void StationRecords::Hear(const Kept& kept) {
+  {
+    const std::lock_guard held(mutex_);
+    heard_.push_back(kept);
+  }
+  QMetaObject::invokeMethod(
+      &ear_, [this] { loop_.Post([this] { TellWhatWasHeard(); }); }, Qt::QueuedConnection);
+}
+
+void StationRecords::TellWhatWasHeard() {
+  std::vector<Kept> heard;
+  {
+    const std::lock_guard held(mutex_);
+    heard.swap(heard_);
+  }
+  for (const Kept& kept : heard) {
+    if (onKept) onKept(kept);
+  }
+}
+
+void StationRecords::Finish() {
+  recorder_.Flush();
+  keeper_.Drain();
+  TellWhatWasHeard();
+}
+
+}  // namespace orvane

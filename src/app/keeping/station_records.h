@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <mutex>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "app/command_line.h"
+#include "app/keeping/record_keeper.h"
+#include "app/keeping/run_documents.h"
+#include "app/station.h"
+#include "app/unit_identity.h"
+#include "platform/event_loop.h"
+#include "records/run_recorder.h"
+
+namespace orvane {
+
+/// Gives each run of a station to its store: who and what it was of, what the recorder gathered, and where it went.
+class StationRecords {
+ public:
+  /// `options.records` says where. All of these outlive it, and the recorder is followed for as long.
+  StationRecords(const Options& options, EventLoop& loop, RunRecorder& recorder, Station& station,
+                 const UnitIdentity& unit);
+  StationRecords(const StationRecords&) = delete;
+  StationRecords& operator=(const StationRecords&) = delete;
+  ~StationRecords();
+
+  /// What became of a record, and any other fault of the store, with an empty `run`. As an event of the loop.
+  std::function<void(const Kept& kept)> onKept;
+
+  /// The station ends: what is not told yet is told now.
+  void Finish();
+
+ private:
+  [[nodiscard]] RecorderLinks Links();
+  [[nodiscard]] RunIdentity IdentityOf(RunKind kind);
+  [[nodiscard]] KeeperWays Ways() const;
+  /// On the keeper's thread.
+  void Hear(const Kept& kept);
+  void TellWhatWasHeard();
+
+  const Options& options_;
+  EventLoop& loop_;
+  RunRecorder& recorder_;
+  const UnitIdentity& unit_;
+  RunDocuments documents_;
+  std::random_device chance_;
+  /// Takes the keeper's word to the station's thread, as long as it is there.
+  QObject ear_;
+  std::mutex mutex_;
+  std::vector<Kept> heard_;
+  RecordKeeper keeper_;
+};
+
+}  // namespace orvane
