@@ -124,7 +124,7 @@ class SchemaStepsOf : public StoreTest {
     static const SchemaStep kSteps[] = {
         {{"CREATE TABLE schema_version (version integer)", "CREATE TABLE thing (a text)"}},
         {{"ALTER TABLE thing ADD COLUMN b text", "UPDATE thing SET b = a || '!'"}},
-        {{"ALTER TABLE thing ADD COLUMN c text", "UPDATE nothing SET c = b"}},
+        {{"ALTER TABLE thing ADD COLUMN c text", "UPDATE absent SET c = b"}},
     };
     SqlConnection(SqliteEngine(), SqlitePlace(folder_.Path("records.sqlite"), false, 60'000), 60'000,
                   [&](SqlConnection& connection) { TakeUp(connection, std::span(kSteps).first(steps)); });
@@ -145,7 +145,7 @@ TEST_P(SchemaStepsOf, AnOlderStoreIsTakenUpWithWhatIsInIt) {
 TEST_P(SchemaStepsOf, AStepThatFailsLeavesTheStoreAsItWas) {
   TakeUpBy(1);
   static_cast<void>(Ask("INSERT INTO thing (a) VALUES ('kept')"));
-  EXPECT_THAT(FaultOf([&] { TakeUpBy(3); }), HasSubstr("no such table: nothing"));
+  EXPECT_THAT(FaultOf([&] { TakeUpBy(3); }), HasSubstr("no such table: absent"));
   EXPECT_EQ(Ask("SELECT * FROM thing"), "kept");
   EXPECT_EQ(Ask("PRAGMA user_version"), "1");
 }
