@@ -4,7 +4,8 @@ namespace orvane {
 namespace {
 
 // Ids are compared by their bytes, in the order of their time, so that one month's rows are a range of ids in every
-// table. Readings and passes lean on no other row here: the server would look each one up.
+// table. Readings and passes lean on no other row here, and nothing but their run's one row keeps them single: the
+// server would look each one up, and an index of each one's place is as large as they are.
 const SchemaStep kFirst{{
     "CREATE TABLE schema_version (version integer NOT NULL)",
     R"(CREATE TABLE run (
@@ -19,12 +20,13 @@ const SchemaStep kFirst{{
   began_s double precision, seconds double precision, complete integer, reason text, PRIMARY KEY (run, position)))",
     R"(CREATE TABLE reading (
   run text COLLATE "C" NOT NULL, position integer NOT NULL, step text, name text NOT NULL, value double precision,
-  unit text, low double precision, high double precision, inside integer, at_s double precision,
-  PRIMARY KEY (run, position)))",
+  unit text, low double precision, high double precision, inside integer, at_s double precision))",
+    "CREATE INDEX reading_by_run ON reading (run)",
     "CREATE INDEX reading_by_name ON reading (name)",
     R"(CREATE TABLE pass (
   run text COLLATE "C" NOT NULL, reading text COLLATE "C" NOT NULL, position integer NOT NULL, dac integer,
-  dbm double precision, tolerance double precision, at_s double precision, PRIMARY KEY (run, reading, position)))",
+  dbm double precision, tolerance double precision, at_s double precision))",
+    "CREATE INDEX pass_by_run ON pass (run)",
     R"(CREATE TABLE box (
   run text COLLATE "C" NOT NULL REFERENCES run (id) ON DELETE CASCADE, position integer NOT NULL, title text, text text,
   answer text, at_s double precision, answered_s double precision, PRIMARY KEY (run, position)))",
