@@ -43,7 +43,8 @@ void ListRecords(const std::string& path, Table& table) {
     SqlConnection connection(SqliteEngine(), SqlitePlace(path, false, 5000), 5000,
                              [](SqlConnection& opened) { TakeUp(opened, SqliteSteps()); });
     connection.Run(
-        "WITH RECURSIVE number (n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM number WHERE n < " + std::to_string(kListed - 1) +
+        "WITH RECURSIVE number (n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM number WHERE n < " +
+        std::to_string(kListed - 1) +
         ") INSERT INTO run SELECT printf('%08x-0000-7000-8000-000000000000', n), 'line-' || n % 5, 'real', NULL, "
         "'orvane 0.1.0', 'whole', 'SN-' || n, 'P-100', 'Kim', "
         "strftime('%Y-%m-%dT%H:%M:%S.000Z', 1700000000 + n * 60, 'unixepoch'), "

@@ -12,14 +12,22 @@ using testing::Optional;
 
 // As the server's documentation has them (PostgreSQL 15, 34.1.1).
 TEST(ConninfoText, IsWordsOrAUri) {
-  EXPECT_THAT(ConninfoOf("host=localhost port=5432 dbname=mydb connect_timeout=10"),
-              Optional(Conninfo{{"host", "localhost"}, {"port", "5432"}, {"dbname", "mydb"}, {"connect_timeout", "10"}}));
-  EXPECT_THAT(ConninfoOf(R"( dbname = 'my db'  password='it\'s \\ ;here' user=a\ b options='')"),
-              Optional(Conninfo{{"dbname", "my db"}, {"password", R"(it's \ ;here)"}, {"user", "a b"}, {"options", ""}}));
+  EXPECT_THAT(
+      ConninfoOf("host=localhost port=5432 dbname=mydb connect_timeout=10"),
+      Optional(Conninfo{{"host", "localhost"}, {"port", "5432"}, {"dbname", "mydb"}, {"connect_timeout", "10"}}));
+  EXPECT_THAT(
+      ConninfoOf(R"( dbname = 'my db'  password='it\'s \\ ;here' user=a\ b options='')"),
+      Optional(Conninfo{{"dbname", "my db"}, {"password", R"(it's \ ;here)"}, {"user", "a b"}, {"options", ""}}));
   EXPECT_THAT(ConninfoOf("//other:pa%3Ass@localhost:5433/otherdb?connect_timeout=10&application_name=my%20app"),
-              Optional(Conninfo{{"host", "localhost"}, {"port", "5433"}, {"user", "other"}, {"password", "pa:ss"},
-                                {"dbname", "otherdb"}, {"connect_timeout", "10"}, {"application_name", "my app"}}));
-  EXPECT_THAT(ConninfoOf("///mydb?host=/var/run/pg"), Optional(Conninfo{{"dbname", "mydb"}, {"host", "/var/run/pg"}}));
+              Optional(Conninfo{{"host", "localhost"},
+                                {"port", "5433"},
+                                {"user", "other"},
+                                {"password", "pa:ss"},
+                                {"dbname", "otherdb"},
+                                {"connect_timeout", "10"},
+                                {"application_name", "my app"}}));
+  EXPECT_THAT(ConninfoOf("///mydb?host=/var/run/pg"),
+              Optional(Conninfo{{"dbname", "mydb"}, {"host", "/var/run/pg"}}));
   EXPECT_THAT(ConninfoOf(""), Optional(Conninfo{}));
 }
 
@@ -46,7 +54,8 @@ TEST(StoreText, IsOneOfTwoKinds) {
   EXPECT_EQ(FaultOfStoreText("postgresql:records"),
             "postgresql: needs words like host=... dbname=... behind it, or //user@host/dbname.");
   for (const char* const text : {"", "none", "/var/lib/records.sqlite", "mysql:host=a", "SQLITE:a"}) {
-    EXPECT_EQ(FaultOfStoreText(text), "A store is sqlite:PATH or postgresql:CONNINFO, not \"" + std::string(text) + "\".");
+    EXPECT_EQ(FaultOfStoreText(text),
+              "A store is sqlite:PATH or postgresql:CONNINFO, not \"" + std::string(text) + "\".");
     EXPECT_THROW(static_cast<void>(OpenStore(text)), StoreFault);
   }
 }

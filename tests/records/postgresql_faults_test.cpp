@@ -1,5 +1,4 @@
 #include "adapters/sql/conninfo.h"
-
 #include "records/store_test.h"
 
 namespace orvane::test {
@@ -29,12 +28,15 @@ TEST_P(ServerFaults, AServerThatGoesIsSaidAndTheStoreIsBackWithIt) {
 TEST_P(ServerFaults, ATableThatSomebodyHoldsIsWaitedForAndNotForEver) {
   const auto store = Open({.patienceMs = 200});
   const auto other = Open();
-  SqlConnection holder(PostgresqlEngine(), {Text(), [&](QSqlDatabase& database) {
-                                              const auto conninfo = *ConninfoOf(Text().substr(Text().find(':') + 1));
-                                              database.setHostName(QtText(conninfo.at("host")));
-                                              database.setUserName(QtText(conninfo.at("user")));
-                                              database.setDatabaseName(QtText(conninfo.at("dbname")));
-                                            }, [] {}, [] { return false; }},
+  SqlConnection holder(PostgresqlEngine(),
+                       {Text(),
+                        [&](QSqlDatabase& database) {
+                          const auto conninfo = *ConninfoOf(Text().substr(Text().find(':') + 1));
+                          database.setHostName(QtText(conninfo.at("host")));
+                          database.setUserName(QtText(conninfo.at("user")));
+                          database.setDatabaseName(QtText(conninfo.at("dbname")));
+                        },
+                        [] {}, [] { return false; }},
                        0, [](SqlConnection&) {});
   {
     const SqlTransaction held(holder);
@@ -47,14 +49,16 @@ TEST_P(ServerFaults, ATableThatSomebodyHoldsIsWaitedForAndNotForEver) {
 TEST_P(ServerFaults, WhatIsNotThereIsSaidWithoutAPassword) {
   EXPECT_THAT(FaultOf([&] { static_cast<void>(OpenStore(Text() + "_none password=geheim")); }),
               AllOf(HasSubstr("does not exist"), Not(HasSubstr("geheim"))));
-  EXPECT_THAT(FaultOf([&] { static_cast<void>(OpenStore("postgresql:host=" + folder_.Path() + " password=geheim")); }),
-              AllOf(HasSubstr("No such file or directory"), Not(HasSubstr("geheim"))));
+  EXPECT_THAT(
+      FaultOf([&] { static_cast<void>(OpenStore("postgresql:host=" + folder_.Path() + " password=geheim")); }),
+      AllOf(HasSubstr("No such file or directory"), Not(HasSubstr("geheim"))));
 }
 
 TEST_P(ServerFaults, AUriLeadsToTheSameStore) {
   ASSERT_TRUE(Open()->Finish(SmallRecord(1)));
   const Conninfo conninfo = *ConninfoOf(Text().substr(Text().find(':') + 1));
-  const std::string uri = "postgresql:///" + conninfo.at("dbname") + "?user=" + conninfo.at("user") + "&host=" + conninfo.at("host");
+  const std::string uri =
+      "postgresql:///" + conninfo.at("dbname") + "?user=" + conninfo.at("user") + "&host=" + conninfo.at("host");
   EXPECT_EQ(OpenStore(uri)->Load(IdOf(1)), SmallRecord(1));
 }
 

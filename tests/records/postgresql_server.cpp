@@ -80,12 +80,13 @@ std::string PostgresqlServer::Programs() {
 }
 
 PostgresqlServer::PostgresqlServer() {
-  if (const passwd* user = OrdinaryUser(); user != nullptr && ::chown(folder_.Path().c_str(), user->pw_uid, user->pw_gid) != 0) {
+  if (const passwd* user = OrdinaryUser();
+      user != nullptr && ::chown(folder_.Path().c_str(), user->pw_uid, user->pw_gid) != 0) {
     throw std::runtime_error("the server's folder is not its own");
   }
   int status = 0;
-  const std::string said = Run({Programs() + "/initdb", "-D", folder_.Path("data"), "-U", kUser, "-A", "trust", "--no-sync",
-                                "-E", "UTF8", "--locale=C.UTF-8", "--no-instructions"},
+  const std::string said = Run({Programs() + "/initdb", "-D", folder_.Path("data"), "-U", kUser, "-A", "trust",
+                                "--no-sync", "-E", "UTF8", "--locale=C.UTF-8", "--no-instructions"},
                                true, status);
   if (status != 0) throw std::runtime_error("initdb: " + said);
   Start();
@@ -96,8 +97,8 @@ PostgresqlServer::~PostgresqlServer() { Stop(); }
 void PostgresqlServer::Start() {
   const int output = ::open(folder_.Path("log").c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
   process_ = Started({Programs() + "/postgres", "-D", folder_.Path("data"), "-c", "listen_addresses=", "-c",
-                      "unix_socket_directories=" + folder_.Path(), "-c", "fsync=off", "-c", "shared_buffers=16MB", "-c",
-                      "max_connections=60", "-c", "autovacuum=off"},
+                      "unix_socket_directories=" + folder_.Path(), "-c", "fsync=off", "-c", "shared_buffers=16MB",
+                      "-c", "max_connections=60", "-c", "autovacuum=off"},
                      output, true);
   ::close(output);
   const auto until = std::chrono::steady_clock::now() + kLongestStart;
@@ -123,7 +124,8 @@ bool PostgresqlServer::Answers() const {
 std::string PostgresqlServer::NewDatabase() {
   const std::string server = "host=" + folder_.Path() + " user=" + kUser;
   const std::string name = "records" + std::to_string(++databases_);
-  if (const std::string said = Ask(server + " dbname=postgres", "CREATE DATABASE " + name); said != "CREATE DATABASE") {
+  if (const std::string said = Ask(server + " dbname=postgres", "CREATE DATABASE " + name);
+      said != "CREATE DATABASE") {
     throw std::runtime_error(said);
   }
   return server + " dbname=" + name;

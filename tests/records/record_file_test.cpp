@@ -1,3 +1,5 @@
+#include "adapters/sql/record_file.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -5,7 +7,6 @@
 
 #include "adapters/disk_files.h"
 #include "adapters/sql/content_codec.h"
-#include "adapters/sql/record_file.h"
 #include "base/failure.h"
 #include "records/sample_record.h"
 #include "support/scratch_folder.h"
@@ -93,13 +94,16 @@ TEST(RecordFile, ItsBytesAreThoseOfTheLayout) {
   record.identity.beganMs = 0x0102;
   record.readings = {{"s", "n", 1.0, "", {}, -2.0, 0.5}};
   using namespace std::string_literals;
-  const auto text = [](const std::string& word) { return std::string(1, static_cast<char>(word.size())) + "\0\0\0"s + word; };
+  const auto text = [](const std::string& word) {
+    return std::string(1, static_cast<char>(word.size())) + "\0\0\0"s + word;
+  };
   const std::string run = text("a") + std::string(8 * 4, '\0') + "\x02\x01\0\0\0\0\0\0"s + "\0"s;
   const std::string reading = "\1\0\0\0"s + text("s") + text("n") + "\0\0\0\0\0\0\xF0\x3F"s + text("") + "\0"s +
                               "\1\0\0\0\0\0\0\0\xC0"s + "\0\0\0\0\0\0\xE0\x3F"s;
   const std::string none = text("\0\0\0\0"s);
   EXPECT_EQ(BytesOf(record), text("run") + text(run) + text("step") + none + text("reading") + text(reading) +
-                                 text("pass") + none + text("box") + none + text("tag") + none + text("document") + none);
+                                 text("pass") + none + text("box") + none + text("tag") + none + text("document") +
+                                 none);
 }
 
 }  // namespace

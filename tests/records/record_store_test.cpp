@@ -70,8 +70,10 @@ TEST_P(RecordStoreOf, ARunThatHasItsEndIsLeftAlone) {
 }
 
 TEST_P(RecordStoreOf, OddTextsComeBackAsTheyWere) {
-  const std::string odd[] = {std::string(10'000, 'q'), "it's \"quoted\" \\ and \\'more\\'", "'; drop table run; --",
-                             "한글 시리얼", "<b onclick=x>&amp;</b>", "$1 ? :name %1 {}", "\t\r\n\x01\x7F", "\xF0\x9F\x93\xB1"};
+  const std::string odd[] = {std::string(10'000, 'q'), "it's \"quoted\" \\ and \\'more\\'",
+                             "'; drop table run; --",  "한글 시리얼",
+                             "<b onclick=x>&amp;</b>", "$1 ? :name %1 {}",
+                             "\t\r\n\x01\x7F",         "\xF0\x9F\x93\xB1"};
   const auto store = Open();
   int number = 0;
   for (const std::string& text : odd) {
@@ -86,8 +88,10 @@ TEST_P(RecordStoreOf, OddTextsComeBackAsTheyWere) {
     record.readings[0].unit = text;
     record.passes[0].reading = text;
     record.boxes[0] = {text, text, text, 0.5, {}};
-    record.documents = {{text.substr(0, 20), "text", text}, {"~empty", "bytes", ""}, {"~zero", "bytes", std::string(3, '\0')}};
-    std::sort(record.documents.begin(), record.documents.end(), [](const auto& a, const auto& b) { return a.role < b.role; });
+    record.documents = {
+        {text.substr(0, 20), "text", text}, {"~empty", "bytes", ""}, {"~zero", "bytes", std::string(3, '\0')}};
+    std::sort(record.documents.begin(), record.documents.end(),
+              [](const auto& a, const auto& b) { return a.role < b.role; });
     std::sort(record.passes.begin(), record.passes.end(), [](const auto& a, const auto& b) { return a.atS < b.atS; });
     ASSERT_TRUE(store->Finish(record)) << text;
     EXPECT_EQ(store->Load(record.identity.id), record) << text;

@@ -66,7 +66,8 @@ void AddSearches(RunRecord& record, std::mt19937& chance) {
       record.passes.push_back({search, pass, static_cast<int>(chance() % 1024), dbm, 0.3, atS});
     }
     record.readings.push_back({"transmit", search + ".power", dbm, "dBm", target - 0.3, target + 0.3, atS});
-    record.readings.push_back({"transmit", search + ".dac", static_cast<double>(chance() % 1024), "count", 0, 1023, atS});
+    record.readings.push_back(
+        {"transmit", search + ".dac", static_cast<double>(chance() % 1024), "count", 0, 1023, atS});
   }
 }
 
@@ -74,7 +75,8 @@ void AddSearches(RunRecord& record, std::mt19937& chance) {
 
 std::string IdOf(int number) {
   std::array<char, 37> id{};
-  std::snprintf(id.data(), id.size(), "%08x-%04x-7%03x-8%03x-%012x", 0x019ab000U, 0U, 0U, 0U, static_cast<unsigned>(number));
+  std::snprintf(id.data(), id.size(), "%08x-%04x-7%03x-8%03x-%012x", 0x019ab000U, 0U, 0U, 0U,
+                static_cast<unsigned>(number));
   return id.data();
 }
 
@@ -88,14 +90,14 @@ RunRecord TypicalRecord(int number) {
   }
   for (int channel = 0; channel < 26; ++channel) {
     const std::string name = "rx." + std::to_string(512 + channel * 15);
-    record.readings.push_back({"receive", name + ".level", -600.0 - static_cast<double>(chance() % 90), "0.1 dB", {}, {},
-                               0.1 * channel});
+    record.readings.push_back(
+        {"receive", name + ".level", -600.0 - static_cast<double>(chance() % 90), "0.1 dB", {}, {}, 0.1 * channel});
   }
   AddSearches(record, chance);
   record.boxes.push_back({"Orvane", "Is the cable on?", "Yes", 0.25, 1.75});
   std::mt19937 shared(1);
-  for (const char* const role : {"cable_loss", "initial_value", "power_index", "ramp_table", "parameters.before",
-                                 "tables.a", "tables.b"}) {
+  for (const char* const role :
+       {"cable_loss", "initial_value", "power_index", "ramp_table", "parameters.before", "tables.a", "tables.b"}) {
     record.documents.push_back({role, "text", LinesOf(shared, 60)});
   }
   record.documents.push_back({"eeprom.sent", "bytes", BytesFrom(chance, 4096)});

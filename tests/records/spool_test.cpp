@@ -64,7 +64,8 @@ TEST_P(Spool, WhatIsDamagedOrRefusedStaysAndIsNamed) {
   folder_.Put("spool/.orvane-77-1", "a draft of somebody who was killed");
   const DrainedSpool drained = DrainSpool(*store, files_, Folder());
   EXPECT_EQ(drained.taken, 1U);
-  EXPECT_THAT(drained.faults, ElementsAre(Folder() + "/" + IdOf(1) + ".orvane: The record is cut short or changed: its digest does not fit.",
+  EXPECT_THAT(drained.faults, ElementsAre(Folder() + "/" + IdOf(1) +
+                                              ".orvane: The record is cut short or changed: its digest does not fit.",
                                           HasSubstr(IdOf(2) + ".orvane: The store "), HasSubstr("folder.orvane: ")));
   EXPECT_THAT(Names(), ElementsAre(".orvane-77-1", IdOf(1) + ".orvane", IdOf(2) + ".orvane", "folder.orvane"));
   EXPECT_EQ(store->Load(IdOf(3)), SmallRecord(3));
@@ -73,7 +74,8 @@ TEST_P(Spool, WhatIsDamagedOrRefusedStaysAndIsNamed) {
 TEST_P(Spool, StaysWholeWhileTheStoreFails) {
   if (!OnSqlite()) GTEST_SKIP() << "the store is held by a transaction of SQLite's";
   const auto store = Open({.patienceMs = 20});
-  SqlConnection other(SqliteEngine(), SqlitePlace(folder_.Path("records.sqlite"), false, 0), 0, [](SqlConnection&) {});
+  SqlConnection other(SqliteEngine(), SqlitePlace(folder_.Path("records.sqlite"), false, 0), 0,
+                      [](SqlConnection&) {});
   for (const int number : {1, 2}) KeepInSpool(files_, Folder(), SmallRecord(number));
   {
     const SqlTransaction held(other);

@@ -1,3 +1,5 @@
+#include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -68,7 +70,8 @@ TEST_P(SqliteFaults, AnEmptyFileBecomesAStore) {
 }
 
 TEST_P(SqliteFaults, WhatIsNoStoreIsLeftAsItIs) {
-  const std::string text = "This is somebody's text, which is longer than a head of a database: " + std::string(200, '.');
+  const std::string text =
+      "This is somebody's text, which is longer than a head of a database: " + std::string(200, '.');
   folder_.Put("records.sqlite", text);
   EXPECT_THAT(FaultOfFinish(), StartsWith("The store " + Path() + " is damaged, or no store: "));
   EXPECT_EQ(folder_.ContentOf("records.sqlite"), text);
@@ -91,7 +94,8 @@ TEST_P(SqliteFaults, DamageInTheMiddleIsSaidAndTakesNoRecordForAnother) {
   EXPECT_THAT(FaultOfFinish(), StartsWith("The store " + Path() + " is damaged, or no store: "));
   for (int number = 0; number < 20; ++number) {
     EXPECT_THAT(FaultOf([&] {
-                  if (Open()->Load(IdOf(number)) != SmallRecord(number)) throw StoreFault("is damaged: another record");
+                  if (Open()->Load(IdOf(number)) != SmallRecord(number))
+                    throw StoreFault("is damaged: another record");
                 }),
                 HasSubstr("is damaged"));
   }
@@ -168,6 +172,30 @@ TEST_P(SqliteFaults, AStoreWhoseFolderVanishesIsMadeAnew) {
   EXPECT_THAT(FaultOf([&] { store->Finish(SmallRecord(3)); }), HasSubstr("cannot be made: its folder: "));
   fs::remove(folder);
   EXPECT_TRUE(store->Finish(SmallRecord(3))) << "and it is back as soon as it can be";
+}
+
+// In a process of its own, since what a process may write to a file is all that can be taken from it alone.
+TEST_P(SqliteFaults, ADiskThatTakesNoMoreIsSaidAndTheStoreGoesOnWhenItDoes) {
+  const pid_t station = Forked([&] {
+    const auto store = Open();
+    store->Finish(TypicalRecord(1));
+    ::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    const rlim_t all = limit.rlim_cur;
+    limit.rlim_cur = fs::file_size(Path() + "-wal") + 20'000;
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_THAT(FaultOf([&] { store->Finish(TypicalRecord(2)); }), StartsWith("The store " + Path() + " "));
+    limit.rlim_cur = all;
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_EQ(store->Load(IdOf(1)), TypicalRecord(1));
+    EXPECT_EQ(store->Load(IdOf(2)), std::nullopt);
+    EXPECT_TRUE(store->Finish(TypicalRecord(2)));
+    if (HasFailure()) throw StoreFault("see above");
+  });
+  EXPECT_EQ(EndOf(station), 0);
+  EXPECT_EQ(Open()->Load(IdOf(2)), TypicalRecord(2));
+  EXPECT_THAT(Open()->CheckStore(), IsEmpty());
 }
 
 }  // namespace

@@ -62,7 +62,8 @@ TEST_P(StoreCheckOf, NamesADocumentOfWhichAByteWasChanged) {
   EXPECT_THAT(FindingsAfter(OnSqlite() ? "UPDATE document SET bytes = CAST('x' AS BLOB) WHERE kind = 'trace+zstd'"
                                        : "UPDATE document SET bytes = 'x' WHERE kind = 'trace+zstd'"),
               ElementsAre(HasSubstr("\"cable_loss\""), HasSubstr("The document \"trace\" is damaged: ")));
-  EXPECT_THAT(FaultOf([&] { static_cast<void>(store_->Load(IdOf(1))); }), HasSubstr("The document \"trace\" is damaged: "));
+  EXPECT_THAT(FaultOf([&] { static_cast<void>(store_->Load(IdOf(1))); }),
+              HasSubstr("The document \"trace\" is damaged: "));
 }
 
 TEST_P(StoreCheckOf, NamesADocumentAndARowThatLeanOnNothing) {
@@ -72,9 +73,11 @@ TEST_P(StoreCheckOf, NamesADocumentAndARowThatLeanOnNothing) {
   static_cast<void>(Ask(off + "DELETE FROM run WHERE id = '" + IdOf(2) + "'"));
   const auto findings = store_->CheckStore();
   for (const char* const table : {"step", OnSqlite() ? "run_number" : "reading", "box", "tag", "run_document"}) {
-    EXPECT_THAT(findings, testing::Contains(HasSubstr("Rows of \"" + std::string(table) + "\" whose \"run\" is not in \"run\": ")));
+    EXPECT_THAT(findings, testing::Contains(
+                              HasSubstr("Rows of \"" + std::string(table) + "\" whose \"run\" is not in \"run\": ")));
   }
-  EXPECT_THAT(findings, testing::Contains(HasSubstr("Rows of \"run_document\" whose \"sha256\" is not in \"document\": 2")));
+  EXPECT_THAT(findings,
+              testing::Contains(HasSubstr("Rows of \"run_document\" whose \"sha256\" is not in \"document\": 2")));
   EXPECT_THAT(store_->Check(IdOf(2)), ElementsAre("There is no run " + IdOf(2) + "."));
 }
 

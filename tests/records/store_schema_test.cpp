@@ -16,7 +16,8 @@ ON_BOTH_ENGINES(StoreSchemaOf);
 TEST_P(StoreSchemaOf, HasTheTablesAndColumnsThatOthersKnow) {
   const std::map<std::string, std::string> tables{
       {"run",
-       "id,station,bench,bench_setup,program,kind,serial,part,operator,began,ended,seconds,verdict,complete,ending,reason,"
+       "id,station,bench,bench_setup,program,kind,serial,part,operator,began,ended,seconds,verdict,complete,ending,"
+       "reason,"
        "commands,bytes_out,bytes_in"},
       {"step", "run,position,name,began_s,seconds,complete,reason"},
       {"reading", "run,position,step,name,value,unit,low,high,inside,at_s"},
@@ -31,7 +32,8 @@ TEST_P(StoreSchemaOf, HasTheTablesAndColumnsThatOthersKnow) {
     const std::string words =
         OnSqlite() ? "SELECT group_concat(name, ',') FROM pragma_table_info('" + table + "')"
                    : "SELECT string_agg(column_name, ',' ORDER BY ordinal_position) FROM information_schema.columns "
-                     "WHERE table_name = '" + table + "'";
+                     "WHERE table_name = '" +
+                         table + "'";
     EXPECT_EQ(Ask(words), columns) << table;
   }
   EXPECT_EQ(Ask(OnSqlite() ? "PRAGMA user_version" : "SELECT version FROM schema_version"), "1");
@@ -42,18 +44,21 @@ TEST_P(StoreSchemaOf, HasTheTablesAndColumnsThatOthersKnow) {
 
 TEST_P(StoreSchemaOf, KeepsARecordAsOthersReadIt) {
   ASSERT_TRUE(Open()->Finish(SmallRecord(1)));
-  const std::string began = OnSqlite() ? "began" : "to_char(began AT TIME ZONE 'UTC', 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')";
+  const std::string began =
+      OnSqlite() ? "began" : "to_char(began AT TIME ZONE 'UTC', 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')";
   EXPECT_EQ(Ask("SELECT id, " + began + ", verdict, complete, ending, reason IS NULL, commands FROM run"),
             IdOf(1) + "|2026-11-22T03:05:05.678Z|PASS|1|verdict|" + (OnSqlite() ? "1" : "t") + "|373");
   EXPECT_EQ(Ask("SELECT position, step, name, value, unit, low, high, inside FROM reading ORDER BY position"),
-            OnSqlite() ? "0|receive|rx.512.level|-602.0|0.1 dB|||\n1|receive|rx.512.compensation|-6.0|half dB|-5.0|5.0|0\n"
-                         "2||road.seconds|31.415|second|||"
-                       : "0|receive|rx.512.level|-602|0.1 dB|||\n1|receive|rx.512.compensation|-6|half dB|-5|5|0\n"
-                         "2||road.seconds|31.415|second|||");
+            OnSqlite()
+                ? "0|receive|rx.512.level|-602.0|0.1 dB|||\n1|receive|rx.512.compensation|-6.0|half dB|-5.0|5.0|0\n"
+                  "2||road.seconds|31.415|second|||"
+                : "0|receive|rx.512.level|-602|0.1 dB|||\n1|receive|rx.512.compensation|-6|half dB|-5|5|0\n"
+                  "2||road.seconds|31.415|second|||");
   EXPECT_EQ(Ask("SELECT reading, position, dac, dbm FROM pass WHERE run = '" + IdOf(1) + "' ORDER BY position"),
             OnSqlite() ? "tx.gsm.level.5|0|512|31.1\ntx.gsm.level.5|1|584|32.0015"
                        : "tx.gsm.level.5|0|512|31.1\ntx.gsm.level.5|1|584|32.0015");
-  EXPECT_EQ(Ask("SELECT position, answer, answered_s IS NULL FROM box WHERE answer IS NULL"), OnSqlite() ? "1||1" : "1||t");
+  EXPECT_EQ(Ask("SELECT position, answer, answered_s IS NULL FROM box WHERE answer IS NULL"),
+            OnSqlite() ? "1||1" : "1||t");
   EXPECT_EQ(Ask("SELECT key, value FROM tag ORDER BY key"), "line|A\nshift|late");
   // Of "900 0.5\r\n1800 0.9\r\n", by sha256sum.
   EXPECT_EQ(Ask("SELECT r.role, d.sha256, d.kind FROM run_document r JOIN document d ON d.sha256 = r.sha256 "
@@ -74,20 +79,23 @@ TEST_P(StoreSchemaOf, KeepsEachContentOnceAndCompressedWhereThatIsShorter) {
 // Tables that are views can be written to as others can.
 TEST_P(StoreSchemaOf, TakesRowsThatSomebodyElseWrites) {
   const auto store = Open();
-  const std::string said =
-      Ask("INSERT INTO run (id, station, bench, kind, began, ended, verdict, complete, ending) VALUES "
-          "('0a', 's', 'real', 'whole', '2026-11-22T03:04:05.678Z', '2026-11-22T03:05:05.678Z', 'PASS', 1, 'verdict');"
-          "INSERT INTO reading (run, position, step, name, value, unit, low, high, inside, at_s) VALUES "
-          "('0a', 0, 'receive', 'rx.512.level', -600, '0.1 dB', NULL, NULL, NULL, 0.5), "
-          "('0a', 1, NULL, 'road.seconds', 31, NULL, NULL, NULL, NULL, 31);"
-          "INSERT INTO pass (run, reading, position, dac, dbm, tolerance, at_s) VALUES ('0a', 'tx.gsm.level.5', 0, 5, 1.5, 0.3, 2);"
-          "UPDATE reading SET value = value - 1 WHERE name = 'rx.512.level';"
-          "DELETE FROM reading WHERE name = 'road.seconds';"
-          "UPDATE pass SET dac = 6;");
+  const std::string said = Ask(
+      "INSERT INTO run (id, station, bench, kind, began, ended, verdict, complete, ending) VALUES "
+      "('0a', 's', 'real', 'whole', '2026-11-22T03:04:05.678Z', '2026-11-22T03:05:05.678Z', 'PASS', 1, 'verdict');"
+      "INSERT INTO reading (run, position, step, name, value, unit, low, high, inside, at_s) VALUES "
+      "('0a', 0, 'receive', 'rx.512.level', -600, '0.1 dB', NULL, NULL, NULL, 0.5), "
+      "('0a', 1, NULL, 'road.seconds', 31, NULL, NULL, NULL, NULL, 31);"
+      "INSERT INTO pass (run, reading, position, dac, dbm, tolerance, at_s) VALUES ('0a', 'tx.gsm.level.5', 0, 5, "
+      "1.5, 0.3, 2);"
+      "UPDATE reading SET value = value - 1 WHERE name = 'rx.512.level';"
+      "DELETE FROM reading WHERE name = 'road.seconds';"
+      "UPDATE pass SET dac = 6;");
   const auto record = store->Load("0a");
   ASSERT_TRUE(record) << said;
   EXPECT_EQ(record->identity.beganMs, kFirstBeganMs);
-  EXPECT_EQ(record->readings, (std::vector<RecordedReading>{{"receive", "rx.512.level", -601, "0.1 dB", {}, {}, 0.5}})) << said;
+  EXPECT_EQ(record->readings,
+            (std::vector<RecordedReading>{{"receive", "rx.512.level", -601, "0.1 dB", {}, {}, 0.5}}))
+      << said;
   EXPECT_EQ(record->passes, (std::vector<RecordedPass>{{"tx.gsm.level.5", 0, 6, 1.5, 0.3, 2}})) << said;
   EXPECT_THAT(store->Check("0a"), IsEmpty());
   EXPECT_THAT(store->CheckStore(), IsEmpty());

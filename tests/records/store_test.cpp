@@ -8,8 +8,7 @@
 namespace orvane::test {
 
 PostgresqlServer* Server() {
-  static const auto server =
-      PostgresqlServer::Programs().empty() ? nullptr : std::make_unique<PostgresqlServer>();
+  static const auto server = PostgresqlServer::Programs().empty() ? nullptr : std::make_unique<PostgresqlServer>();
   return server.get();
 }
 

@@ -49,7 +49,9 @@ class StoreTest : public testing::TestWithParam<const char*>, private QtApplicat
 };
 
 /// As the engine stands in a test's name.
-[[nodiscard]] inline std::string NameOfEngine(const testing::TestParamInfo<const char*>& engine) { return engine.param; }
+[[nodiscard]] inline std::string NameOfEngine(const testing::TestParamInfo<const char*>& engine) {
+  return engine.param;
+}
 
 /// Ends with what it throws, in words on standard error; otherwise with 0.
 [[nodiscard]] int StatusOf(const std::function<void()>& done);

@@ -11,8 +11,8 @@ namespace orvane {
 /// Source: PostgreSQL 15 documentation, 34.1.1 Connection Strings.
 using Conninfo = std::map<std::string, std::string>;
 
-/// Of "host=/tmp dbname='my records'", or of the part of a URI behind its scheme ("//user:password@host:5432/dbname?key=value").
-/// No value for a text that is neither.
+/// Of "host=/tmp dbname='my records'", or of the part of a URI behind its scheme
+/// ("//user:password@host:5432/dbname?key=value"). No value for a text that is neither.
 [[nodiscard]] std::optional<Conninfo> ConninfoOf(std::string_view text);
 
 /// As it may be said to anybody: without a password.

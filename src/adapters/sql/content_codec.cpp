@@ -30,7 +30,8 @@ std::string Compressed(std::string_view content) {
   if (content.size() > kLargestContent) throw DamagedRecord("A content of more than 256 MiB.");
   std::string frame(ZSTD_compressBound(content.size()), '\0');
   const std::size_t size = ZSTD_compress(frame.data(), frame.size(), content.data(), content.size(), kLevel);
-  if (ZSTD_isError(size) != 0) throw DamagedRecord(std::string("A content is not compressed: ") + ZSTD_getErrorName(size));
+  if (ZSTD_isError(size) != 0)
+    throw DamagedRecord(std::string("A content is not compressed: ") + ZSTD_getErrorName(size));
   frame.resize(size);
   return frame;
 }

@@ -32,8 +32,8 @@ RunRecord UnpackedRecord(std::string_view content) {
   content.remove_suffix(kDigestSize);
   if (DigestOf(content) != told) throw DamagedRecord("The record is cut short or changed: its digest does not fit.");
   if (const unsigned version = VersionIn(content); version != kVersion) {
-    throw DamagedRecord("The record is of version " + std::to_string(version) +
-                        ", and this program knows version " + std::to_string(kVersion) + " only.");
+    throw DamagedRecord("The record is of version " + std::to_string(version) + ", and this program knows version " +
+                        std::to_string(kVersion) + " only.");
   }
   return RunRecordOf(Decompressed(content.substr(kMagic.size() + kVersionSize)));
 }

@@ -21,8 +21,9 @@ struct DrainedSpool {
   std::vector<std::string> faults;
 };
 
-/// Takes all records of a spool into a store, the oldest first, and removes each file when its record is there for good.
-/// A folder that is not there is an empty one. @throws StoreFault when the store fails: all else stays for the next time.
+/// Takes all records of a spool into a store, the oldest first, and removes each file when its record is there for
+/// good. A folder that is not there is an empty one. @throws StoreFault when the store fails: all else stays for the
+/// next time.
 DrainedSpool DrainSpool(RecordStore& store, Files& files, const std::string& folder);
 
 }  // namespace orvane

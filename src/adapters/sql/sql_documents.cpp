@@ -15,7 +15,8 @@ QByteArray QtBytes(std::string_view bytes) { return {bytes.data(), static_cast<q
 DocumentsToKeep::DocumentsToKeep(SqlConnection& connection, const std::vector<RecordedDocument>& documents)
     : connection_(connection), documents_(documents) {
   for (const RecordedDocument& document : documents_) {
-    const std::string& sha256 = links_.emplace_back(StorableText(document.role), DigestTextOf(document.content)).sha256;
+    const std::string& sha256 =
+        links_.emplace_back(StorableText(document.role), DigestTextOf(document.content)).sha256;
     packed_.push_back(Has(sha256) ? std::nullopt : std::optional(Pack(document)));
   }
 }
@@ -37,7 +38,8 @@ void DocumentsToKeep::Write(const std::string& run) {
     // Somebody may have taken it out since.
     if (!packed_[i] && !Has(sha256)) packed_[i] = Pack(documents_[i]);
     if (packed_[i]) {
-      connection_.Prepared("INSERT INTO document (sha256, kind, bytes) VALUES (?, ?, ?) ON CONFLICT (sha256) DO NOTHING")
+      connection_
+          .Prepared("INSERT INTO document (sha256, kind, bytes) VALUES (?, ?, ?) ON CONFLICT (sha256) DO NOTHING")
           .Bind(QtText(sha256))
           .Bind(QtText(StorableText(packed_[i]->kind)))
           .Bind(QtBytes(packed_[i]->bytes))

@@ -12,6 +12,7 @@ namespace orvane {
 /// Newest first. @throws StoreFault.
 [[nodiscard]] std::vector<RunSummary> ListRuns(SqlConnection& connection, const RunQuery& query);
 /// Ids that begin so, at most `most` of them, in order. @throws StoreFault.
-[[nodiscard]] std::vector<std::string> ListIds(SqlConnection& connection, std::string_view beginning, std::size_t most);
+[[nodiscard]] std::vector<std::string> ListIds(SqlConnection& connection, std::string_view beginning,
+                                               std::size_t most);
 
 }  // namespace orvane

@@ -22,7 +22,8 @@ class Pruning {
     const std::vector<std::string> runs = SomeRuns();
     std::set<std::string> contents;
     PruneResult taken;
-    for (const std::string& run : runs) order_.keepRecords ? TakeTrace(run, contents, taken) : TakeRun(run, contents, taken);
+    for (const std::string& run : runs)
+      order_.keepRecords ? TakeTrace(run, contents, taken) : TakeRun(run, contents, taken);
     for (const std::string& sha256 : contents) TakeContentOfNobody(sha256);
     transaction.Commit();
     result.records += taken.records;
@@ -68,8 +69,9 @@ class Pruning {
 
   void TakeContentOfNobody(const std::string& sha256) {
     connection_
-        .Prepared("DELETE FROM document WHERE sha256 = ? AND NOT EXISTS "
-                  "(SELECT 1 FROM run_document d WHERE d.sha256 = document.sha256)")
+        .Prepared(
+            "DELETE FROM document WHERE sha256 = ? AND NOT EXISTS "
+            "(SELECT 1 FROM run_document d WHERE d.sha256 = document.sha256)")
         .Bind(QtText(sha256))
         .Execute();
   }

@@ -83,16 +83,15 @@ void ReadEach(SqlConnection& connection, const std::string& words, std::string_v
 }
 
 void ReadSteps(SqlConnection& connection, std::string_view id, RunRecord& record) {
-  ReadEach(connection, "SELECT name, began_s, seconds, complete, reason FROM step WHERE run = ? ORDER BY position", id,
-           [&](const SqlStatement& row) {
+  ReadEach(connection, "SELECT name, began_s, seconds, complete, reason FROM step WHERE run = ? ORDER BY position",
+           id, [&](const SqlStatement& row) {
              record.steps.push_back({row.Text(0), row.Number(1), row.Number(2), row.Whole(3) != 0, row.Text(4)});
            });
 }
 
 void ReadReadings(SqlConnection& connection, std::string_view id, RunRecord& record) {
-  ReadEach(connection,
-           "SELECT step, name, value, unit, low, high, at_s FROM reading WHERE run = ? ORDER BY position", id,
-           [&](const SqlStatement& row) {
+  ReadEach(connection, "SELECT step, name, value, unit, low, high, at_s FROM reading WHERE run = ? ORDER BY position",
+           id, [&](const SqlStatement& row) {
              record.readings.push_back({row.Text(0), row.Text(1), row.Number(2), row.Text(3), row.MaybeNumber(4),
                                         row.MaybeNumber(5), row.Number(6)});
            });
@@ -155,8 +154,9 @@ std::string SealOf(const RunRecord& rows, const std::vector<DocumentLink>& links
 }
 
 std::string RunColumns(const SqlEngine& engine) {
-  return "id, station, bench, bench_setup, program, kind, serial, part, operator, " + TimeText(engine, "began") + ", " +
-         TimeText(engine, "ended") + ", seconds, verdict, complete, ending, reason, commands, bytes_out, bytes_in";
+  return "id, station, bench, bench_setup, program, kind, serial, part, operator, " + TimeText(engine, "began") +
+         ", " + TimeText(engine, "ended") +
+         ", seconds, verdict, complete, ending, reason, commands, bytes_out, bytes_in";
 }
 
 RunSummary SummaryOf(const SqlStatement& row) {
@@ -175,8 +175,7 @@ RunSummary SummaryOf(const SqlStatement& row) {
 std::optional<RunRecord> ReadRows(SqlConnection& connection, std::string_view id) {
   RunRecord record;
   {
-    SqlStatement row =
-        connection.Prepared("SELECT " + RunColumns(connection.Engine()) + " FROM run WHERE id = ?");
+    SqlStatement row = connection.Prepared("SELECT " + RunColumns(connection.Engine()) + " FROM run WHERE id = ?");
     if (!row.Bind(QtText(id)).Execute().Next()) return std::nullopt;
     RunSummary summary = SummaryOf(row);
     record.identity = std::move(summary.identity);

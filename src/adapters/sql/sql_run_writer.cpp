@@ -23,8 +23,8 @@ std::string InsertWords(std::string_view table, std::string_view columns, std::s
 
 /// `bind(statement, row, position)` binds one row's values.
 template <class Row, class Bind>
-void InsertRows(SqlConnection& connection, std::string_view table, std::string_view columns, std::span<const Row> rows,
-                const Bind& bind) {
+void InsertRows(SqlConnection& connection, std::string_view table, std::string_view columns,
+                std::span<const Row> rows, const Bind& bind) {
   std::size_t position = 0;
   for (const std::size_t atOnce : kRowsAtOnce) {
     if (rows.size() - position < atOnce) continue;
@@ -38,8 +38,8 @@ void InsertRows(SqlConnection& connection, std::string_view table, std::string_v
 
 void BindIdentity(SqlStatement& statement, const RunIdentity& run) {
   statement.Bind(QtText(run.id));
-  for (const std::string& text : {run.station, run.bench, run.benchSetup, run.program, run.kind, run.serial, run.part,
-                                  run.operatorName}) {
+  for (const std::string& text :
+       {run.station, run.bench, run.benchSetup, run.program, run.kind, run.serial, run.part, run.operatorName}) {
     statement.BindKnown(text);
   }
   statement.Bind(QtText(UtcText(run.beganMs)));
@@ -86,7 +86,10 @@ bool RunRowsWriter::End(const RunIdentity& run, const RunEnd& end) {
   const auto known = [&](auto number) {
     return end.ending == Ending::Abandoned && number == 0 ? QVariant() : QVariant::fromValue(number);
   };
-  upsert.Bind(QtText(UtcText(end.endedMs))).Bind(known(end.seconds)).BindKnown(end.verdict).Bind(end.complete ? 1 : 0);
+  upsert.Bind(QtText(UtcText(end.endedMs)))
+      .Bind(known(end.seconds))
+      .BindKnown(end.verdict)
+      .Bind(end.complete ? 1 : 0);
   upsert.Bind(QtText(EndingText(end.ending))).BindKnown(end.reason);
   for (const std::int64_t count : {end.commands, end.bytesOut, end.bytesIn}) {
     upsert.Bind(known(static_cast<qint64>(count)));
@@ -145,11 +148,12 @@ void RunRowsWriter::WritePasses(const RunRecord& rows, const QVariant& run) {
 }
 
 void RunRowsWriter::WriteBoxes(const RunRecord& rows) {
-  InsertRows<RecordedBox>(connection_, "box", "run, position, title, text, answer, at_s, answered_s", rows.boxes,
-                          [&](SqlStatement& insert, const RecordedBox& box, int position) {
-                            insert.Bind(QtText(rows.identity.id)).Bind(position).Bind(QtText(box.title));
-                            insert.Bind(QtText(box.text)).BindKnown(box.answer).BindNumber(box.atS).BindNumber(box.answeredS);
-                          });
+  InsertRows<RecordedBox>(
+      connection_, "box", "run, position, title, text, answer, at_s, answered_s", rows.boxes,
+      [&](SqlStatement& insert, const RecordedBox& box, int position) {
+        insert.Bind(QtText(rows.identity.id)).Bind(position).Bind(QtText(box.title));
+        insert.Bind(QtText(box.text)).BindKnown(box.answer).BindNumber(box.atS).BindNumber(box.answeredS);
+      });
 }
 
 QVariant RunRowsWriter::RunNamed(const std::string& id) {

@@ -19,7 +19,8 @@ std::size_t NumberIn(const std::optional<std::string>& text) {
 /// 0 for what is no store yet. @throws StoreFault for what is something else.
 std::size_t VersionOf(SqlConnection& connection) {
   if (!IsSqlite(connection)) {
-    if (NumberIn(connection.Ask("SELECT count(*) FROM pg_class WHERE oid = to_regclass('schema_version')")) == 0) return 0;
+    if (NumberIn(connection.Ask("SELECT count(*) FROM pg_class WHERE oid = to_regclass('schema_version')")) == 0)
+      return 0;
     return NumberIn(connection.Ask("SELECT max(version) FROM schema_version"));
   }
   const std::size_t version = NumberIn(connection.Ask("PRAGMA user_version"));

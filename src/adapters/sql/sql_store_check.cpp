@@ -19,7 +19,8 @@ void CheckDocuments(SqlConnection& connection, const std::vector<DocumentLink>& 
     try {
       const RecordedDocument document = DocumentBehind(connection, link);
       if (DigestTextOf(document.content) != link.sha256) {
-        findings.push_back("The document \"" + link.role + "\" has another digest than its content: " + link.sha256 + ".");
+        findings.push_back("The document \"" + link.role + "\" has another digest than its content: " + link.sha256 +
+                           ".");
       }
     } catch (const DamagedRecord& damage) {
       findings.emplace_back(damage.what());
@@ -57,15 +58,20 @@ struct Link {
   std::string_view key;
 };
 constexpr std::array kLinks{
-    Link{"step", "run", "run", "id"},          Link{"reading", "run", "run", "id"},
-    Link{"pass", "run", "run", "id"},          Link{"box", "run", "run", "id"},
-    Link{"tag", "run", "run", "id"},           Link{"run_document", "run", "run", "id"},
+    Link{"step", "run", "run", "id"},
+    Link{"reading", "run", "run", "id"},
+    Link{"pass", "run", "run", "id"},
+    Link{"box", "run", "run", "id"},
+    Link{"tag", "run", "run", "id"},
+    Link{"run_document", "run", "run", "id"},
     Link{"run_document", "sha256", "document", "sha256"},
 };
 // A view joins its rows to their run, and shows no others.
 constexpr std::array kNumberedLinks{
-    Link{"reading_row", "run", "run_number", "number"}, Link{"reading_row", "name", "name", "number"},
-    Link{"pass_row", "run", "run_number", "number"},    Link{"pass_row", "reading", "name", "number"},
+    Link{"reading_row", "run", "run_number", "number"},
+    Link{"reading_row", "name", "name", "number"},
+    Link{"pass_row", "run", "run_number", "number"},
+    Link{"pass_row", "reading", "name", "number"},
     Link{"run_number", "run", "run", "id"},
 };
 

@@ -6,8 +6,8 @@
 
 namespace orvane {
 
-/// A file of SQLite. Its folder is made, unless it is only read. A file that somebody took away or replaced is noticed:
-/// what is written to one without a name is lost.
+/// A file of SQLite. Its folder is made, unless it is only read. A file that somebody took away or replaced is
+/// noticed: what is written to one without a name is lost.
 [[nodiscard]] SqlPlace SqlitePlace(const std::string& path, bool readOnly, int patienceMs);
 
 }  // namespace orvane
