@@ -57,15 +57,14 @@ Page PageOfStandardOutput() {
   return page;
 }
 
-bool ShowOnScreen(const std::string& text) {
+void ShowOnScreen(const std::string& text) {
   const auto lines = std::count(text.begin(), text.end(), '\n');
   constexpr int kUsualRows = 24;
   const int rows = Size().ws_row;
   const bool isLong = ::isatty(STDOUT_FILENO) != 0 && lines >= (rows > 0 ? rows : kUsualRows);
   const std::string pager = isLong && Variable("TERM") != "dumb" ? Pager() : std::string();
-  if (!pager.empty() && ShowByPager(pager, text)) return true;
+  if (!pager.empty() && ShowByPager(pager, text)) return;
   std::cout << text << std::flush;
-  return std::cout.good();
 }
 
 }  // namespace orvane

@@ -11,7 +11,6 @@ namespace orvane {
 [[nodiscard]] Page PageOfStandardOutput();
 
 /// Writes to standard output; on a terminal that is too low for it, by the user's pager (PAGER, else less).
-/// @return false when the output takes no more.
-[[nodiscard]] bool ShowOnScreen(const std::string& text);
+void ShowOnScreen(const std::string& text);
 
 }  // namespace orvane
