@@ -35,7 +35,7 @@ struct BadLine {
 TEST(RecordsOrders, ABadLineIsOneLineThatNamesItAndStatus64) {
   const BadLine rows[] = {
       {{}, "a verb is missing"},
-      {{"erase"}, "no verb \"erase\""},
+      {{"erase"}, "no verb or option \"erase\""},
       {{"--erase"}, "--erase"},
       {{"list", "--colour"}, "--colour"},
       {{"list", "last"}, "last"},

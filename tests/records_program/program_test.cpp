@@ -154,7 +154,7 @@ TEST_F(RecordsProgram, AnAnswerThatCannotBeWrittenIs74) {
   const auto end = Run({"--store", store, "list", "--json"});
   EXPECT_EQ(end.status, 0);
   const auto full =
-      Child({"sh", "-c", "exec \"$0\" --store \"$1\" list >/dev/full", ORVANE_RECORDS_PROGRAM, store}).WaitForEnd();
+      Child({"/bin/sh", "-c", "exec \"$0\" --store \"$1\" list >/dev/full", ORVANE_RECORDS_PROGRAM, store}).WaitForEnd();
   EXPECT_EQ(full.status, 74);
 }
 

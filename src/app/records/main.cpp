@@ -19,8 +19,10 @@ namespace {
 /// A store that holds nothing at all is not made one by being asked.
 bool IsThere(const std::string& name) {
   constexpr std::string_view kSqlite = "sqlite:";
-  std::error_code unknown;
-  return !name.starts_with(kSqlite) || std::filesystem::file_size(name.substr(kSqlite.size()), unknown) > 0;
+  if (!name.starts_with(kSqlite)) return true;
+  std::error_code absent;
+  const auto size = std::filesystem::file_size(name.substr(kSqlite.size()), absent);
+  return !absent && size > 0;
 }
 
 /// Asking never waits for whoever writes. A store of an older program is taken up, though, which is writing.

@@ -183,13 +183,11 @@ class Grammar {
 
 /// A line without a verb is a fault that the parser would tell without the word that stands in a verb's place.
 std::string FaultText(const CLI::App& app, const CLI::ParseError& fault) {
-  if (!app.get_subcommands().empty()) return fault.what();
+  if (!app.get_subcommands().empty() || dynamic_cast<const CLI::RequiredError*>(&fault) == nullptr)
+    return fault.what();
   const auto words = app.remaining();
-  const auto word = std::find_if(words.begin(), words.end(), [](const auto& each) { return !each.starts_with('-'); });
-  if (word != words.end()) return "there is no verb \"" + *word + "\"; --help lists them";
-  return words.empty() && dynamic_cast<const CLI::RequiredError*>(&fault) != nullptr
-             ? "a verb is missing; --help lists them"
-             : fault.what();
+  if (words.empty()) return "a verb is missing; --help lists them";
+  return "there is no verb or option \"" + words.front() + "\"; --help lists them";
 }
 
 }  // namespace
