@@ -46,11 +46,11 @@ svg line,svg polyline{fill:none;stroke-width:1}
 .tick{font-size:8.5px;fill:var(--soft)}
 pre{white-space:pre-wrap;margin:0;font:inherit}
 footer{margin-top:2.5rem;color:var(--soft);font-size:.8rem;border-top:1px solid var(--line);padding-top:.5rem}
-@media print{@page{margin:14mm}:root{color-scheme:light;--page:#fff;--text:#000;--soft:#444;--line:#bbb;--panel:#fff;
+@media print{@page{margin:12mm}:root{font-size:11px;color-scheme:light;--page:#fff;--text:#000;--soft:#444;--line:#bbb;--panel:#fff;
 --good:#1a7f37;--doubt:#9a6700;--bad:#c6262e;--open:#0b63b0;--trace:#0b63b0;--zone:#cfe8d5}
 body{max-width:none;padding:0;font-size:10.5px}header{border:1px solid var(--line);border-left:.5rem solid var(--tone)}
 .run+.run{break-before:page;border:0;margin:0;padding:0}figure,tr,header{break-inside:avoid}h2,h3{break-after:avoid}
-.pair{columns:2;column-gap:1.5rem}.limits svg{width:64px}.many figure{width:120px}
+.pair{columns:2;column-gap:1.5rem}.limits svg{width:64px}.many figure{width:112px}.two figure{width:47%}
 *{print-color-adjust:exact;-webkit-print-color-adjust:exact}}
 )css";
 
