@@ -7,6 +7,9 @@
 namespace orvane {
 namespace {
 
+/// What a station that dies loses of its trace, at the most.
+constexpr TimePoint kGrowthToldEach = std::chrono::milliseconds(250);
+
 double SecondsOf(TimePoint span) { return std::chrono::duration<double>(span).count(); }
 
 bool IsTargetLink(std::string_view link) { return link.starts_with("COM"); }
@@ -21,7 +24,7 @@ std::string FirstReason(const std::vector<RecordedStep>& steps) {
 
 struct RunRecorder::Run {
   explicit Run(RunKind kindOfRun, TimePoint now, const StationState& state)
-      : kind(kindOfRun), began(now), tally(state.tally), stopsAsked(state.cal.stopsAsked) {}
+      : kind(kindOfRun), began(now), toldAt(now), tally(state.tally), stopsAsked(state.cal.stopsAsked) {}
 
   RunKind kind;
   TimePoint began;
@@ -29,6 +32,9 @@ struct RunRecorder::Run {
   long stopsAsked;
   RunRecord record;
   WireLog wires;
+  /// Of the trace, and when.
+  std::size_t toldBytes = 0;
+  TimePoint toldAt{0};
   /// Of the search that is under way.
   std::string search;
   int passes = 0;
@@ -191,6 +197,7 @@ void RunRecorder::Note(std::string_view link, WireEvent event, std::string_view 
   if (!run_) return;
   const TimePoint now = loop_.Now();
   run_->wires.Note(now - run_->began, link, event, bytes);
+  if (now - run_->toldAt >= kGrowthToldEach) TellGrowth(now);
   if (!IsTargetLink(link)) return;
   if (event == WireEvent::Out) {
     if (run_->awaiting && run_->lastIn > *run_->awaiting) run_->onWire += run_->lastIn - *run_->awaiting;
@@ -199,6 +206,13 @@ void RunRecorder::Note(std::string_view link, WireEvent event, std::string_view 
   } else if (event == WireEvent::In) {
     run_->lastIn = now;
   }
+}
+
+void RunRecorder::TellGrowth(TimePoint now) {
+  const std::string& content = run_->wires.Content();
+  links_.grown(run_->record.identity.id, content.substr(run_->toldBytes));
+  run_->toldBytes = content.size();
+  run_->toldAt = now;
 }
 
 void RunRecorder::MessageBegins() {

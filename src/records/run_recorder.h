@@ -24,6 +24,8 @@ struct RecorderLinks {
   std::function<std::vector<RecordedDocument>()> documentsAfter;
   /// A run begins: ahead of its first byte.
   std::function<void(const RunIdentity& run)> begun;
+  /// So much of its trace has come to what was told before: a station that dies leaves that.
+  std::function<void(const std::string& run, std::string bytes)> grown;
   /// It is over, and this is all of it.
   std::function<void(RunRecord record)> finished;
 };
@@ -55,6 +57,7 @@ class RunRecorder final : public WireListener {
   struct Run;
 
   void Begin(RunKind kind);
+  void TellGrowth(TimePoint now);
   void IsOver();
   void Close();
   void Read(const Reading& reading);

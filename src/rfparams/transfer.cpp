@@ -271,6 +271,7 @@ bool ParameterTransfer::VerifyImage() {
     rf_.eepromReadBack.insert(rf_.eepromReadBack.end(), bytes->begin(), bytes->end());
     bar.Set(row + 1);
   }
+  report_.Keep("eeprom.read", [&] { return std::string(rf_.eepromReadBack.begin(), rf_.eepromReadBack.end()); });
   TellDifferences();
   return true;
 }

@@ -7,6 +7,7 @@
 #include "adapters/sql/open_store.h"
 #include "program/programs.h"
 #include "records/record_store.h"
+#include "records/wire_log.h"
 
 namespace orvane::test {
 namespace {
@@ -119,7 +120,7 @@ TEST(Records, ARunWhoseStationWasKilledIsEndedAsAbandonedByTheNextStart) {
     Station station(shop.With({"--bench", "virtual"}));
     station.InitializeInstruments();
     (void)station.SendClick("OrvaneMain.cmdTargetInitialize");
-    station.AwaitState("CalMode", "ALL");
+    station.AwaitState("GsmCalDone", true);
     station.Process().Kill();
     (void)station.Process().WaitForEnd();
   }
@@ -132,6 +133,14 @@ TEST(Records, ARunWhoseStationWasKilledIsEndedAsAbandonedByTheNextStart) {
   EXPECT_EQ(runs.back().end->ending, Ending::Abandoned);
   EXPECT_EQ(runs.back().end->verdict, "NONE");
   EXPECT_EQ(runs.front().end->ending, Ending::Verdict);
+
+  const auto killed = OpenStore(shop.Place())->Load(runs.back().identity.id);
+  ASSERT_TRUE(killed);
+  ASSERT_NE(killed->Document("trace"), nullptr);
+  const WireNotes wires = ReadWireLog(killed->Document("trace")->content);
+  EXPECT_EQ(wires.damage, "");
+  EXPECT_GT(wires.notes.size(), 500U) << "two bands were calibrated";
+  EXPECT_TRUE(std::filesystem::is_empty(shop.folder / "spool"));
 }
 
 }  // namespace

@@ -11,8 +11,9 @@ namespace orvane::test {
 
 /// A whole station on the virtual bench that keeps the record of each of its runs here.
 struct RecordedStation {
-  explicit RecordedStation(const bench::BenchOptions& options = {}, const VirtualStation::OtherFiles& others = {})
-      : station(options, others, {}, [this](const StationPorts& plain) {
+  explicit RecordedStation(const bench::BenchOptions& options = {}, const VirtualStation::OtherFiles& others = {},
+                           const StationWishes& wishes = {})
+      : station(options, others, wishes, [this](const StationPorts& plain) {
           ports = std::make_unique<RecordedPorts>(plain);
           return ports->Ports();
         }) {
@@ -37,6 +38,8 @@ struct RecordedStation {
   /// Ahead of the first byte of each run: how many had gone out until then.
   std::vector<std::size_t> begun;
   std::vector<RunRecord> records;
+  /// What was told of the trace while the run went on.
+  std::string grown;
   VirtualStation station;
 
  private:
@@ -51,6 +54,7 @@ struct RecordedStation {
             [] { return std::vector<RecordedDocument>{}; },
             [] { return std::vector<RecordedDocument>{}; },
             [this](const RunIdentity&) { begun.push_back(station.journal.Commands().size()); },
+            [this](const std::string&, const std::string& bytes) { grown += bytes; },
             [this](RunRecord record) { records.push_back(std::move(record)); }};
   }
 };

@@ -169,6 +169,12 @@ TEST_F(ARecordedRoad, TraceHasEveryByteOfTheTargetsLine) {
   EXPECT_EQ(ReadWireLog(record_.Document("trace")->content).damage, "");
 }
 
+TEST_F(ARecordedRoad, TellsItsTraceAsItGrows) {
+  const std::string& whole = record_.Document("trace")->content;
+  EXPECT_EQ(recorded_.grown, whole.substr(0, recorded_.grown.size()));
+  EXPECT_GT(ReadWireLog(recorded_.grown).notes.back().at, 2s) << "all but the last quarter of a second";
+}
+
 TEST(RunRecord, OfAUnitThatFailedSaysWhy) {
   RecordedStation recorded(1, {"battery"});
   (void)recorded.station.TakeTargetThrough();
@@ -218,6 +224,16 @@ TEST(RunRecord, OfABandStartedByHandHasItsReadingsAndNoVerdict) {
   EXPECT_EQ(record.identity.kind, "GSM");
   EXPECT_EQ(record.end->verdict, "NONE");
   EXPECT_THAT(record.steps, IsEmpty());
+}
+
+TEST(RunRecord, OfAVerifiedSaveHasWhatTheEepromReadBack) {
+  StationWishes wishes;
+  wishes.verifyEeprom = true;
+  RecordedStation recorded(OptionsOf(1, {}), {}, wishes);
+  (void)recorded.station.TakeTargetThrough();
+  const RunRecord& record = recorded.TheRecord();
+  ASSERT_NE(record.Document("eeprom.read"), nullptr);
+  EXPECT_EQ(record.Document("eeprom.read")->content, record.Document("eeprom.sent")->content);
 }
 
 TEST(RunRecord, ChangesNoByteOnAnyWire) {

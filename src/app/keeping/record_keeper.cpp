@@ -71,6 +71,10 @@ void RecordKeeper::Begin(const RunIdentity& run) {
   changed_.wait_for(held, kLongestBegin, [this] { return jobs_.empty() && !busy_; });
 }
 
+void RecordKeeper::Grow(const std::string& run, std::string bytes) {
+  Give([this, run, piece = std::move(bytes)] { ways_.grow(run, piece); });
+}
+
 void RecordKeeper::Finish(RunRecord record) {
   Give([this, kept = std::make_shared<RunRecord>(std::move(record))] { FinishNow(*kept); });
 }
@@ -95,6 +99,7 @@ void RecordKeeper::BeginNow(const RunIdentity& run) {
 void RecordKeeper::FinishNow(const RunRecord& record) {
   try {
     (void)Store().Finish(record);
+    ways_.settle(record.identity.id);
     told_({record.identity.id, true, ""});
   } catch (const StoreFault& fault) {
     store_.reset();
@@ -105,6 +110,7 @@ void RecordKeeper::FinishNow(const RunRecord& record) {
 Kept RecordKeeper::Spooled(const RunRecord& record, const std::string& fault) {
   try {
     ways_.spool(record);
+    ways_.settle(record.identity.id);
     return {record.identity.id, true, fault};
   } catch (const StoreFault& beside) {
     return {record.identity.id, false, fault + " " + beside.what()};

@@ -17,6 +17,9 @@ struct KeeperWays {
   std::function<std::unique_ptr<RecordStore>()> openStore;
   /// Puts a record that the store does not take beside it.
   std::function<void(const RunRecord& record)> spool;
+  /// Keeps a piece of the trace of a run that goes on, and forgets all of them when it is over.
+  std::function<void(const std::string& run, const std::string& bytes)> grow;
+  std::function<void(const std::string& run)> settle;
   /// Takes in what was put beside the store earlier, and ends the runs of stations that are no more.
   std::function<void(RecordStore& store)> takeIn;
 };
@@ -41,6 +44,7 @@ class RecordKeeper {
 
   /// The run is in the store when this returns, unless the store takes longer than a person would notice.
   void Begin(const RunIdentity& run);
+  void Grow(const std::string& run, std::string bytes);
   void Finish(RunRecord record);
   /// Waits until all that was given to it has been told.
   void Drain();

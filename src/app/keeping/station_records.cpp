@@ -1,6 +1,9 @@
 #include "app/keeping/station_records.h"
 
 #include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <utility>
 
 #include "adapters/disk_files.h"
@@ -32,6 +35,30 @@ void AsStoreFault(const Act& act) {
   }
 }
 
+/// What a run has of its trace so far. Where it cannot be written the run has none when its station dies, and nothing
+/// else is lost.
+std::filesystem::path TraceOf(const std::string& spool, const std::string& run) {
+  return std::filesystem::path(spool) / (run + ".wires");
+}
+
+void GrowTrace(const std::string& spool, const std::string& run, const std::string& bytes) {
+  std::error_code unmade;
+  std::filesystem::create_directories(spool, unmade);
+  std::ofstream(TraceOf(spool, run), std::ios::binary | std::ios::app) << bytes;
+}
+
+void ForgetTrace(const std::string& spool, const std::string& run) {
+  std::error_code kept;
+  std::filesystem::remove(TraceOf(spool, run), kept);
+}
+
+void TakeTrace(const std::string& spool, RunRecord& left) {
+  std::ifstream file(TraceOf(spool, left.identity.id), std::ios::binary);
+  std::string content{std::istreambuf_iterator<char>(file), {}};
+  if (content.empty() || left.Document("trace") != nullptr) return;
+  left.documents.push_back({"trace", "trace", std::move(content)});
+}
+
 DiskFiles Disk() { return {"/nonexistent", "/nonexistent"}; }
 
 }  // namespace
@@ -56,6 +83,7 @@ RecorderLinks StationRecords::Links() {
           [this] { return documents_.Before(); },
           [this] { return documents_.After(); },
           [this](const RunIdentity& run) { keeper_.Begin(run); },
+          [this](const std::string& run, std::string bytes) { keeper_.Grow(run, std::move(bytes)); },
           [this](RunRecord record) { keeper_.Finish(std::move(record)); }};
 }
 
@@ -85,10 +113,17 @@ KeeperWays StationRecords::Ways() const {
             DiskFiles files = Disk();
             AsStoreFault([&] { KeepInSpool(files, spool, record); });
           },
+          [spool](const std::string& run, const std::string& bytes) { GrowTrace(spool, run, bytes); },
+          [spool](const std::string& run) { ForgetTrace(spool, run); },
           [spool](RecordStore& store) {
             DiskFiles files = Disk();
             AsStoreFault([&] { (void)DrainSpool(store, files, spool); });
-            (void)EndAbandoned(store, &WriterMayLive, NowMs());
+            std::vector<std::string> ended;
+            (void)EndAbandoned(store, &WriterMayLive, NowMs(), [&](RunRecord& left) {
+              TakeTrace(spool, left);
+              ended.push_back(left.identity.id);
+            });
+            for (const std::string& run : ended) ForgetTrace(spool, run);
           }};
 }
 
