@@ -6,6 +6,7 @@ import html.parser
 import io
 import json
 import os
+import re
 import shutil
 import subprocess
 import tempfile
@@ -15,6 +16,7 @@ import xml.etree.ElementTree as xml
 RECORDS = os.environ["ORVANE_RECORDS"]
 SAMPLE_STORE = os.environ["SAMPLE_STORE"]
 SMALL = "019aa9a2-5c2e-7b11-8f3a-2b9d8c1e4f60"
+GUIDE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "docs", "records.md")
 VOID = {"meta"}
 
 
@@ -81,6 +83,15 @@ class Readers(unittest.TestCase):
         digests = self.shell(f"SELECT role, sha256 FROM run_document WHERE run = '{SMALL}' ORDER BY role")
         self.assertEqual(sorted((d["role"], d["sha256"]) for d in record["documents"]),
                          [(row["role"], row["sha256"]) for row in digests])
+
+    @unittest.skipUnless(shutil.which("sqlite3"), "no shell of SQLite")
+    def test_each_question_of_the_guide_has_an_answer(self):
+        with open(GUIDE, encoding="utf-8") as file:
+            questions = re.findall(r"```sql\n(.*?)```", file.read(), re.DOTALL)
+        self.assertEqual(len(questions), 10)
+        for question in questions:
+            with self.subTest(question):
+                self.assertNotEqual(self.shell(question), [])
 
     def test_json_of_one_run_is_its_object_and_of_several_an_array(self):
         self.assertEqual(json.loads(self.exported(".json", SMALL)), json.loads(self.ask("show", SMALL, "--json")))

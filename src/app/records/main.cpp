@@ -12,6 +12,7 @@
 #include "app/records/screen.h"
 #include "app/records/verbs.h"
 #include "records/record_bytes.h"
+#include "records/wire_log.h"
 
 namespace orvane {
 namespace {
@@ -54,6 +55,13 @@ std::vector<RunRecord> RecordsOf(const std::string& archive) {
   }
 }
 
+/// What was written last of an abandoned run may be half a note.
+std::vector<std::string> TraceFaults(const RunRecord& record) {
+  const std::string damage = ReadWireLog(record.Document("trace")->content).damage;
+  const bool mayBeCut = record.end && record.end->ending == Ending::Abandoned;
+  return damage.empty() || mayBeCut ? std::vector<std::string>() : std::vector{"trace: " + damage};
+}
+
 /// A signal ends a program that goes on for ever between two records, not in the middle of one.
 std::function<bool(std::chrono::milliseconds)> EndBySignal() {
   sigset_t ends;
@@ -81,7 +89,7 @@ int Run(const RecordsOrder& order) {
                      &ArchiveOf,
                      &RecordsOf,
                      {},
-                     {},
+                     &TraceFaults,
                      Follows(order) ? EndBySignal() : [](std::chrono::milliseconds) { return false; },
                      [](const std::string& text) { ShowOnScreen(text); },
                      PageOfStandardOutput(),

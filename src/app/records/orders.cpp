@@ -23,6 +23,11 @@ Remark NoValue(const std::string& given) { return given == "true" ? "" : "it tak
 
 Remark NotEmpty(const std::string& given) { return given.empty() ? "the value is empty" : ""; }
 
+/// The parser takes "-1" for a number without a sign.
+Remark NotNegative(const std::string& given) {
+  return given.starts_with('-') ? "\"" + given + "\" is less than 0" : "";
+}
+
 Remark IsStore(const std::string& given) {
   for (const std::string_view kind : {"sqlite:", "postgresql:"}) {
     if (given.starts_with(kind)) return given.size() > kind.size() ? "" : "\"" + given + "\" names no store";
@@ -99,9 +104,7 @@ class Grammar {
         ->check(CLI::IsMember({"PASS", "FAIL", "NONE"}));
     AddTime(verb, "--since", list_.query.since, "Only runs that began then or later (UTC)");
     AddTime(verb, "--until", list_.query.until, "Only runs that began before (UTC)");
-    verb.add_option("--limit", list_.query.limit, "So many at the most")
-        ->type_name("N")
-        ->check(CLI::NonNegativeNumber);
+    verb.add_option("--limit", list_.query.limit, "So many at the most")->type_name("N")->check(NotNegative);
     AddFlag(verb, "--json", list_.json, "For programs: one array, the columns of the table run by name");
   }
 
