@@ -63,7 +63,7 @@ void DefineAll(CLI::App& app, Options& options) {
 
 /// The file to read: the one that is named, or the user's, which is for real benches. No value for none.
 std::optional<std::string> ProfileFile(const Options& options, const MachineDefaults& machine) {
-  if (const auto named = options.Given("profile")) return named;
+  if (auto named = options.Given("profile")) return named;
   if (options.bench || machine.configFolder.empty()) return std::nullopt;
   const fs::path usual = machine.configFolder / "orvane" / "profile.toml";
   std::error_code unknown;

@@ -306,7 +306,9 @@ void ParameterTransfer::TellDifferences() {
     const std::string sent = TwoDigits(At(rf_.EepromImage, static_cast<std::int64_t>(i)));
     const std::string read = TwoDigits(HexText(Integer{rf_.eepromReadBack[i]}));
     if (sent == read) continue;
-    if (count++ == 0) first = "at 0x" + HexText(static_cast<Integer>(i)) + ": " + read + ", not " + sent + ".";
+    if (count++ > 0) continue;
+    first = "at 0x" + HexText(static_cast<Integer>(i));
+    first.append(": ").append(read).append(", not ").append(sent).append(".");
   }
   if (count == 1) report_.Flaw("1 byte of the EEPROM differs, " + first);
   if (count > 1) report_.Flaw(std::to_string(count) + " bytes of the EEPROM differ, the first " + first);

@@ -24,8 +24,8 @@ std::vector<std::string> SentIn(const std::string& file) {
 
 TEST(AskSerial, HeadlessWithoutANumberEndsUndecidedWithNothingSent) {
   const TempFolder folder;
-  const auto greeted = RunOrvane({"--bench", "virtual", "--automation", "stdio", "--trace", folder / "idle"});
-  EXPECT_EQ(greeted.status, 0);
+  // What every start sends is out by the time that the port answers.
+  (void)Station({"--bench", "virtual", "--trace", folder / "idle"}).Panels();
   const auto end = RunOrvane({"--initialize", "--bench", "virtual", "--ask-serial", "--trace", folder / "refused"});
   EXPECT_EQ(end.status, 2);
   EXPECT_EQ(end.errors, "ORVANE: A serial number is needed. -> OK\nThe run ended without a verdict.\n");

@@ -8,6 +8,8 @@
 namespace orvane {
 namespace {
 
+constexpr std::string_view kMark = "# ";
+
 /// A text in quotes. @throws OptionFault when no TOML file can hold it.
 std::string Quoted(const std::string& name, const std::string& text) {
   if (const auto fault = FaultOfUnitText(text)) throw OptionFault(name + " " + *fault);
@@ -27,7 +29,7 @@ std::string Key(const std::string& name) {
 
 /// What is not set, to be filled in.
 std::string CommentedOut(const std::string& key, const std::string& value) {
-  return "# " + key + " = " + value + "\n";
+  return std::string(kMark).append(key).append(" = ").append(value).append("\n");
 }
 
 void PrintOption(std::string& text, const OptionRow& row, const Options& options) {
@@ -77,7 +79,8 @@ void PrintPanels(std::string& text, const Options& options) {
     const std::string key(row.name);
     text += "\n# ";
     text += row.means;
-    text += "\n" + (set ? key + " = " + written + "\n" : CommentedOut(key, written));
+    text += "\n";
+    text += CommentedOut(key, written).substr(set ? kMark.size() : 0);
   }
 }
 

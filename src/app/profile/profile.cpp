@@ -95,7 +95,7 @@ std::string Reader::DecimalOf(const Entry& entry) const {
   const double value = number->get() == 0 ? 0 : number->get();
   constexpr double kLargest = 1e9;
   if (!(std::abs(value) < kLargest)) Fail(entry, "the number is too large");
-  const std::string text = NumberText(value);
+  std::string text = NumberText(value);
   std::string kept;
   PassOver([&] { kept = Decimal4::FromText(text).Text(); });
   if (kept != text) Fail(entry, text + " has more than four decimals");

@@ -3,7 +3,9 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QValidator>
+#include <utility>
 
 #include "adapters/qt/appearance.h"
 
@@ -64,7 +66,13 @@ void SerialField::FollowUnit() {
 
 void SerialField::focusInEvent(QFocusEvent* event) {
   QLineEdit::focusInEvent(event);
-  selectAll();
+  clicked_ = event->reason() == Qt::MouseFocusReason;
+}
+
+/// The click that gives it the keyboard marks what stands there, so that the next number takes its place.
+void SerialField::mouseReleaseEvent(QMouseEvent* event) {
+  QLineEdit::mouseReleaseEvent(event);
+  if (std::exchange(clicked_, false) && !hasSelectedText()) selectAll();
 }
 
 void SerialField::keyPressEvent(QKeyEvent* event) {

@@ -19,6 +19,7 @@ class SerialField final : public QLineEdit {
  protected:
   void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
   void Take();
@@ -31,6 +32,7 @@ class SerialField final : public QLineEdit {
   QPointer<QWidget> before_;
   /// The number that the unit had when it was last shown.
   QString shown_;
+  bool clicked_ = false;
 };
 
 /// From now on the window's title has the serial number, shortened where it is long.
