@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/failure.h"
@@ -43,6 +44,8 @@ class OperationNest {
 
   /// Why an operator may not press this button now; no value where he may.
   std::function<std::optional<std::string>(const Control& button)> refusal;
+  /// Ahead of each act of an operator: on which control or panel, how ("click", "type", ...), and with what.
+  std::function<void(const std::string& where, std::string_view how, std::string_view value)> onAct;
   /// Run around each act of an operator, whoever else's operations it stands in.
   std::function<void()> beforeHand;
   std::function<void()> behindHand;

@@ -1,5 +1,7 @@
 #include "platform/operator.h"
 
+#include <cstdint>
+
 #include "base/text.h"
 #include "platform/panel.h"
 
@@ -18,6 +20,9 @@ std::string After(const std::string& text, char32_t key) {
   }
   return key < kFirstCharacter ? text : text + EncodeUtf8(std::u32string(1, key));
 }
+
+/// "frmAutoCal.txtLoss".
+std::string FullNameOf(const Control& control) { return control.Owner().Name() + "." + control.Name(); }
 
 /// An act as the nest tells of it, however it ends.
 class HandAct {
@@ -42,8 +47,14 @@ Operator::Outcome Operator::Run(const std::function<void()>& act) {
   return nest_.Run(act);
 }
 
-Operator::Outcome Operator::Act(const Control& control, const std::function<void()>& act) {
+void Operator::Tell(const std::string& where, std::string_view how, std::string_view value) const {
+  nest_.onAct(where, how, value);
+}
+
+Operator::Outcome Operator::Act(const Control& control, std::string_view how, std::string_view value,
+                                const std::function<void()>& act) {
   if (!control.EnabledForOperator()) throw ControlDisabled(control.Name());
+  if (nest_.onAct) Tell(FullNameOf(control), how, value);
   return Run(act);
 }
 
@@ -51,33 +62,33 @@ Operator::Outcome Operator::Click(Button& button) {
   if (nest_.refusal && button.EnabledForOperator()) {
     if (const auto why = nest_.refusal(button)) return nest_.Refuse(*why);
   }
-  return Act(button, [&] { button.Click(); });
+  return Act(button, "click", {}, [&] { button.Click(); });
 }
 
 Operator::Outcome Operator::Click(TextBox& box) {
-  return Act(box, [&] {
+  return Act(box, "click", {}, [&] {
     if (box.onClick) box.onClick();
   });
 }
 
 Operator::Outcome Operator::Click(ComboBox& combo) {
-  return Act(combo, [&] { combo.Click(); });
+  return Act(combo, "click", {}, [&] { combo.Click(); });
 }
 
 Operator::Outcome Operator::Select(OptionButton& option) {
-  return Act(option, [&] { option.Click(); });
+  return Act(option, "click", {}, [&] { option.Click(); });
 }
 
 Operator::Outcome Operator::Check(CheckBox& box, bool checked) {
-  return Act(box, [&] { box.SetChecked(checked); });
+  return Act(box, "check", checked ? "1" : "0", [&] { box.SetChecked(checked); });
 }
 
 Operator::Outcome Operator::Type(TextBox& box, std::string_view text) {
-  return Act(box, [&] { box.SetText(text); });
+  return Act(box, "type", text, [&] { box.SetText(text); });
 }
 
 Operator::Outcome Operator::Type(ComboBox& combo, std::string_view text) {
-  return Act(combo, [&] { combo.SetText(text); });
+  return Act(combo, "type", text, [&] { combo.SetText(text); });
 }
 
 Operator::Outcome Operator::Key(TextBox& box, char32_t key) {
@@ -85,45 +96,48 @@ Operator::Outcome Operator::Key(TextBox& box, char32_t key) {
 }
 
 Operator::Outcome Operator::Key(TextBox& box, char32_t key, const std::function<std::string()>& effect) {
-  return Act(box, [&] {
+  return Act(box, "key", std::to_string(static_cast<std::uint32_t>(key)), [&] {
     if (key != 0 && box.onKeyPress) box.onKeyPress(key);
     box.SetText(effect());
   });
 }
 
 Operator::Outcome Operator::Leave(TextBox& box) {
+  if (nest_.onAct) Tell(FullNameOf(box), "leave", {});
   return Run([&] {
     if (box.onLostFocus) box.onLostFocus();
   });
 }
 
 Operator::Outcome Operator::Key(ComboBox& combo, char32_t key) {
-  return Act(combo, [&] { combo.SetText(After(combo.Text(), key)); });
+  return Act(combo, "key", std::to_string(static_cast<std::uint32_t>(key)),
+             [&] { combo.SetText(After(combo.Text(), key)); });
 }
 
 Operator::Outcome Operator::Pick(ComboBox& combo, std::size_t index) {
-  return Act(combo, [&] { combo.Pick(index); });
+  return Act(combo, "pick", std::to_string(index), [&] { combo.Pick(index); });
 }
 
 Operator::Outcome Operator::Mark(ListBox& list, int row) {
-  return Act(list, [&] {
+  return Act(list, "mark", std::to_string(row), [&] {
     if (row >= 0 && static_cast<std::size_t>(row) < list.Items().size()) list.Select(row);
   });
 }
 
 Operator::Outcome Operator::TurnTo(TabControl& tabs, int page) {
-  return Act(tabs, [&] { tabs.Select(page); });
+  return Act(tabs, "turn", std::to_string(page), [&] { tabs.Select(page); });
 }
 
 Operator::Outcome Operator::Move(UpDown& upDown, Long value) {
-  return Act(upDown, [&] { upDown.MoveTo(value); });
+  return Act(upDown, "move", std::to_string(value), [&] { upDown.MoveTo(value); });
 }
 
 Operator::Outcome Operator::Step(UpDown& upDown, int steps) {
-  return Act(upDown, [&] { upDown.StepBy(steps); });
+  return Act(upDown, "step", std::to_string(steps), [&] { upDown.StepBy(steps); });
 }
 
 Operator::Outcome Operator::Close(Panel& panel) {
+  if (nest_.onAct) Tell(panel.Name(), "close", {});
   return Run([&] { panel.Close(); });
 }
 

@@ -53,7 +53,8 @@ class Operator {
   Outcome Close(Panel& panel);
 
  private:
-  Outcome Act(const Control& control, const std::function<void()>& act);
+  Outcome Act(const Control& control, std::string_view how, std::string_view value, const std::function<void()>& act);
+  void Tell(const std::string& where, std::string_view how, std::string_view value) const;
   Outcome Run(const std::function<void()>& act);
 
   OperationNest& nest_;

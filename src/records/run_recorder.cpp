@@ -24,7 +24,7 @@ std::string FirstReason(const std::vector<RecordedStep>& steps) {
 
 struct RunRecorder::Run {
   explicit Run(RunKind kindOfRun, TimePoint now, const StationState& state)
-      : kind(kindOfRun), began(now), toldAt(now), tally(state.tally), stopsAsked(state.cal.stopsAsked) {}
+      : kind(kindOfRun), began(now), tally(state.tally), stopsAsked(state.cal.stopsAsked), toldAt(now) {}
 
   RunKind kind;
   TimePoint began;
@@ -84,6 +84,7 @@ void RunRecorder::Begin(RunKind kind) {
   run_ = std::make_unique<Run>(kind, loop_.Now(), *state_);
   run_->record.identity = links_.identity(kind);
   run_->record.documents = links_.documentsBefore();
+  Note("station", WireEvent::State, links_.state());
   links_.begun(run_->record.identity);
 }
 
@@ -119,6 +120,10 @@ void RunRecorder::Stopped(const std::string& text) {
   if (!run_ || !run_->isOver || !run_->wasThrown) return;
   run_->failure = text;
   Close();
+}
+
+void RunRecorder::Acted(const std::string& where, std::string_view how, std::string_view value) {
+  if (run_) Note("hand", WireEvent::Act, std::string(where).append("\n").append(how).append("\n").append(value));
 }
 
 void RunRecorder::Flush() {

@@ -19,6 +19,8 @@ struct RecorderLinks {
   std::function<RunIdentity(RunKind kind)> identity;
   /// Milliseconds since 1970, UTC.
   std::function<std::int64_t()> wallClock;
+  /// What the station knows, beside its panels and tables.
+  std::function<std::string()> state;
   /// What the run begins with, and what it has made.
   std::function<std::vector<RecordedDocument>()> documentsBefore;
   std::function<std::vector<RecordedDocument>()> documentsAfter;
@@ -42,6 +44,8 @@ class RunRecorder final : public WireListener {
 
   /// A failure has stopped what was under way.
   void Stopped(const std::string& text);
+  /// An operator's act.
+  void Acted(const std::string& where, std::string_view how, std::string_view value);
   /// The station ends: a run whose end is not told yet is told now.
   void Flush();
   [[nodiscard]] EventLoop& Loop() { return loop_; }

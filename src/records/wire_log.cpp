@@ -8,7 +8,7 @@ namespace {
 constexpr std::string_view kHead = "orvane wires 1\n";
 /// In the place of an event: the name of the next link.
 constexpr std::uint8_t kNewLink = 0;
-constexpr auto kLastEvent = static_cast<std::uint8_t>(WireEvent::Answered);
+constexpr auto kLastEvent = static_cast<std::uint8_t>(WireEvent::State);
 /// No link brings more at once.
 constexpr std::uint64_t kMostBytes = 16 << 20;
 

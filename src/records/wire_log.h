@@ -25,12 +25,16 @@ enum class WireEvent : std::uint8_t {
   Asked = 7,
   /// `bytes` are the caption of the button, the path chosen, or nothing.
   Answered = 8,
+  /// What an operator did: `bytes` are the control, how, and with what, each on a line.
+  Act = 9,
+  /// What the station knew when the run began.
+  State = 10,
 };
 
 struct WireNote {
   /// Since the log began.
   TimePoint at{0};
-  /// "COM1", "GPIB 5", "box", "dialog".
+  /// "COM1", "GPIB 5", "box", "dialog", "hand", "station".
   std::string link;
   WireEvent event = WireEvent::Out;
   std::string bytes;

@@ -18,6 +18,9 @@ struct RecordedStation {
           return ports->Ports();
         }) {
     ports->recorder.Follow(station.State(), Links());
+    station.station.Nest().onAct = [this](const std::string& where, std::string_view how, std::string_view value) {
+      ports->recorder.Acted(where, how, value);
+    };
     station.station.Nest().onFailure.emplace_back([this](const std::string& text) { ports->recorder.Stopped(text); });
   }
   explicit RecordedStation(std::uint64_t seed, const std::vector<std::string>& faults = {})
@@ -51,6 +54,7 @@ struct RecordedStation {
               return run;
             },
             [this] { return std::chrono::duration_cast<std::chrono::milliseconds>(station.loop.Now()).count(); },
+            [] { return std::string("as it stood"); },
             [] { return std::vector<RecordedDocument>{}; },
             [] { return std::vector<RecordedDocument>{}; },
             [this](const RunIdentity&) { begun.push_back(station.journal.Commands().size()); },

@@ -167,6 +167,7 @@ TEST_F(ARecordedRoad, TraceHasEveryByteOfTheTargetsLine) {
   EXPECT_EQ(static_cast<std::int64_t>(out), record_.end->bytesOut);
   EXPECT_EQ(static_cast<std::int64_t>(in), record_.end->bytesIn);
   EXPECT_EQ(ReadWireLog(record_.Document("trace")->content).damage, "");
+  EXPECT_THAT(BytesOf(record_, "station", WireEvent::State), ElementsAre("as it stood")) << "ahead of all";
 }
 
 TEST_F(ARecordedRoad, TellsItsTraceAsItGrows) {
@@ -201,6 +202,7 @@ TEST(RunRecord, OfARunThatWasStoppedSaysSoAndHowFarItCame) {
   EXPECT_EQ(record.end->ending, Ending::Stopped);
   EXPECT_THAT(record.end->reason, HasSubstr("Stopped"));
   EXPECT_FALSE(record.steps.back().complete);
+  EXPECT_THAT(BytesOf(record, "hand", WireEvent::Act), ElementsAre("frmAutoCal.cmdAutoCalStop\nclick\n"));
 }
 
 TEST(RunRecord, OfAFailureThatEndedTheRunHasItsText) {

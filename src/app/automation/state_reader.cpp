@@ -1,6 +1,7 @@
 #include "app/automation/state_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <concepts>
 #include <functional>
 #include <ranges>
@@ -149,6 +150,17 @@ std::optional<Json> ReadState(const StationState& state, std::string_view name) 
   const auto row = std::find_if(rows.begin(), rows.end(), [&](const StateRow& r) { return r.name == name; });
   if (row == rows.end()) return std::nullopt;
   return row->read(state);
+}
+
+Json ReadPlainStates(const StationState& state) {
+  constexpr std::array kLarge{"FrameData",   "ReplyBytes", "RFParams",          "RFParamText",
+                              "EepromImage", "RampTable",  "APCDACPatternTable"};
+  Json all = Json::object();
+  for (const StateRow& row : StateRows()) {
+    if (std::find(kLarge.begin(), kLarge.end(), row.name) == kLarge.end())
+      all[std::string(row.name)] = row.read(state);
+  }
+  return all;
 }
 
 }  // namespace orvane

@@ -13,4 +13,7 @@ namespace orvane {
 /// the order of a parameter file, with `rf_revision` as its code.
 [[nodiscard]] std::optional<Json> ReadState(const StationState& state, std::string_view name);
 
+/// All that is plain: no records, tables and images. By name.
+[[nodiscard]] Json ReadPlainStates(const StationState& state);
+
 }  // namespace orvane

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
-#include <nlohmann/json.hpp>
 #include <type_traits>
 
+#include "app/automation/state_reader.h"
 #include "base/failure.h"
 #include "platform/controls.h"
 #include "ramp/ramp_file.h"
@@ -24,7 +24,7 @@ void AppendText(std::string& json, std::string_view text) {
     json.append("\"").append(text).append("\"");
     return;
   }
-  json += nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+  json += Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 void AppendValue(std::string& json, const Control& control) {
@@ -103,6 +103,16 @@ const std::string& RunDocuments::ParameterText() {
   RFParamsToDataConvert(shown);
   text_ = ParameterFileText(shown);
   return text_;
+}
+
+std::string RunDocuments::State() {
+  Json state = ReadPlainStates(state_);
+  Json seen = Json::array();
+  for (const Panel* panel : panels_.All()) {
+    if (panel->Created()) seen.push_back(panel->Name());
+  }
+  return Json{{"seen", std::move(seen)}, {"state", std::move(state)}}.dump(-1, ' ', false,
+                                                                           Json::error_handler_t::replace);
 }
 
 std::vector<RecordedDocument> RunDocuments::Before() {

@@ -15,6 +15,8 @@ class RunDocuments {
  public:
   RunDocuments(const StationState& state, StationPanels& panels) : state_(state), panels_(panels) {}
 
+  /// What the station knows beside them, and which panels somebody has seen: one JSON object.
+  [[nodiscard]] std::string State();
   /// The parameters, the tables, and every control of every panel.
   [[nodiscard]] std::vector<RecordedDocument> Before();
   /// The parameters.

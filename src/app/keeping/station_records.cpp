@@ -72,6 +72,9 @@ StationRecords::StationRecords(const Options& options, EventLoop& loop, RunRecor
       documents_(station.State(), station.Panels()),
       keeper_(Ways(), CurrentWriter(), [this](const Kept& kept) { Hear(kept); }) {
   recorder_.Follow(station.State(), Links());
+  station.Nest().onAct = [this](const std::string& where, std::string_view how, std::string_view value) {
+    recorder_.Acted(where, how, value);
+  };
   station.Nest().onFailure.emplace_back([this](const std::string& text) { recorder_.Stopped(text); });
 }
 
@@ -80,6 +83,7 @@ StationRecords::~StationRecords() = default;
 RecorderLinks StationRecords::Links() {
   return {[this](RunKind kind) { return IdentityOf(kind); },
           &NowMs,
+          [this] { return documents_.State(); },
           [this] { return documents_.Before(); },
           [this] { return documents_.After(); },
           [this](const RunIdentity& run) { keeper_.Begin(run); },
