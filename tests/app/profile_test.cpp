@@ -126,6 +126,7 @@ TEST_F(ProfileTest, AFaultIsOneLineWithFileLineAndKey) {
   const std::pair<std::string, std::string> rows[] = {
       {"com1 = \"/dev/ttyUSB0\"\n\ncom9 = \"/dev/x\"\n", "3: com9: there is no such key"},
       {"[bench]\nseed = 7\n", "1: bench: it must be a text in quotes"},
+      {"\"a\\u001b[31m\\nb\" = 1\n", "1: a?[31m / b: there is no such key"},
       {"[pannel]\n", "1: pannel: there is no such key"},
       {"com1 = 7\n", "1: com1: it must be a text in quotes"},
       {"com1 = \"\"\n", "1: com1: the value is empty"},

@@ -183,6 +183,15 @@ std::string ContentOf(const std::string& file) {
   }
 }
 
+/// One line that does nothing to a terminal: a key may hold anything.
+std::string Printable(const std::string& text) {
+  std::u32string characters = DecodeUtf8(OneLine(text));
+  for (char32_t& c : characters) {
+    if (c < 0x20 || (c >= 0x7F && c < 0xA0)) c = '?';
+  }
+  return EncodeUtf8(characters);
+}
+
 /// What stands in front of a fault that the parser met, so far as it can be told: the key of its line.
 std::string KeyOfLine(std::string_view content, long line) {
   for (long i = 1; i < line; ++i) (void)TakeLine(content);
@@ -197,8 +206,8 @@ std::string KeyOfLine(std::string_view content, long line) {
 }  // namespace
 
 ProfileFault::ProfileFault(const std::string& file, long line, const std::string& key, const std::string& what)
-    : std::runtime_error(OneLine(file + (line > 0 ? ":" + std::to_string(line) : "") +
-                                 (key.empty() ? "" : ": " + key) + (what.empty() ? "" : ": " + what))) {}
+    : std::runtime_error(Printable(file + (line > 0 ? ":" + std::to_string(line) : "") +
+                                   (key.empty() ? "" : ": " + key) + (what.empty() ? "" : ": " + what))) {}
 
 std::string ProfileKey(std::string_view option) {
   std::string key(option);
@@ -206,12 +215,13 @@ std::string ProfileKey(std::string_view option) {
   return key;
 }
 
-Profile ReadProfile(const std::string& file) {
-  const std::string content = ContentOf(file);
+Profile ReadProfile(const std::string& file) { return ParseProfile(file, ContentOf(file)); }
+
+Profile ParseProfile(const std::string& file, std::string_view content) {
   Profile profile;
   profile.file = file;
   try {
-    const toml::table top = toml::parse(std::string_view(content));
+    const toml::table top = toml::parse(content);
     Reader(profile).Read(top);
   } catch (const toml::parse_error& fault) {
     const auto line = static_cast<long>(fault.source().begin.line);

@@ -40,6 +40,8 @@ inline constexpr std::uint64_t kLargestProfile = 1 << 20;
 
 /// Values of options are not looked at beyond their type. @throws ProfileFault
 [[nodiscard]] Profile ReadProfile(const std::string& file);
+/// The same of what stands in it.
+[[nodiscard]] Profile ParseProfile(const std::string& file, std::string_view content);
 
 /// The name of an option as a profile has it: "ask_serial".
 [[nodiscard]] std::string ProfileKey(std::string_view option);
