@@ -29,7 +29,7 @@ std::string StorableText(std::string_view text) {
 
 QString QtText(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
-SqlStatement& SqlStatement::Bind(QVariant value) {
+SqlStatement& SqlStatement::Bind(const QVariant& value) {
   query_.bindValue(bound_++, value);
   return *this;
 }

@@ -42,7 +42,7 @@ class SqlStatement {
   ~SqlStatement() { query_.finish(); }
 
   /// The value of the next place.
-  SqlStatement& Bind(QVariant value);
+  SqlStatement& Bind(const QVariant& value);
   /// An empty text is one that is not known.
   SqlStatement& BindKnown(std::string_view text);
   /// What is not a number is not known.

@@ -15,8 +15,8 @@ QByteArray QtBytes(std::string_view bytes) { return {bytes.data(), static_cast<q
 DocumentsToKeep::DocumentsToKeep(SqlConnection& connection, const std::vector<RecordedDocument>& documents)
     : connection_(connection), documents_(documents) {
   for (const RecordedDocument& document : documents_) {
-    const std::string& sha256 =
-        links_.emplace_back(StorableText(document.role), DigestTextOf(document.content)).sha256;
+    links_.push_back({StorableText(document.role), DigestTextOf(document.content)});
+    const std::string& sha256 = links_.back().sha256;
     packed_.push_back(Has(sha256) ? std::nullopt : std::optional(Pack(document)));
   }
 }

@@ -149,7 +149,7 @@ std::string SealOf(const RunRecord& rows, const std::vector<DocumentLink>& links
     if (link.role != "trace") byRole.emplace(link.role, link.sha256);
   }
   std::string lines;
-  for (const auto& [role, sha256] : byRole) lines += role + '\0' + sha256 + '\n';
+  for (const auto& [role, sha256] : byRole) lines.append(role).append(1, '\0').append(sha256).append(1, '\n');
   return seal + DigestOf(lines);
 }
 

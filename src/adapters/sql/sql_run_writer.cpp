@@ -55,7 +55,7 @@ std::string WithExcluded(std::string_view columns) {
   while (!columns.empty()) {
     const std::string column(columns.substr(0, columns.find(", ")));
     columns.remove_prefix(std::min(column.size() + 2, columns.size()));
-    words += (words.empty() ? "" : ", ") + column + " = excluded." + column;
+    words.append(words.empty() ? "" : ", ").append(column).append(" = excluded.").append(column);
   }
   return words;
 }
