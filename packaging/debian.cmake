@@ -29,7 +29,10 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 
 set(CPACK_DEBIAN_STATION_PACKAGE_NAME orvane)
+# The drivers of the stores are looked for at run time.
+set(CPACK_DEBIAN_STATION_PACKAGE_DEPENDS libqt6sql6-sqlite)
 set(CPACK_DEBIAN_STATION_PACKAGE_RECOMMENDS orvane-windows)
+set(CPACK_DEBIAN_STATION_PACKAGE_SUGGESTS libqt6sql6-psql)
 set(CPACK_DEBIAN_STATION_DESCRIPTION
 "calibration and test station for one dual-band GSM handset
 Takes a handset on a serial line into test mode, calibrates its receiver and

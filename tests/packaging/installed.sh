@@ -16,7 +16,10 @@ put() { cmake --install "$build" --component "$1" --prefix "$place/usr" >"$place
 windows() { QT_QPA_PLATFORM=offscreen "$place/usr/bin/orvane" --bench virtual --automation stdio </dev/null 2>&1; }
 
 put station
-"$place/usr/bin/orvane" --headless --initialize --bench virtual >"$place/road" 2>&1 || fail "$(cat "$place/road")"
+store=sqlite:$place/records.sqlite
+"$place/usr/bin/orvane" --headless --initialize --bench virtual --records "$store" >"$place/road" 2>&1 ||
+  fail "$(cat "$place/road")"
+"$place/usr/bin/orvane-records" --store "$store" list | grep -q ' PASS$' || fail "orvane-records lists no PASS"
 "$place/usr/bin/virtual-bench" --list-faults | grep -q '^silent' || fail "virtual-bench lists no faults"
 status=0
 told=$(windows) || status=$?

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-#   manual.sh PROGRAM PAGE
-# The manual page describes each option that `PROGRAM --help` lists and no other, and is drawn without a complaint.
+#   manual.sh PROGRAM PAGE [HELP]
+# The manual page describes each option that `PROGRAM --help`, or HELP in its place, lists and no other, and is drawn
+# without a complaint. Verbs may share an option.
 set -euo pipefail
 
-listed=$("$1" --help | grep -oE '^ +(-h,)?--[a-z0-9-]+' | grep -oE -- '--[a-z0-9-]+' | sort)
+listed=$("$1" "${3:---help}" | grep -oE '^ +(-h,)?--[a-z0-9-]+' | grep -oE -- '--[a-z0-9-]+' | sort -u)
 described=$(sed -n '/^\.SH OPTIONS/,/^\.SH EXIT/p' "$2" | grep -A1 '^\.TP' | grep -oE '\\-\\-[a-z0-9\-]+' | tr -d '\\' | sort)
 [ "$(wc -l <<<"$listed")" -gt 5 ] || { echo "Few options are listed: $listed"; exit 1; }
 diff <(echo "$listed") <(echo "$described") || { echo "<: listed alone; >: described alone"; exit 1; }

@@ -200,7 +200,7 @@ TEST(RecordJson, DocumentsHaveTheirDigestAndTheirContentButForTraces) {
                                 {"bytes", 11},
                                 {"text", "0.5\r\n0.75\r\n"}}));
   EXPECT_EQ(documents[1]["base64"], "AP8Q");
-  EXPECT_EQ(documents[2]["bytes"], 24);
+  EXPECT_EQ(documents[2]["bytes"], SmallRun().Document("trace")->content.size());
   EXPECT_FALSE(documents[2].contains("text") || documents[2].contains("base64"));
 }
 

@@ -6,7 +6,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "app/records/archive.h"
 #include "program/programs.h"
+#include "records_program/sample_records.h"
 
 namespace orvane::test {
 namespace {
@@ -150,11 +152,27 @@ TEST_F(RecordsProgram, PrunesAndVerifiesWhatIsLeft) {
   EXPECT_EQ(json::parse(Ask({"list", "--json"}).output).size(), 1U);
 }
 
+TEST_F(RecordsProgram, VerifyReadsEachTraceToItsEnd) {
+  RunRecord cut = LaterPass();
+  cut.identity.id = "019aa9a2-7000-7b11-8f3a-000000000000";
+  cut.documents.back().content.pop_back();
+  RunRecord abandoned = cut;
+  abandoned.identity.id = "019aa9a2-8000-7b11-8f3a-000000000000";
+  abandoned.end->ending = Ending::Abandoned;
+  Fill(folder / "cut.orvane", ArchiveOf({cut, abandoned}));
+  EXPECT_EQ(Ask({"import", folder / "cut.orvane"}).status, 0);
+  const auto verified = Ask({"verify"});
+  EXPECT_EQ(verified.status, 1);
+  EXPECT_THAT(verified.output, HasSubstr(cut.identity.id + ": trace: "));
+  EXPECT_THAT(verified.output, HasSubstr("\n7 runs, 1 damaged.\n")) << "one that was abandoned may lack its end";
+}
+
 TEST_F(RecordsProgram, AnAnswerThatCannotBeWrittenIs74) {
   const auto end = Run({"--store", store, "list", "--json"});
   EXPECT_EQ(end.status, 0);
   const auto full =
-      Child({"/bin/sh", "-c", "exec \"$0\" --store \"$1\" list >/dev/full", ORVANE_RECORDS_PROGRAM, store}).WaitForEnd();
+      Child({"/bin/sh", "-c", "exec \"$0\" --store \"$1\" list >/dev/full", ORVANE_RECORDS_PROGRAM, store})
+          .WaitForEnd();
   EXPECT_EQ(full.status, 74);
 }
 

@@ -118,6 +118,7 @@ TEST(LimitBar, ShowsWhereAValueLiesAndHoldsWhatIsFarOutsideAtTheEdge) {
     EXPECT_THAT(LimitBar({"", "a", row.value, "", -5.0, 5.0, 0}), HasSubstr(row.mark)) << row.value;
   }
   EXPECT_EQ(LimitBar({"", "a", 1, "", {}, {}, 0}), "");
+  EXPECT_THAT(LimitBar({"", "a", 1.87, "degree", {}, 5.0, 0}), HasSubstr("aria-label=\"1.87 between 0 and 5\""));
   EXPECT_THAT(LimitBar({"", "a", 1, "", 1.0, 1.0, 0}), HasSubstr("class=\"mark\""));
 }
 

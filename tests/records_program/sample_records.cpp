@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "records/wire_log.h"
+
 namespace orvane::test {
 namespace {
 
@@ -69,6 +71,13 @@ void AddBand(RunRecord& record, const std::string& step, const std::string& band
   record.readings.push_back({step, prefix + ".frequency_error", -12.5, "hertz", {}, {}, atS});
 }
 
+std::string SmallTrace() {
+  WireLog log;
+  log.Note(TimePoint{0}, "COM1", WireEvent::Open, "115200,n,8,1");
+  log.Note(TimePoint{1000}, "COM1", WireEvent::Out, "\x02\x14");
+  return log.Content();
+}
+
 void AddSmallRunsContent(RunRecord& record) {
   record.steps = {{"receive", 0.5, 1.25, true, ""},
                   {"transmitGSM", 1.75, 0.5, false, "level 5 is <outside> & \"far\""}};
@@ -81,7 +90,7 @@ void AddSmallRunsContent(RunRecord& record) {
   record.boxes = {{"ORVANE", "Level 5 fails.\r\nGo on?", "Yes", 2.0, 2.125}, {"Warning", "<b>&</b>", "", 2.25, {}}};
   record.documents = {{"cable_loss", "text", "0.5\r\n0.75\r\n"},
                       {"eeprom.sent", "bytes", std::string("\x00\xff\x10", 3)},
-                      {"trace", "trace", "what went over the wires"}};
+                      {"trace", "trace", SmallTrace()}};
 }
 
 }  // namespace

@@ -82,7 +82,7 @@ Bounds BoundsOf(const ChannelPlot& plot) {
   std::vector<double> all = plot.limits;
   for (const ChannelValue& value : plot.values) all.push_back(value.value);
   const auto [low, high] = std::minmax_element(all.begin(), all.end());
-  const double margin = *high > *low ? (*high - *low) * 0.12 : 1;
+  const double margin = std::max(1.0, (*high - *low) * 0.12);
   return {*low - margin, *high + margin};
 }
 
@@ -103,20 +103,21 @@ void DrawChannelAxis(Svg& svg, const ChannelPlot& plot, const Scale& x) {
 }  // namespace
 
 std::string LimitBar(const RecordedReading& reading) {
-  if (!reading.low || !reading.high) return {};
+  if (!reading.high) return {};
+  // What has an upper limit alone is the better the nearer it is to nothing.
+  const double low = reading.low.value_or(std::min(0.0, *reading.high));
   constexpr double kWidth = 92;
   constexpr double kHeight = 14;
   constexpr double kMiddle = kHeight / 2;
-  const double span = *reading.high > *reading.low ? *reading.high - *reading.low : 1;
-  const double from = *reading.low - span * 0.2;
+  const double span = *reading.high > low ? *reading.high - low : 1;
+  const double from = low - span * 0.2;
   const double to = *reading.high + span * 0.2;
   const Scale x(from, to, 3, kWidth - 3);
   const bool inside = *reading.Inside();
-  Svg svg(
-      "bar", kWidth, kHeight,
-      ShortNumber(reading.value) + " between " + ShortNumber(*reading.low) + " and " + ShortNumber(*reading.high));
+  Svg svg("bar", kWidth, kHeight,
+          ShortNumber(reading.value) + " between " + ShortNumber(low) + " and " + ShortNumber(*reading.high));
   svg.Line("track", {3, kMiddle}, {kWidth - 3, kMiddle});
-  svg.Rect("zone", {x(*reading.low), kMiddle - 3.5}, x(*reading.high) - x(*reading.low), 7);
+  svg.Rect("zone", {x(low), kMiddle - 3.5}, x(*reading.high) - x(low), 7);
   const double at = x(Within(reading.value, from, to));
   svg.Rect(inside ? "mark" : "mark outside", {at - 1.5, 1}, 3, kHeight - 2);
   return svg.Whole();

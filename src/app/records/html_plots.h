@@ -8,7 +8,7 @@
 
 namespace orvane {
 
-/// A reading's place between its limits; empty for one without both.
+/// A reading's place between its limits; empty for one without an upper limit.
 [[nodiscard]] std::string LimitBar(const RecordedReading& reading);
 
 /// When a step was under way, of a run of so many seconds.

@@ -23,7 +23,7 @@ header p{margin:.15rem 0}.soft,.note,small{color:var(--soft)}small{font-size:.82
 .verdict{font-size:1.5rem;font-weight:700;color:var(--tone);letter-spacing:.02em}
 .reasons{margin:.4rem 0 0;padding-left:1.2rem}
 .good{--tone:var(--good)}.doubtful{--tone:var(--doubt)}.bad{--tone:var(--bad)}.open{--tone:var(--open)}
-.toned{color:var(--tone);font-weight:600}
+.toned{color:var(--tone);font-weight:600;white-space:nowrap}
 dl{display:grid;grid-template-columns:repeat(auto-fill,minmax(18.5rem,1fr));gap:.5rem 1.5rem;margin:0}
 dt{color:var(--soft);font-size:.82em}dd{margin:0}
 table{border-collapse:collapse;font-variant-numeric:tabular-nums;width:100%}
