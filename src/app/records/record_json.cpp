@@ -100,6 +100,16 @@ Json RunJson(const RunIdentity& run, const std::optional<RunEnd>& end) {
   return json;
 }
 
+std::string ListJson(const std::vector<RunSummary>& runs) {
+  if (runs.empty()) return "[]\n";
+  std::string text;
+  for (const RunSummary& run : runs) {
+    const Json json = RunJson(run.identity, run.end);
+    text += (text.empty() ? "[\n" : ",\n") + json.dump(-1, ' ', false, Json::error_handler_t::replace);
+  }
+  return text + "\n]\n";
+}
+
 Json RecordJson(const RunRecord& record) {
   Json json = RunJson(record.identity, record.end);
   Json& tags = json["tags"] = Json::object();

@@ -30,6 +30,11 @@ bool IsIn(const std::array<Range, N>& ranges, char32_t code) {
                      [code](const Range& range) { return code >= range.first && code <= range.second; });
 }
 
+/// Most texts are of nothing else, and a list has a hundred thousand lines.
+bool IsPlain(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
 std::size_t ColumnsOf(const WalkedCharacter& character) {
   if (!character.code) return 1;
   if (IsIn(kNarrowless, *character.code)) return 0;
@@ -56,6 +61,7 @@ std::string Digits(double value, Format... format) {
 }  // namespace
 
 std::string Harmless(std::string_view text) {
+  if (IsPlain(text)) return std::string(text);
   std::string shown;
   while (!text.empty()) {
     if (text.starts_with("\r\n")) text.remove_prefix(1);
@@ -74,6 +80,7 @@ std::string Harmless(std::string_view text) {
 }
 
 std::size_t ColumnsOf(std::string_view text) {
+  if (IsPlain(text)) return text.size();
   std::size_t columns = 0;
   while (!text.empty()) columns += ColumnsOf(TakeCharacter(text));
   return columns;

@@ -31,9 +31,7 @@ class Verbs {
   int operator()(const ListOrder& order) {
     const auto runs = Store(StoreAccess::Ask).List(order.query);
     if (order.json) {
-      auto array = nlohmann::ordered_json::array();
-      for (const RunSummary& run : runs) array.push_back(RunJson(run.identity, run.end));
-      doors_.show(JsonText(array));
+      doors_.show(ListJson(runs));
     } else if (runs.empty()) {
       doors_.errors << "No run fits." << std::endl;
     } else {
