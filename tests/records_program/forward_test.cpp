@@ -40,6 +40,21 @@ TEST_F(Forwarding, AStoreThatIsNotThereIs74) {
   EXPECT_EQ(errors.str(), "orvane-records: /gone: there is no store.\n");
 }
 
+TEST_F(Forwarding, ARecordThatIsRefusedIsNamedOnceAndKeepsNoOtherOneBack) {
+  there.refuses = SmallRun().identity.id;
+  const std::string told = "orvane-records: " + there.refuses + ": it has no place for it.\n";
+  EXPECT_EQ(Run({"forward", "--to", "sqlite:there"}), 74);
+  EXPECT_EQ(errors.str(), told);
+  EXPECT_EQ(out.str(), "1 record forwarded.\n");
+  EXPECT_TRUE(there.Load(LaterPass().identity.id));
+  EndBehindRounds(4, [&](int round) {
+    if (round == 3) there.refuses = "";
+  });
+  EXPECT_EQ(Run({"forward", "--to", "sqlite:there", "--follow"}), 0);
+  EXPECT_EQ(errors.str(), told);
+  EXPECT_TRUE(there.Load(SmallRun().identity.id)) << "it is tried again";
+}
+
 TEST_F(Forwarding, FollowsWhatIsFinishedMeanwhileUntilItIsAskedToEnd) {
   RunRecord open = LaterPass();
   open.identity.id = "019aa9a2-7000-7b11-8f3a-000000000000";

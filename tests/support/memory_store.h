@@ -16,6 +16,8 @@ class MemoryStore final : public RecordStore {
   std::map<std::string, std::vector<std::string>> faults;
   /// The next thing that is asked of it fails so, once.
   std::optional<std::string> failsNext;
+  /// A run whose record it does not take.
+  std::string refuses;
 
   void Begin(const RunIdentity& run, const WriterMark& writer) override {
     FailIfAsked();
@@ -25,6 +27,7 @@ class MemoryStore final : public RecordStore {
 
   bool Finish(const RunRecord& record) override {
     FailIfAsked();
+    if (record.identity.id == refuses) throw StoreFault("it has no place for it.");
     const auto there = records_.find(record.identity.id);
     if (there != records_.end() && there->second.end) return false;
     writers_.erase(record.identity.id);

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "app/records/shown_text.h"
+#include "app/records/verbs.h"
 
 namespace orvane {
 namespace {
@@ -26,28 +27,47 @@ class Forwarder {
     }
   }
 
-  /// @return how many records went over.
-  std::size_t Round() {
+  struct Went {
+    std::size_t over = 0;
+    /// Each could not be read here or is refused there, and keeps no other one from going.
+    std::size_t behind = 0;
+  };
+  Went Round() {
     RunQuery query;
     if (round_++ % kRoundsOfWholeLook != 0) query.since = newestMs_ - kLookBackMs;
     const auto runs = from_.List(query);
-    std::size_t copied = 0;
+    Went went;
     for (auto run = runs.rbegin(); run != runs.rend() && !doors_.endAsked(0ms); ++run) {
       newestMs_ = std::max(newestMs_, run->identity.beganMs);
       if (!run->end || known_.count(run->identity.id) > 0) continue;
-      // It may have been taken out meanwhile.
-      const auto record = from_.Load(run->identity.id);
-      if (record && to_.Finish(*record)) ++copied;
-      known_.insert(run->identity.id);
+      Copy(run->identity.id, went);
     }
-    return copied;
+    return went;
   }
 
  private:
+  /// @throws StoreFault when one of the stores does not answer at all.
+  void Copy(const std::string& id, Went& went) {
+    try {
+      // It may have been taken out meanwhile.
+      const auto record = from_.Load(id);
+      if (record && to_.Finish(*record)) ++went.over;
+      known_.insert(id);
+    } catch (const StoreFault& fault) {
+      (void)from_.IdsLike(id, 1);
+      (void)to_.IdsLike(id, 1);
+      if (told_.insert(id).second) {
+        doors_.errors << "orvane-records: " << id << ": " << Harmless(fault.what()) << std::endl;
+      }
+      ++went.behind;
+    }
+  }
+
   RecordStore& from_;
   RecordStore& to_;
   RecordsDoors& doors_;
   std::set<std::string> known_;
+  std::set<std::string> told_;
   std::int64_t newestMs_ = 0;
   int round_ = 0;
 };
@@ -72,16 +92,18 @@ class Follower {
     return 0;
   }
 
-  void Round() {
+  /// @return whether all that is finished is there.
+  bool Round() {
     if (!forwarder_) {
       from_ = doors_.openStore(fromName_, StoreAccess::Ask);
       to_ = doors_.openStore(order_.to, StoreAccess::Fill);
       forwarder_ = std::make_unique<Forwarder>(*from_, *to_, doors_);
     }
-    const std::size_t copied = forwarder_->Round();
-    if (copied > 0 || !order_.follow) {
-      doors_.out << copied << (copied == 1 ? " record" : " records") << " forwarded." << std::endl;
+    const auto [over, behind] = forwarder_->Round();
+    if (over > 0 || !order_.follow) {
+      doors_.out << over << (over == 1 ? " record" : " records") << " forwarded." << std::endl;
     }
+    return behind == 0;
   }
 
  private:
@@ -99,8 +121,7 @@ class Follower {
 int Forward(const ForwardOrder& order, const std::string& fromName, RecordsDoors& doors) {
   Follower follower(order, fromName, doors);
   if (order.follow) return follower.Run();
-  follower.Round();
-  return 0;
+  return follower.Round() ? 0 : kNoStore;
 }
 
 }  // namespace orvane
