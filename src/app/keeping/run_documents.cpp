@@ -1,7 +1,7 @@
 #include "app/keeping/run_documents.h"
 
 #include <algorithm>
-#include <cstring>
+#include <string_view>
 #include <type_traits>
 
 #include "app/automation/state_reader.h"
@@ -68,6 +68,11 @@ void Add(std::vector<RecordedDocument>& documents, const char* role, Make make) 
   PassOver([&] { documents.push_back({role, "bytes", make()}); });
 }
 
+std::string_view BytesOf(const RFParameter& record) {
+  static_assert(std::is_trivially_copyable_v<RFParameter>);
+  return {reinterpret_cast<const char*>(&record), sizeof record};
+}
+
 /// The losses in force stand in their boxes.
 CalState WithLossesOf(const CalState& state, StationPanels& panels) {
   CalState now = state;
@@ -96,8 +101,7 @@ std::string PanelDocument(const std::vector<Panel*>& panels) {
 }
 
 const std::string& RunDocuments::ParameterText() {
-  static_assert(std::is_trivially_copyable_v<RFParameter>);
-  if (!text_.empty() && std::memcmp(&told_, &state_.rf.RFParams, sizeof told_) == 0) return text_;
+  if (!text_.empty() && BytesOf(told_) == BytesOf(state_.rf.RFParams)) return text_;
   told_ = state_.rf.RFParams;
   RFState shown = state_.rf;
   RFParamsToDataConvert(shown);

@@ -1,5 +1,7 @@
 #include "app/keeping/station_records.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -70,6 +72,7 @@ StationRecords::StationRecords(const Options& options, EventLoop& loop, RunRecor
       recorder_(recorder),
       unit_(unit),
       documents_(station.State(), station.Panels()),
+      ear_([this] { loop_.Post([this] { TellWhatWasHeard(); }); }),
       keeper_(Ways(), CurrentWriter(), [this](const Kept& kept) { Hear(kept); }) {
   recorder_.Follow(station.State(), Links());
   station.Nest().onAct = [this](const std::string& where, std::string_view how, std::string_view value) {
@@ -131,13 +134,20 @@ KeeperWays StationRecords::Ways() const {
           }};
 }
 
+void StationRecords::Ear::Call() { QCoreApplication::postEvent(this, new QEvent(QEvent::User)); }
+
+bool StationRecords::Ear::event(QEvent* event) {
+  if (event->type() != QEvent::User) return QObject::event(event);
+  onCall_();
+  return true;
+}
+
 void StationRecords::Hear(const Kept& kept) {
   {
     const std::lock_guard held(mutex_);
     heard_.push_back(kept);
   }
-  QMetaObject::invokeMethod(
-      &ear_, [this] { loop_.Post([this] { TellWhatWasHeard(); }); }, Qt::QueuedConnection);
+  ear_.Call();
 }
 
 void StationRecords::TellWhatWasHeard() {

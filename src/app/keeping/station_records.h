@@ -47,8 +47,18 @@ class StationRecords {
   const UnitIdentity& unit_;
   RunDocuments documents_;
   std::random_device chance_;
-  /// Takes the keeper's word to the station's thread, as long as it is there.
-  QObject ear_;
+  /// Takes the keeper's word to the station's thread.
+  class Ear final : public QObject {
+   public:
+    explicit Ear(std::function<void()> onCall) : onCall_(std::move(onCall)) {}
+    /// On any thread: the call comes on this one's.
+    void Call();
+
+   private:
+    bool event(QEvent* event) override;
+    std::function<void()> onCall_;
+  };
+  Ear ear_;
   std::mutex mutex_;
   std::vector<Kept> heard_;
   RecordKeeper keeper_;
