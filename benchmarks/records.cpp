@@ -77,9 +77,11 @@ int main(int argc, char** argv) {
   if (!PostgresqlServer::Programs().empty()) {
     PostgresqlServer server;
     const std::string database = server.NewDatabase();
-    KeepRecords(*OpenStore("postgresql:" + database), "PostgreSQL", table);
-    std::printf("  on the disk, a record                            %9.3f KiB\n",
-                std::stod(server.Ask(database, "SELECT pg_database_size(current_database())")) / kRecords / 1024);
+    const auto size = [&] { return std::stod(server.Ask(database, "SELECT pg_database_size(current_database())")); };
+    const auto store = OpenStore("postgresql:" + database);
+    const double empty = size();
+    KeepRecords(*store, "PostgreSQL", table);
+    std::printf("  on the disk, a record                            %9.3f KiB\n", (size() - empty) / kRecords / 1024);
   }
   ListRecords(folder.Path("many.sqlite"), table);
   return table.Status();

@@ -15,6 +15,7 @@ const SchemaStep kFirst{{
     "CREATE INDEX run_by_time ON run (began, id)",
     "CREATE INDEX run_by_serial ON run (serial, began)",
     "CREATE INDEX run_by_station ON run (station, began)",
+    "CREATE INDEX run_by_verdict ON run (verdict, began)",
     R"(CREATE TABLE step (
   run text COLLATE "C" NOT NULL REFERENCES run (id) ON DELETE CASCADE, position integer NOT NULL, name text,
   began_s double precision, seconds double precision, complete integer, reason text, PRIMARY KEY (run, position)))",

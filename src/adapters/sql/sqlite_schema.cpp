@@ -13,6 +13,7 @@ const SchemaStep kFirst{{
     "CREATE INDEX run_by_time ON run (began, id)",
     "CREATE INDEX run_by_serial ON run (serial, began)",
     "CREATE INDEX run_by_station ON run (station, began)",
+    "CREATE INDEX run_by_verdict ON run (verdict, began)",
     R"(CREATE TABLE run_number (
   number INTEGER PRIMARY KEY, run TEXT NOT NULL UNIQUE REFERENCES run (id) ON DELETE CASCADE))",
     R"(CREATE TRIGGER run_numbered AFTER INSERT ON run BEGIN
