@@ -35,7 +35,10 @@ class SerialFieldTest : public testing::Test {
     QTest::mouseClick(field_, Qt::LeftButton);
     QTest::keyClicks(field_, text);
     QTest::keyClick(field_, Qt::Key_Return);
+    Turn();
   }
+  /// What has changed is shown in the next turn of the loop.
+  static void Turn() { QCoreApplication::processEvents(); }
 
   VirtualStation on_;
   UnitIdentity unit_;
@@ -62,6 +65,7 @@ TEST_F(SerialFieldTest, WhatIsTypedCountsWhenItIsLeftAndNotBefore) {
   QTest::keyClicks(field_, "A-1");
   EXPECT_EQ(unit_.Texts().serial, "");
   unit_.Change({.part = "T9300"});
+  Turn();
   EXPECT_EQ(field_->text(), "A-1") << "and stays when something else changes";
   Window().findChild<QLineEdit*>("txtPSVoltage")->setFocus();
   EXPECT_EQ(unit_.Texts().serial, "A-1");
@@ -87,6 +91,7 @@ TEST_F(SerialFieldTest, TakesTheKeyboardByAClickAloneAndGivesItBack) {
   voltage->setFocus();
   ASSERT_TRUE(voltage->hasFocus());
   unit_.Change({.serial = "A-1"});
+  Turn();
   EXPECT_TRUE(voltage->hasFocus());
   Scan("B-2");
   EXPECT_TRUE(voltage->hasFocus());
@@ -103,6 +108,7 @@ TEST_F(SerialFieldTest, ShowsTheRunsNumberWithinItAndIsEmptyBehindIt) {
   int seen = 0;
   on_.State().report.entered.Connect([&](RunStep) {
     ++seen;
+    Turn();
     EXPECT_TRUE(field_->isReadOnly());
     EXPECT_EQ(field_->text(), "A-1");
     EXPECT_EQ(Window().windowTitle(), caption + " \u2013 A-1");
@@ -111,6 +117,7 @@ TEST_F(SerialFieldTest, ShowsTheRunsNumberWithinItAndIsEmptyBehindIt) {
     EXPECT_EQ(unit_.Texts().serial, "A-1");
   });
   on_.TakeTargetThrough();
+  Turn();
   EXPECT_EQ(seen, 5);
   EXPECT_FALSE(field_->isReadOnly());
   EXPECT_EQ(field_->text(), "");
@@ -133,7 +140,7 @@ TEST_F(SerialFieldTest, ALongNumberWidensNothing) {
   const int width = Window().width();
   const int least = strip_->minimumSizeHint().width();
   unit_.Change({.serial = std::string(10000, 'x')});
-  QCoreApplication::processEvents();
+  Turn();
   EXPECT_EQ(Window().width(), width);
   EXPECT_EQ(strip_->minimumSizeHint().width(), least);
   EXPECT_LT(Window().windowTitle().size(), 120);

@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QFontDatabase>
 #include <QPalette>
+#include <QPointer>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -87,7 +88,9 @@ void ShowColours(const Control& control, QWidget& widget) {
 
 std::function<void()> ShownSoon(QWidget& widget, std::function<void()> show) {
   auto* soon = new Soon(widget, std::move(show));
-  return [soon] { soon->Ask(); };
+  return [soon = QPointer(soon)] {
+    if (soon) soon->Ask();
+  };
 }
 
 void Follow(Control& control, QWidget& widget, std::function<void()> show) {

@@ -41,9 +41,8 @@ SerialField::SerialField(UnitIdentity& unit, QWidget* parent) : QLineEdit(parent
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget* old, QWidget* now) {
     if (now == this && old != nullptr) before_ = old;
   });
-  unit.changed.Connect([field = QPointer(this)] {
-    if (field) field->FollowUnit();
-  });
+  // Within a statement of the station nothing may reach for the display, which may have gone.
+  unit.changed.Connect(ShownSoon(*this, [this] { FollowUnit(); }));
   FollowUnit();
 }
 
@@ -96,7 +95,7 @@ void ShowInTitle(UnitIdentity& unit, PanelWindow& window) {
     seen->SetSubject(serial.size() <= kLongestInTitle ? serial : serial.left(kLongestInTitle) + u'\u2026');
   };
   show();
-  unit.changed.Connect(show);
+  unit.changed.Connect(ShownSoon(window, show));
 }
 
 }  // namespace orvane
