@@ -13,7 +13,8 @@ struct PhaseError {
   std::optional<double> frequency{};
 };
 
-/// The second to fourth field of a reading of at least four. Nothing is judged by the fourth, so anything may stand there.
+/// The second to fourth field of a reading of at least four. Nothing is judged by the fourth, so anything may stand
+/// there.
 /// @throws StationFailure for fewer fields, or fields that are no numbers.
 [[nodiscard]] PhaseError PhaseErrorOf(std::string_view reading);
 
