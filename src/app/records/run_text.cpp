@@ -50,7 +50,7 @@ void AddHead(Sheet& sheet, const RunRecord& record) {
   sheet.Field("program", run.program);
   sheet.Field("kind", run.kind);
   sheet.Field("began", ClockText(run.beganMs) + " UTC");
-  for (const auto& [key, value] : run.tags) sheet.Field("tag", key + " = " + value);
+  for (const auto& [key, value] : run.tags) sheet.Field("tag", std::string(key).append(" = ").append(value));
   if (!record.end) return;
   sheet.Field("ended", ClockText(record.end->endedMs) + " UTC");
   sheet.Field("ending", EndingText(record.end->ending));
