@@ -1,6 +1,7 @@
 #include "app/keeping/record_keeper.h"
 
 #include <chrono>
+#include <exception>
 #include <utility>
 
 namespace orvane {
@@ -13,13 +14,15 @@ constexpr auto kLongestBegin = 100ms;
 
 }  // namespace
 
+// Whatever fails on this thread is told: uncaught it would end the station, in the middle of a run.
+
 RecordKeeper::RecordKeeper(KeeperWays ways, WriterMark writer, std::function<void(const Kept&)> told)
     : ways_(std::move(ways)), writer_(std::move(writer)), told_(std::move(told)), thread_([this] { Work(); }) {
   // What an earlier station has left is seen to while nobody waits.
   Give([this] {
     try {
       (void)Store();
-    } catch (const StoreFault& fault) {
+    } catch (const std::exception& fault) {
       told_({"", true, fault.what()});
     }
   });
@@ -90,7 +93,7 @@ RecordStore& RecordKeeper::Store() {
 void RecordKeeper::BeginNow(const RunIdentity& run) {
   try {
     Store().Begin(run, writer_);
-  } catch (const StoreFault& fault) {
+  } catch (const std::exception& fault) {
     store_.reset();
     told_({"", true, fault.what()});
   }
@@ -101,7 +104,7 @@ void RecordKeeper::FinishNow(const RunRecord& record) {
     (void)Store().Finish(record);
     ways_.settle(record.identity.id);
     told_({record.identity.id, true, ""});
-  } catch (const StoreFault& fault) {
+  } catch (const std::exception& fault) {
     store_.reset();
     told_(Spooled(record, fault.what()));
   }
@@ -112,7 +115,7 @@ Kept RecordKeeper::Spooled(const RunRecord& record, const std::string& fault) {
     ways_.spool(record);
     ways_.settle(record.identity.id);
     return {record.identity.id, true, fault};
-  } catch (const StoreFault& beside) {
+  } catch (const std::exception& beside) {
     return {record.identity.id, false, fault + " " + beside.what()};
   }
 }

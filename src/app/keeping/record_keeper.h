@@ -12,7 +12,7 @@
 
 namespace orvane {
 
-/// The ways of a keeper to the disk. All of them are taken on its own thread; each may throw StoreFault.
+/// The ways of a keeper to the disk. All of them are taken on its own thread; each may throw, StoreFault as a rule.
 struct KeeperWays {
   std::function<std::unique_ptr<RecordStore>()> openStore;
   /// Puts a record that the store does not take beside it.
