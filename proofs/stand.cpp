@@ -92,12 +92,20 @@ const std::string& InstalledFile(std::string_view name) {
   return cache.emplace(name, std::move(content)).first->second;
 }
 
-Stand::Stand() : bench(loop), station({loop, line, bus, files, absent, absent}), op(station.Nest()) {
+Stand::Stand(bool records) : bench(loop), station(Ports(records)), op(station.Nest()) {
+  if (kept) kept->Follow(station);
   for (const char* name : {"TI532.epm", "RampTable.dat", "Cable.loss"}) {
     files.content[files.SystemPath(name)] = InstalledFile(name);
   }
   State().report.concluded.Connect([this](Verdict verdict) { verdict_ = verdict; });
   station.Start();
+}
+
+StationPorts Stand::Ports(bool records) {
+  const StationPorts plain{loop, line, bus, files, absent, absent};
+  if (!records) return plain;
+  kept.emplace(plain);
+  return kept->ports.Ports();
 }
 
 void Stand::Insert(const bench::BenchOptions& unit, bool instrumentsToo) {

@@ -13,6 +13,7 @@
 #include "bench/virtual_bench.h"
 #include "platform/operator.h"
 #include "platform/virtual_event_loop.h"
+#include "support/kept_records.h"
 #include "support/memory_files.h"
 #include "wire_damage.h"
 
@@ -63,7 +64,8 @@ class CountedBus final : public GpibBus {
 /// A standing station in virtual time, and one unit after the other in its fixture.
 class Stand {
  public:
-  Stand();
+  /// @param records whether the record of each run is kept
+  explicit Stand(bool records = false);
 
   /// The operator takes the unit out, if there is one, and puts another one in. The instruments are initialised
   /// again when `instrumentsToo`.
@@ -89,10 +91,14 @@ class Stand {
   bench::VirtualBench bench;
   CountedBus bus{bench.Bus()};
   WireDamage line{loop, bench.Serial()};
+  /// Of the runs so far, where they are kept.
+  std::optional<test::KeptRecords> kept;
   Station station;
   Operator op;
 
  private:
+  /// The station's world, with whoever keeps its records around it.
+  [[nodiscard]] StationPorts Ports(bool records);
   void InitializeInstrument(Button& button);
   void LetTimePass(TimePoint span);
 

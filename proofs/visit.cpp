@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "app/replay/replayed_run.h"
 #include "audit/receiver_audit.h"
 
 namespace orvane::proofs {
@@ -22,6 +23,13 @@ constexpr std::size_t kMostRows = 20000;
 /// Behind so many roads a station has seen all that it keeps.
 constexpr int kSettledRoads = 30;
 constexpr std::size_t kMostGrowth = 64 * 1024;
+
+/// A pace that hands have set as long as this makes a road long, as they wanted it.
+TimePoint PacesAskedFor(const StationState& state) {
+  constexpr int kPacesOfARoad = 3000;
+  constexpr TimePoint kTurn{2};
+  return std::max(state.reply.SyncDelay, Long{0}) * kTurn * kPacesOfARoad;
+}
 
 int LengthOf(std::uint64_t seed, Chance& chance) {
   if (seed % 1000 == 0) return 1000;
@@ -45,7 +53,8 @@ std::vector<double> OffsetsOf(const Settings& settings) {
 
 }  // namespace
 
-Visit::Visit(std::uint64_t seed) : seed_(seed), chance_(seed), roads_(LengthOf(seed, chance_)) {}
+Visit::Visit(std::uint64_t seed, bool replays)
+    : seed_(seed), replays_(replays), chance_(seed), roads_(LengthOf(seed, chance_)) {}
 
 Outcome Visit::Run() {
   const std::size_t handles = OpenHandles();
@@ -68,7 +77,7 @@ Outcome Visit::Run() {
 
 void Visit::StartStation() {
   hands_.reset();
-  stand_ = std::make_unique<Stand>();
+  stand_ = std::make_unique<Stand>(replays_);
   hands_ = std::make_unique<Hands>(*stand_, chance_);
   stand_->absent.onDialog = [this]() -> std::optional<std::string> {
     return hands_->Astray() ? "/out/by hand.epm" : settings_.file;
@@ -171,8 +180,9 @@ void Visit::Road(Disturbance disturbance) {
   strays_ = 0;
   ++outcome_.figures["roads"];
   for (std::size_t i = handled; i < hands_->Done().size(); ++i) what_ += ", " + hands_->Done()[i];
-  if (stand_->loop.Now() - begin > kClickBound) Find("the click took too long");
+  if (stand_->loop.Now() - begin > kClickBound + PacesAskedFor(stand_->State())) Find("the click took too long");
   Judge(disturbance);
+  RunAgainWhatWasKept();
   if (tell) tell("road " + std::to_string(road_) + " (" + what_ + "): " + stand_->Steps());
 }
 
@@ -193,6 +203,20 @@ void Visit::Judge(Disturbance disturbance) {
   }
   // What stray hands have left on the panels is not for the next unit.
   if (disturbance == Disturbance::kStrayHands) renew_ = true;
+  // An operator who is told to load the tables again does so.
+  if (!stand_->State().ramp.damage.empty()) renew_ = true;
+}
+
+void Visit::RunAgainWhatWasKept() {
+  if (!stand_->kept) return;
+  stand_->kept->Settle();
+  for (const RunRecord& record : stand_->kept->records) {
+    const ReplayedRun again = RunAgain(record);
+    ++outcome_.figures["replays"];
+    if (!again.Same()) Find("a " + record.identity.kind + " run runs again otherwise: " + again.Text());
+  }
+  stand_->kept->records.clear();
+  stand_->kept->grown.clear();
 }
 
 void Visit::JudgePass(Disturbance disturbance) {

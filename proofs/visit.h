@@ -28,7 +28,8 @@ struct Settings {
 /// settings, faults and hands as its seed has it, and it is looked at behind each.
 class Visit {
  public:
-  explicit Visit(std::uint64_t seed);
+  /// @param replays whether each run is recorded, run again and held to its record
+  explicit Visit(std::uint64_t seed, bool replays = false);
   /// Tells each road as it ends, if it is to be seen.
   std::function<void(const std::string&)> tell;
   [[nodiscard]] Outcome Run();
@@ -44,12 +45,14 @@ class Visit {
   void Disturb(Disturbance disturbance, bench::BenchOptions& unit);
   void Judge(Disturbance disturbance);
   void JudgePass(Disturbance disturbance);
+  void RunAgainWhatWasKept();
   [[nodiscard]] Subject ToAudit();
   void Find(const std::string& what);
   void StartStation();
   void LookAtMemory();
 
   std::uint64_t seed_;
+  bool replays_;
   Chance chance_;
   int roads_;
   int road_ = 0;

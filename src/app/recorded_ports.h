@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/station.h"
+#include "records/recorded_files.h"
 #include "records/recorded_wires.h"
 #include "records/run_recorder.h"
 
@@ -13,7 +14,7 @@ struct RecordedPorts {
         line(plain.mscomTarget, recorder),
         bus(plain.bus, recorder),
         desk(plain.boxes, plain.dialogs, recorder),
-        files(plain.files) {}
+        files(plain.files, recorder) {}
 
   [[nodiscard]] StationPorts Ports() { return {recorder.Loop(), line, bus, files, desk, desk}; }
 
@@ -21,7 +22,7 @@ struct RecordedPorts {
   RecordedSerial line;
   RecordedBus bus;
   RecordedDesk desk;
-  Files& files;
+  RecordedFiles files;
 };
 
 }  // namespace orvane

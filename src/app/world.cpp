@@ -63,7 +63,10 @@ GpibBus& World::Bus() {
 }
 
 void World::Watch(OperationNest& nest) {
-  line_.onGone = [&nest](const std::string& text) { nest.Run([&] { throw StationFailure(text); }); };
+  line_.onGone = [this, &nest](const std::string& text) {
+    if (recorded_) recorded_->line.TellGone(text);
+    nest.Run([&] { throw StationFailure(text); });
+  };
   if (!traced_) return;
   nest.onFailure.emplace_back(
       [this](const std::string& text) { traced_->trace.Note("station", "failure", {}, text); });

@@ -15,15 +15,16 @@ bool BearsItsChecksum(const Deframed& reply) {
   return rest == 0;
 }
 
-int ReplyChecksums::Judge(const Deframed& reply) {
-  const bool known = fitsInARow_ == kProof;
+int JudgeChecksum(ChecksumWatch& watch, const Deframed& reply) {
+  constexpr int kProof = 4;
+  const bool known = watch.fitsInARow == kProof;
   if (BearsItsChecksum(reply)) {
-    if (known || ++fitsInARow_ < kProof) return 0;
-    return std::exchange(unproven_, 0);
+    if (known || ++watch.fitsInARow < kProof) return 0;
+    return std::exchange(watch.unproven, 0);
   }
   if (known) return 1;
-  fitsInARow_ = 0;
-  ++unproven_;
+  watch.fitsInARow = 0;
+  ++watch.unproven;
   return 0;
 }
 

@@ -15,6 +15,8 @@ namespace {
 constexpr TimePoint kSpinTime = std::chrono::milliseconds(60);
 /// The one reply without pads; what the pad stage makes of it has no checksum any more.
 constexpr int kUnpaddedOperation = 57;
+constexpr const char* kStrayRampRow =
+    "A row of the ramp tables was overwritten by a reply to another command: load the tables again.";
 
 /// "&H" and at least two digits.
 void AssignHex(std::string& text, std::uint16_t value) {
@@ -81,7 +83,7 @@ void ReplyDecoder::JudgeFrame(const Deframed& reply) {
   const bool hasOperation = operation < reply.frame->end;
   const bool padded = Layout() == ReplyLayout::Padded &&
                       !(hasOperation && reply.values[static_cast<std::size_t>(operation)] == kUnpaddedOperation);
-  if (padded) tally_.damagedReplies += checksums_.Judge(reply);
+  if (padded) tally_.damagedReplies += JudgeChecksum(state_.checksums, reply);
 }
 
 void ReplyDecoder::Publish(const Deframed& reply, std::size_t gathered) {
@@ -104,7 +106,10 @@ void ReplyDecoder::TakeFrame(FrameSpan frame) {
   }
   if (const ReplyRow* const row = ReplyRowOf(code); row != nullptr) {
     if (row->itemOffset != 0) state_.ReplyItem = reply.Text(row->itemOffset);
-    if (row->show(reply, outlets_) == Exchange::LeftOpen) return;
+    const Exchange exchange = row->show(reply, outlets_);
+    // It is shown and kept as any other row, but whatever stands on the tables from now on stands on a stray reply.
+    if (code == kUnpaddedOperation && expected_ && code != *expected_) outlets_.ramp.damage = kStrayRampRow;
+    if (exchange == Exchange::LeftOpen) return;
   }
   state_.ReplyDone = true;
   state_.ReplyBuffer.clear();

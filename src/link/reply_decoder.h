@@ -27,7 +27,7 @@ class ReplyDecoder {
   /// A command of that operation has gone out.
   void Expect(Integer operation) { expected_ = operation; }
   /// The port has been opened: who answers from here on need not be who answered before.
-  void MeetTarget() { checksums_ = {}; }
+  void MeetTarget() { state_.checksums = {}; }
 
   /// Gathers received text (one character a byte) until a whole frame stands there, at most 60 ms from the first text
   /// behind a command, and decodes it. Serves events meanwhile: texts that they bring are gathered in calls nested in
@@ -56,7 +56,6 @@ class ReplyDecoder {
   int depth_ = 0;
   TimePoint spinStart_{0};
   std::optional<Integer> expected_;
-  ReplyChecksums checksums_;
 };
 
 }  // namespace orvane

@@ -24,26 +24,28 @@ class RecordedSession final : public GpibSession {
 
   void Write(std::string_view text, TimePoint timeOut) override {
     listener_.Note(link_, WireEvent::Out, text);
-    Heard([&] { session_->Write(text, timeOut); });
+    Heard([&] { session_->Write(text, timeOut); }, [] {});
   }
+  /// One that fails is told as one to which nothing came, and why.
   [[nodiscard]] std::string Read(std::size_t size, TimePoint timeOut) override {
     std::string reply;
-    Heard([&] { reply = session_->Read(size, timeOut); });
+    Heard([&] { reply = session_->Read(size, timeOut); }, [&] { listener_.Note(link_, WireEvent::In, {}); });
     listener_.Note(link_, WireEvent::In, reply);
     return reply;
   }
   void Local() override {
     listener_.Note(link_, WireEvent::Close, {});
-    Heard([&] { session_->Local(); });
+    Heard([&] { session_->Local(); }, [] {});
   }
 
  private:
-  template <class Act>
-  void Heard(Act act) {
+  template <class Act, class Failed>
+  void Heard(Act act, Failed failed) {
     const Message message(listener_);
     try {
       act();
     } catch (const GpibError& error) {
+      failed();
       listener_.Note(link_, WireEvent::Failure,
                      std::to_string(error.ibsta) + " " + std::to_string(error.iberr) + " " + error.Text());
       throw;
@@ -81,6 +83,8 @@ void RecordedSerial::Open() {
   Heard([&] { line_.Open(); });
 }
 
+void RecordedSerial::TellGone(std::string_view why) { Note(WireEvent::Close, why); }
+
 void RecordedSerial::Close() {
   if (line_.PortOpen()) Note(WireEvent::Close, {});
   line_.Close();
@@ -115,11 +119,11 @@ std::unique_ptr<GpibSession> RecordedBus::Open(const GpibAddress& address) {
 }
 
 BoxButton RecordedDesk::Show(const Box& box) {
-  listener_.Note("box", WireEvent::Asked, box.title + "\n" + box.text);
+  listener_.Note(kBoxLink, WireEvent::Asked, box.title + "\n" + box.text);
   const std::size_t mark = listener_.BoxOpened(box);
   const BoxButton answer = boxes_.Show(box);
   listener_.BoxAnswered(mark, answer);
-  listener_.Note("box", WireEvent::Answered, ButtonText(answer));
+  listener_.Note(kBoxLink, WireEvent::Answered, ButtonText(answer));
   return answer;
 }
 
@@ -133,9 +137,9 @@ std::optional<std::string> RecordedDesk::ShowSave(FileDialog& dialog) {
 
 std::optional<std::string> RecordedDesk::Ask(FileDialog& dialog,
                                              const std::function<std::optional<std::string>()>& ask) {
-  listener_.Note("dialog", WireEvent::Asked, dialog.title + "\n");
+  listener_.Note(kDialogLink, WireEvent::Asked, dialog.title + "\n");
   auto path = ask();
-  listener_.Note("dialog", WireEvent::Answered, path.value_or(""));
+  listener_.Note(kDialogLink, WireEvent::Answered, path.value_or(""));
   return path;
 }
 

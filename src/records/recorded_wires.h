@@ -43,6 +43,9 @@ class RecordedSerial final : public SerialControl {
   void OutputWithNext(std::string_view bytes) override;
   [[nodiscard]] std::string Input() override;
 
+  /// The device has vanished, whatever the station was doing: told as a Close with the reason.
+  void TellGone(std::string_view why);
+
  private:
   template <class Act>
   void Heard(Act act);

@@ -47,6 +47,7 @@ struct RunRecorder::Run {
   /// By hand there are no steps that would say why.
   std::string firstFlaw;
   bool isOver = false;
+  TimePoint overAt{0};
   bool wasThrown = false;
   std::string failure;
   RunEnd end;
@@ -76,6 +77,8 @@ void RunRecorder::Follow(StationState& state, RecorderLinks links) {
   state.searchTrail.passed.Connect([this](const SearchPass& pass) { Passed(pass); });
 }
 
+bool RunRecorder::Listening() const { return run_ && !run_->isOver; }
+
 double RunRecorder::Now() const { return SecondsOf(loop_.Now() - run_->began); }
 
 void RunRecorder::Begin(RunKind kind) {
@@ -84,7 +87,7 @@ void RunRecorder::Begin(RunKind kind) {
   run_ = std::make_unique<Run>(kind, loop_.Now(), *state_);
   run_->record.identity = links_.identity(kind);
   run_->record.documents = links_.documentsBefore();
-  Note("station", WireEvent::State, links_.state());
+  Note(kStationLink, WireEvent::State, links_.state());
   links_.begun(run_->record.identity);
 }
 
@@ -92,6 +95,7 @@ void RunRecorder::Begin(RunKind kind) {
 void RunRecorder::IsOver() {
   if (!run_) return;
   run_->isOver = true;
+  run_->overAt = loop_.Now() - run_->began;
   run_->wasThrown = std::uncaught_exceptions() > 0;
   run_->end = EndOfRun();
   loop_.Post([this, mine = ++*count_, count = std::weak_ptr(count_)] {
@@ -123,7 +127,7 @@ void RunRecorder::Stopped(const std::string& text) {
 }
 
 void RunRecorder::Acted(const std::string& where, std::string_view how, std::string_view value) {
-  if (run_) Note("hand", WireEvent::Act, std::string(where).append("\n").append(how).append("\n").append(value));
+  if (run_) Note(kHandLink, WireEvent::Act, std::string(where).append("\n").append(how).append("\n").append(value));
 }
 
 void RunRecorder::Flush() {
@@ -134,11 +138,15 @@ void RunRecorder::Close() {
   ++*count_;
   if (!run_->isOver) {
     // Its guard went without a word: nothing is known but that it ended.
+    run_->overAt = loop_.Now() - run_->began;
     run_->end = EndOfRun();
     run_->end.ending = Ending::Failure;
   }
   // An end of the station in mid-run is a stop, and brings no failure's text.
-  if (run_->end.ending == Ending::Failure && run_->failure.empty()) run_->end.ending = Ending::Stopped;
+  if (run_->end.ending == Ending::Failure && run_->failure.empty()) {
+    run_->end.ending = Ending::Stopped;
+    run_->wires.Note(run_->overAt, kStationLink, WireEvent::Close, "The station ended.");
+  }
   TellTimes();
   const std::unique_ptr<Run> run = std::move(run_);
   RunRecord record = std::move(run->record);
@@ -199,7 +207,8 @@ void RunRecorder::StepLeft(const StepRecord& step) {
 }
 
 void RunRecorder::Note(std::string_view link, WireEvent event, std::string_view bytes) {
-  if (!run_) return;
+  // What passes while its record waits to be closed is not the run's.
+  if (!Listening()) return;
   const TimePoint now = loop_.Now();
   run_->wires.Note(now - run_->began, link, event, bytes);
   if (now - run_->toldAt >= kGrowthToldEach) TellGrowth(now);
@@ -229,7 +238,7 @@ void RunRecorder::MessageIsOver() {
 }
 
 std::size_t RunRecorder::BoxOpened(const Box& box) {
-  if (!run_) return 0;
+  if (!Listening()) return 0;
   run_->record.boxes.push_back({box.title, box.text, "", Now(), std::nullopt});
   return run_->record.boxes.size();
 }

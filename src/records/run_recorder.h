@@ -61,6 +61,7 @@ class RunRecorder final : public WireListener {
   struct Run;
 
   void Begin(RunKind kind);
+  [[nodiscard]] bool Listening() const;
   void TellGrowth(TimePoint now);
   void IsOver();
   void Close();

@@ -14,6 +14,7 @@ namespace orvane {
 enum class WireEvent : std::uint8_t {
   /// `bytes` are the line's settings.
   Open = 1,
+  /// Without `bytes` the station's own act; with them the device vanished, or the station was ended, and they say why.
   Close = 2,
   Out = 3,
   In = 4,
@@ -31,10 +32,16 @@ enum class WireEvent : std::uint8_t {
   State = 10,
 };
 
+/// Links that are no wires: what stands for the station itself, and for whoever sits in front of it.
+inline constexpr std::string_view kStationLink = "station";
+inline constexpr std::string_view kHandLink = "hand";
+inline constexpr std::string_view kBoxLink = "box";
+inline constexpr std::string_view kDialogLink = "dialog";
+
 struct WireNote {
   /// Since the log began.
   TimePoint at{0};
-  /// "COM1", "GPIB 5", "box", "dialog", "hand", "station".
+  /// "COM1", "GPIB 5", "file", "box", "dialog", "hand", "station".
   std::string link;
   WireEvent event = WireEvent::Out;
   std::string bytes;

@@ -8,6 +8,14 @@
 
 namespace orvane {
 
+/// What is known of how one Target forms the checksums of its replies: nothing yet of one that is met anew.
+struct ChecksumWatch {
+  /// Replies in a row that bore theirs, up to those that prove it.
+  int fitsInARow = 0;
+  /// Replies without it, as long as nothing is proven.
+  int unproven = 0;
+};
+
 /// Station-wide state of the Target link and what the replies left behind. Codes are texts "&HXX".
 struct ReplyState {
   /// False while a reply is awaited.
@@ -38,6 +46,7 @@ struct ReplyState {
   std::string PowerMeasureTimes10;
   /// How many reports have set it: a reading that is older than its command can be told by this alone.
   long powerReports = 0;
+  ChecksumWatch checksums;
 
   /// 1: the next raw ADC value serves the 4.2 V limit; otherwise the shut-down limit.
   Integer RawAdcStage = 0;

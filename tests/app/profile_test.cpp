@@ -175,6 +175,21 @@ TEST_F(ProfileTest, WhatIsNoTomlIsAFaultOfItsLine) {
   EXPECT_THAT(FaultOf("tag = " + std::string(100000, '[')), StartsWith("1: tag: "));
 }
 
+TEST_F(ProfileTest, ALetterBeyondAsciiIsAFaultWhereItStandsInNoText) {
+  const std::string fault = "A letter beyond ASCII stands outside of a text.";
+  for (const char* content : {"com1 \u00E4 = 1", "\u02F8", "com1 = \"a\" \u00E4", "com1 = 'a'\u3000# b", "[\u00E4]",
+                              "operator = \"\"\"\\\n  \u00E4\"\"\"\n"}) {
+    EXPECT_THAT(FaultOf(content), HasSubstr(fault)) << content;
+  }
+  EXPECT_EQ(FaultOf("# a\n\nstation = \"b\"\noperator = 'c' \u00E4\n"), "4: operator: " + fault);
+  for (const char* content :
+       {"# \u00E4\n", "\uFEFFstation = 'a'\n", "operator = \"\u00E4 # \\\" \u00E4\"  # \u00E4\n",
+        "operator = '\u00E4\\' # \u00E4", "operator = '''a'\u00E4'''", "operator = \"\"\"a\"\u00E4\"\"\"",
+        "operator = \"\"\"\u00E4 \\\n  a\u00E4\"\"\""}) {
+    EXPECT_EQ(FaultOf(content), "no fault") << content;
+  }
+}
+
 TEST_F(ProfileTest, AFileThatCannotBeReadIsOneSentence) {
   const auto fault = [this](const std::string& file) {
     const auto result = Parse({"--profile", file});

@@ -221,6 +221,16 @@ TEST(RampRow, FillsSixteenUpAndSixteenDownValues) {
   EXPECT_EQ(rig.link.Status(), 0);
 }
 
+TEST(RampRow, InAReplyToAnotherCommandFillsTheTablesAndNothingStandsOnThemAnyMore) {
+  LinkRig rig;
+  rig.Exchange("ttr 7", RampReply("07", kUp + kDown));
+  EXPECT_EQ(rig.ramp.damage, "") << "it was asked for";
+  rig.Exchange("tms 1", RampReply("08", kUp + kDown));
+  EXPECT_EQ(rig.ramp.RampTable[8], rig.ramp.RampTable[7]);
+  EXPECT_EQ(rig.ramp.damage,
+            "A row of the ramp tables was overwritten by a reply to another command: load the tables again.");
+}
+
 TEST(RampRow, AOneInThePlaceOfAPadIsEaten) {
   LinkRig rig;
   rig.Exchange("ttr 7", RampReply("07", "00 01 03 03 03 03 03 03 03 03 03 03 03 03 03 03" + kDown));

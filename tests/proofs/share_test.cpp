@@ -55,6 +55,12 @@ TEST(Matrix, HoldsEveryFaultOfTheBenchAndEveryByte) {
   EXPECT_FALSE(all.contains("receiver@3")) << "the receiver is not looked at any more";
 }
 
+TEST(Replay, AShareOfItsVisitsRunsAgainAsItWas) {
+  for (std::uint64_t seed = 1; seed <= 30; ++seed) {
+    EXPECT_EQ(Findings(Visit(seed, true).Run()), "") << "prove_replay --seed " << seed;
+  }
+}
+
 TEST(Soak, AShareOfItsVisitsIsClean) {
   for (std::uint64_t seed = 1; seed <= 40; ++seed) {
     EXPECT_EQ(Findings(Visit(seed).Run()), "") << "prove_soak --seed " << seed;

@@ -42,93 +42,116 @@ Json JsonOf(const RFParameter& record) {
   return object;
 }
 
+/// The other way round. @throws Json::exception where the value is of another form.
+template <class Value>
+requires std::is_arithmetic_v<Value>
+void Take(const Json& json, Value& value) { value = json.get<Value>(); }
+void Take(const Json& json, Decimal4& value) { value = Decimal4::FromDouble(json.get<double>()); }
+void Take(const Json& json, std::string& text) { text = json.get<std::string>(); }
+
+template <std::ranges::range Values>
+requires(!std::same_as<Values, std::string>) void Take(const Json& json, Values& values) {
+  auto at = values.begin();
+  for (const Json& value : json) {
+    if (at == values.end()) return;
+    Take(value, *at++);
+  }
+}
+/// It comes from a parameter file alone.
+void Take(const Json& /*json*/, RFParameter& /*record*/) {}
+
 struct StateRow {
   std::string_view name;
   std::function<Json(const StationState&)> read;
+  std::function<void(const Json&, StationState&)> write;
 };
 
 template <class Group, class Value>
-auto Of(Group StationState::*group, Value Group::*member) {
-  return [=](const StationState& state) { return JsonOf(state.*group.*member); };
+StateRow Row(std::string_view name, Group StationState::*group, Value Group::*member) {
+  return {name, [=](const StationState& state) { return JsonOf(state.*group.*member); },
+          [=](const Json& json, StationState& state) { Take(json, state.*group.*member); }};
 }
 
 std::vector<StateRow> OtherRows() {
   return {
-      StateRow{"LogFileNumber", Of(&StationState::console, &ConsoleState::LogFileNumber)},
-      StateRow{"LogOffState", Of(&StationState::console, &ConsoleState::LogOffState)},
-      StateRow{"LogFileName", Of(&StationState::console, &ConsoleState::LogFileName)},
-      StateRow{"SerialPortNumber", Of(&StationState::console, &ConsoleState::SerialPortNumber)},
-      StateRow{"SerialBaud", Of(&StationState::console, &ConsoleState::SerialBaud)},
-      StateRow{"SerialParity", Of(&StationState::console, &ConsoleState::SerialParity)},
-      StateRow{"SerialDataBits", Of(&StationState::console, &ConsoleState::SerialDataBits)},
-      StateRow{"SerialStopBits", Of(&StationState::console, &ConsoleState::SerialStopBits)},
-      StateRow{"SerialInBuffer", Of(&StationState::console, &ConsoleState::SerialInBuffer)},
-      StateRow{"SerialOutBuffer", Of(&StationState::console, &ConsoleState::SerialOutBuffer)},
-      StateRow{"SerialInputLength", Of(&StationState::console, &ConsoleState::SerialInputLength)},
-      StateRow{"TargetName", Of(&StationState::console, &ConsoleState::TargetName)},
-      StateRow{"SerialPortState", Of(&StationState::console, &ConsoleState::SerialPortState)},
-      StateRow{"TestSetKind", Of(&StationState::testSet, &TestSetState::TestSetKind)},
-      StateRow{"TestSetReady", Of(&StationState::testSet, &TestSetState::TestSetReady)},
-      StateRow{"ibsta", Of(&StationState::niGlobal, &NiGlobal::ibsta)},
-      StateRow{"iberr", Of(&StationState::niGlobal, &NiGlobal::iberr)},
-      StateRow{"GpibBoardNumber", Of(&StationState::testSet, &TestSetState::GpibBoardNumber)},
-      StateRow{"GpibPrimaryAddress", Of(&StationState::testSet, &TestSetState::GpibPrimaryAddress)},
-      StateRow{"GpibSecondaryAddress", Of(&StationState::testSet, &TestSetState::GpibSecondaryAddress)},
-      StateRow{"GpibReadSize", Of(&StationState::testSet, &TestSetState::GpibReadSize)},
-      StateRow{"TestSetEventText", Of(&StationState::testSet, &TestSetState::TestSetEventText)},
-      StateRow{"RFParams", Of(&StationState::rf, &RFState::RFParams)},
-      StateRow{"RFParamText", Of(&StationState::rf, &RFState::RFParamText)},
-      StateRow{"EepromImage", Of(&StationState::rf, &RFState::EepromImage)},
-      StateRow{"RFParamCount", Of(&StationState::rf, &RFState::RFParamCount)},
-      StateRow{"RampTable", Of(&StationState::ramp, &RampState::RampTable)},
-      StateRow{"RampStorageMode", Of(&StationState::ramp, &RampState::RampStorageMode)},
-      StateRow{"CalMode", Of(&StationState::cal, &CalState::CalMode)},
-      StateRow{"SaveMode", Of(&StationState::cal, &CalState::SaveMode)},
-      StateRow{"CalStopRequested", Of(&StationState::cal, &CalState::CalStopRequested)},
-      StateRow{"CalFailed", Of(&StationState::cal, &CalState::CalFailed)},
-      StateRow{"GsmCalDone", Of(&StationState::cal, &CalState::GsmCalDone)},
-      StateRow{"DcsCalDone", Of(&StationState::cal, &CalState::DcsCalDone)},
-      StateRow{"SpareCalDone", Of(&StationState::cal, &CalState::SpareCalDone)},
-      StateRow{"PowerIndex", Of(&StationState::cal, &CalState::PowerIndex)},
-      StateRow{"InitValueIndex", Of(&StationState::cal, &CalState::InitValueIndex)},
-      StateRow{"LossTable", Of(&StationState::cal, &CalState::LossTable)},
-      StateRow{"APCDACPatternTable", Of(&StationState::pattern, &PatternState::APCDACPatternTable)},
-      StateRow{"CalSaveFileName", Of(&StationState::cal, &CalState::CalSaveFileName)},
-      StateRow{"CalSaveFileOk", Of(&StationState::cal, &CalState::CalSaveFileOk)},
-      StateRow{"PSReady", Of(&StationState::charger, &ChargerState::PSReady)},
-      StateRow{"LoaderReady", Of(&StationState::charger, &ChargerState::LoaderReady)},
-      StateRow{"PSVoltageSet", Of(&StationState::charger, &ChargerState::PSVoltageSet)},
-      StateRow{"BatCalShowDone", Of(&StationState::charger, &ChargerState::BatCalShowDone)},
-      StateRow{"CC2CVADCSaved", Of(&StationState::charger, &ChargerState::CC2CVADCSaved)},
-      StateRow{"ShutDownADCSaved", Of(&StationState::charger, &ChargerState::ShutDownADCSaved)},
+      Row("LogFileNumber", &StationState::console, &ConsoleState::LogFileNumber),
+      Row("LogOffState", &StationState::console, &ConsoleState::LogOffState),
+      Row("LogFileName", &StationState::console, &ConsoleState::LogFileName),
+      Row("SerialPortNumber", &StationState::console, &ConsoleState::SerialPortNumber),
+      Row("SerialBaud", &StationState::console, &ConsoleState::SerialBaud),
+      Row("SerialParity", &StationState::console, &ConsoleState::SerialParity),
+      Row("SerialDataBits", &StationState::console, &ConsoleState::SerialDataBits),
+      Row("SerialStopBits", &StationState::console, &ConsoleState::SerialStopBits),
+      Row("SerialInBuffer", &StationState::console, &ConsoleState::SerialInBuffer),
+      Row("SerialOutBuffer", &StationState::console, &ConsoleState::SerialOutBuffer),
+      Row("SerialInputLength", &StationState::console, &ConsoleState::SerialInputLength),
+      Row("TargetName", &StationState::console, &ConsoleState::TargetName),
+      Row("SerialPortState", &StationState::console, &ConsoleState::SerialPortState),
+      Row("TestSetKind", &StationState::testSet, &TestSetState::TestSetKind),
+      Row("TestSetReady", &StationState::testSet, &TestSetState::TestSetReady),
+      Row("ibsta", &StationState::niGlobal, &NiGlobal::ibsta),
+      Row("iberr", &StationState::niGlobal, &NiGlobal::iberr),
+      Row("GpibBoardNumber", &StationState::testSet, &TestSetState::GpibBoardNumber),
+      Row("GpibPrimaryAddress", &StationState::testSet, &TestSetState::GpibPrimaryAddress),
+      Row("GpibSecondaryAddress", &StationState::testSet, &TestSetState::GpibSecondaryAddress),
+      Row("GpibReadSize", &StationState::testSet, &TestSetState::GpibReadSize),
+      Row("TestSetEventText", &StationState::testSet, &TestSetState::TestSetEventText),
+      Row("RFParams", &StationState::rf, &RFState::RFParams),
+      Row("RFParamText", &StationState::rf, &RFState::RFParamText),
+      Row("EepromImage", &StationState::rf, &RFState::EepromImage),
+      Row("RFParamCount", &StationState::rf, &RFState::RFParamCount),
+      Row("RampTable", &StationState::ramp, &RampState::RampTable),
+      Row("RampStorageMode", &StationState::ramp, &RampState::RampStorageMode),
+      Row("CalMode", &StationState::cal, &CalState::CalMode),
+      Row("SaveMode", &StationState::cal, &CalState::SaveMode),
+      Row("CalStopRequested", &StationState::cal, &CalState::CalStopRequested),
+      Row("CalFailed", &StationState::cal, &CalState::CalFailed),
+      Row("GsmCalDone", &StationState::cal, &CalState::GsmCalDone),
+      Row("DcsCalDone", &StationState::cal, &CalState::DcsCalDone),
+      Row("SpareCalDone", &StationState::cal, &CalState::SpareCalDone),
+      Row("PowerIndex", &StationState::cal, &CalState::PowerIndex),
+      Row("InitValueIndex", &StationState::cal, &CalState::InitValueIndex),
+      Row("LossTable", &StationState::cal, &CalState::LossTable),
+      Row("APCDACPatternTable", &StationState::pattern, &PatternState::APCDACPatternTable),
+      Row("CalSaveFileName", &StationState::cal, &CalState::CalSaveFileName),
+      Row("CalSaveFileOk", &StationState::cal, &CalState::CalSaveFileOk),
+      Row("PSReady", &StationState::charger, &ChargerState::PSReady),
+      Row("LoaderReady", &StationState::charger, &ChargerState::LoaderReady),
+      Row("PSVoltageSet", &StationState::charger, &ChargerState::PSVoltageSet),
+      Row("BatCalShowDone", &StationState::charger, &ChargerState::BatCalShowDone),
+      Row("CC2CVADCSaved", &StationState::charger, &ChargerState::CC2CVADCSaved),
+      Row("ShutDownADCSaved", &StationState::charger, &ChargerState::ShutDownADCSaved),
   };
 }
 
 std::vector<StateRow> ReplyRows() {
   return {
-      StateRow{"FrameData", Of(&StationState::reply, &ReplyState::FrameData)},
-      StateRow{"ReplyDone", Of(&StationState::reply, &ReplyState::ReplyDone)},
-      StateRow{"TMStatus", Of(&StationState::reply, &ReplyState::TMStatus)},
-      StateRow{"ReplyOperation", Of(&StationState::reply, &ReplyState::ReplyOperation)},
-      StateRow{"ReplyItem", Of(&StationState::reply, &ReplyState::ReplyItem)},
+      Row("FrameData", &StationState::reply, &ReplyState::FrameData),
+      Row("ReplyDone", &StationState::reply, &ReplyState::ReplyDone),
+      Row("TMStatus", &StationState::reply, &ReplyState::TMStatus),
+      Row("ReplyOperation", &StationState::reply, &ReplyState::ReplyOperation),
+      Row("ReplyItem", &StationState::reply, &ReplyState::ReplyItem),
       // Bytes as they came, one character each.
-      StateRow{"ReplyBuffer", [](const StationState& state) { return Json(TextOfBytes(state.reply.ReplyBuffer)); }},
-      StateRow{"ReplyBytes", Of(&StationState::reply, &ReplyState::ReplyBytes)},
-      StateRow{"ReplySpin", Of(&StationState::reply, &ReplyState::ReplySpin)},
-      StateRow{"ReplyHandled", Of(&StationState::reply, &ReplyState::ReplyHandled)},
-      StateRow{"PlainReplyMode", Of(&StationState::reply, &ReplyState::PlainReplyMode)},
-      StateRow{"SyncDelay", Of(&StationState::reply, &ReplyState::SyncDelay)},
-      StateRow{"TargetMode", Of(&StationState::reply, &ReplyState::TargetMode)},
-      StateRow{"CommEventText", Of(&StationState::reply, &ReplyState::CommEventText)},
-      StateRow{"CommErrorText", Of(&StationState::reply, &ReplyState::CommErrorText)},
-      StateRow{"AdcEnableValue", Of(&StationState::reply, &ReplyState::AdcEnableValue)},
-      StateRow{"ConvertedAdcValue", Of(&StationState::reply, &ReplyState::ConvertedAdcValue)},
-      StateRow{"RawAdcValue", Of(&StationState::reply, &ReplyState::RawAdcValue)},
-      StateRow{"CurrentTestModeValue", Of(&StationState::reply, &ReplyState::CurrentTestModeValue)},
-      StateRow{"PowerMeasureTimes10", Of(&StationState::reply, &ReplyState::PowerMeasureTimes10)},
-      StateRow{"RawAdcStage", Of(&StationState::reply, &ReplyState::RawAdcStage)},
-      StateRow{"RawAdcSkip", Of(&StationState::reply, &ReplyState::RawAdcSkip)},
-      StateRow{"RawAdcOutOfWindow", Of(&StationState::reply, &ReplyState::RawAdcOutOfWindow)},
+      StateRow{"ReplyBuffer", [](const StationState& state) { return Json(TextOfBytes(state.reply.ReplyBuffer)); },
+               [](const Json& json, StationState& state) {
+                 state.reply.ReplyBuffer = BytesOfText(json.get<std::string>());
+               }},
+      Row("ReplyBytes", &StationState::reply, &ReplyState::ReplyBytes),
+      Row("ReplySpin", &StationState::reply, &ReplyState::ReplySpin),
+      Row("ReplyHandled", &StationState::reply, &ReplyState::ReplyHandled),
+      Row("PlainReplyMode", &StationState::reply, &ReplyState::PlainReplyMode),
+      Row("SyncDelay", &StationState::reply, &ReplyState::SyncDelay),
+      Row("TargetMode", &StationState::reply, &ReplyState::TargetMode),
+      Row("CommEventText", &StationState::reply, &ReplyState::CommEventText),
+      Row("CommErrorText", &StationState::reply, &ReplyState::CommErrorText),
+      Row("AdcEnableValue", &StationState::reply, &ReplyState::AdcEnableValue),
+      Row("ConvertedAdcValue", &StationState::reply, &ReplyState::ConvertedAdcValue),
+      Row("RawAdcValue", &StationState::reply, &ReplyState::RawAdcValue),
+      Row("CurrentTestModeValue", &StationState::reply, &ReplyState::CurrentTestModeValue),
+      Row("PowerMeasureTimes10", &StationState::reply, &ReplyState::PowerMeasureTimes10),
+      Row("RawAdcStage", &StationState::reply, &ReplyState::RawAdcStage),
+      Row("RawAdcSkip", &StationState::reply, &ReplyState::RawAdcSkip),
+      Row("RawAdcOutOfWindow", &StationState::reply, &ReplyState::RawAdcOutOfWindow),
   };
 }
 
@@ -161,6 +184,12 @@ Json ReadPlainStates(const StationState& state) {
       all[std::string(row.name)] = row.read(state);
   }
   return all;
+}
+
+void WritePlainStates(const Json& values, StationState& state) {
+  for (const StateRow& row : StateRows()) {
+    if (const auto value = values.find(row.name); value != values.end()) row.write(*value, state);
+  }
 }
 
 }  // namespace orvane

@@ -15,5 +15,7 @@ namespace orvane {
 
 /// All that is plain: no records, tables and images. By name.
 [[nodiscard]] Json ReadPlainStates(const StationState& state);
+/// Takes up what was read so. What is not named stays as it is. @throws Json::exception for a value of another form.
+void WritePlainStates(const Json& values, StationState& state);
 
 }  // namespace orvane

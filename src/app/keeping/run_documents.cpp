@@ -1,66 +1,17 @@
 #include "app/keeping/run_documents.h"
 
-#include <algorithm>
 #include <string_view>
 #include <type_traits>
 
-#include "app/automation/state_reader.h"
+#include "app/keeping/panel_document.h"
+#include "app/keeping/station_snapshot.h"
 #include "base/failure.h"
-#include "platform/controls.h"
 #include "ramp/ramp_file.h"
 #include "rfparams/rf_text_file.h"
 #include "txcal/side_tables.h"
 
 namespace orvane {
 namespace {
-
-/// Of a text that is a console the end says what a reader wants to know.
-constexpr std::size_t kLongestText = 4096;
-
-void AppendText(std::string& json, std::string_view text) {
-  if (text.size() > kLongestText) text.remove_prefix(text.size() - kLongestText);
-  const auto isPlain = [](char c) { return c >= ' ' && c < 0x7F && c != '"' && c != '\\'; };
-  if (std::all_of(text.begin(), text.end(), isPlain)) {
-    json.append("\"").append(text).append("\"");
-    return;
-  }
-  json += Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
-void AppendValue(std::string& json, const Control& control) {
-  switch (control.Kind()) {
-    case ControlKind::Text:
-      return AppendText(json, static_cast<const TextBox&>(control).Text());
-    case ControlKind::Combo:
-      return AppendText(json, static_cast<const ComboBox&>(control).Text());
-    case ControlKind::List:
-      json += std::to_string(static_cast<const ListBox&>(control).Selected());
-      return;
-    case ControlKind::Tab:
-      json += std::to_string(static_cast<const TabControl&>(control).Selected());
-      return;
-    case ControlKind::UpDown:
-      json += std::to_string(static_cast<const UpDown&>(control).Value());
-      return;
-    case ControlKind::Progress:
-      json += std::to_string(static_cast<const ProgressBar&>(control).Value());
-      return;
-    case ControlKind::Option:
-      json += static_cast<const OptionButton&>(control).Selected() ? "true" : "false";
-      return;
-    case ControlKind::Check:
-      json += static_cast<const CheckBox&>(control).Checked() ? "true" : "false";
-      return;
-    case ControlKind::Lamp:
-    case ControlKind::Image:
-      json += std::to_string(control.BackColor());
-      return;
-    case ControlKind::Button:
-    case ControlKind::Label:
-    case ControlKind::Frame:
-      return AppendText(json, dynamic_cast<const CaptionedControl&>(control).Caption());
-  }
-}
 
 /// A table that has no form as a file is left out: the run will say so by itself when it comes to it.
 template <class Make>
@@ -83,23 +34,6 @@ CalState WithLossesOf(const CalState& state, StationPanels& panels) {
 
 }  // namespace
 
-std::string PanelDocument(const std::vector<Panel*>& panels) {
-  constexpr std::size_t kTypical = 24 << 10;
-  std::string json;
-  json.reserve(kTypical);
-  for (const Panel* panel : panels) {
-    json.append(json.empty() ? "{" : ",\n").append("\"").append(panel->Name()).append("\":{");
-    bool isFirst = true;
-    for (const Control* control : panel->Controls()) {
-      json.append(isFirst ? "\"" : ",\"").append(control->Name()).append("\":");
-      isFirst = false;
-      AppendValue(json, *control);
-    }
-    json += "}";
-  }
-  return json + "}\n";
-}
-
 const std::string& RunDocuments::ParameterText() {
   if (!text_.empty() && BytesOf(told_) == BytesOf(state_.rf.RFParams)) return text_;
   told_ = state_.rf.RFParams;
@@ -109,15 +43,7 @@ const std::string& RunDocuments::ParameterText() {
   return text_;
 }
 
-std::string RunDocuments::State() {
-  Json state = ReadPlainStates(state_);
-  Json seen = Json::array();
-  for (const Panel* panel : panels_.All()) {
-    if (panel->Created()) seen.push_back(panel->Name());
-  }
-  return Json{{"seen", std::move(seen)}, {"state", std::move(state)}}.dump(-1, ' ', false,
-                                                                           Json::error_handler_t::replace);
-}
+std::string RunDocuments::State() { return SnapshotText(state_, panels_.All(), verifiesEeprom_); }
 
 std::vector<RecordedDocument> RunDocuments::Before() {
   std::vector<RecordedDocument> documents;

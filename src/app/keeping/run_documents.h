@@ -13,7 +13,9 @@ namespace orvane {
 /// nobody has seen stays unseen.
 class RunDocuments {
  public:
-  RunDocuments(const StationState& state, StationPanels& panels) : state_(state), panels_(panels) {}
+  /// @param verifiesEeprom whether the station reads back what it saves to a Target
+  RunDocuments(const StationState& state, StationPanels& panels, bool verifiesEeprom)
+      : state_(state), panels_(panels), verifiesEeprom_(verifiesEeprom) {}
 
   /// What the station knows beside them, and which panels somebody has seen: one JSON object.
   [[nodiscard]] std::string State();
@@ -27,13 +29,10 @@ class RunDocuments {
 
   const StationState& state_;
   StationPanels& panels_;
+  bool verifiesEeprom_;
   /// What a run ends with the next one begins with, as a rule.
   RFParameter told_{};
   std::string text_;
 };
-
-/// Every control of every panel with its value: {"frmAutoCal": {"txtLoss": "-1", ...}, ...}. Of a list it is the row
-/// that is selected, of a long text its end.
-[[nodiscard]] std::string PanelDocument(const std::vector<Panel*>& panels);
 
 }  // namespace orvane

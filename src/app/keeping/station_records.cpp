@@ -71,7 +71,7 @@ StationRecords::StationRecords(const Options& options, EventLoop& loop, RunRecor
       loop_(loop),
       recorder_(recorder),
       unit_(unit),
-      documents_(station.State(), station.Panels()),
+      documents_(station.State(), station.Panels(), options_.verifyEeprom),
       ear_([this] { loop_.Post([this] { TellWhatWasHeard(); }); }),
       keeper_(Ways(), CurrentWriter(), [this](const Kept& kept) { Hear(kept); }) {
   recorder_.Follow(station.State(), Links());

@@ -8,6 +8,7 @@
 
 #include "adapters/disk_files.h"
 #include "app/desk.h"
+#include "app/profile/stray_letter.h"
 #include "base/decimal4.h"
 #include "base/failure.h"
 #include "base/numbers.h"
@@ -220,6 +221,9 @@ Profile ReadProfile(const std::string& file) { return ParseProfile(file, Content
 Profile ParseProfile(const std::string& file, std::string_view content) {
   Profile profile;
   profile.file = file;
+  if (const auto line = LineOfStrayLetter(content)) {
+    throw ProfileFault(file, *line, KeyOfLine(content, *line), "A letter beyond ASCII stands outside of a text.");
+  }
   try {
     const toml::table top = toml::parse(content);
     Reader(profile).Read(top);

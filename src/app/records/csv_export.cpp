@@ -35,7 +35,7 @@ std::string TextField(std::string_view text) {
   return quoted + "\"";
 }
 
-std::string LimitField(const std::optional<double>& limit) { return limit ? NumberText(*limit) : std::string(); }
+std::string LimitField(const std::optional<double>& limit) { return limit ? PlainNumber(*limit) : std::string(); }
 
 std::string InsideField(const std::optional<bool>& inside) {
   if (!inside) return {};
@@ -54,9 +54,9 @@ std::string ReadingsCsv(const std::vector<RunRecord>& records) {
     for (std::size_t i = 0; i < record.readings.size(); ++i) {
       const RecordedReading& reading = record.readings[i];
       csv += TextField(run.id) + "," + std::to_string(i) + "," + TextField(reading.step) + "," +
-             TextField(reading.name) + "," + NumberText(reading.value) + "," + TextField(reading.unit) + "," +
+             TextField(reading.name) + "," + PlainNumber(reading.value) + "," + TextField(reading.unit) + "," +
              LimitField(reading.low) + "," + LimitField(reading.high) + "," + InsideField(reading.Inside()) + "," +
-             NumberText(reading.atS) + "," + ofRun;
+             PlainNumber(reading.atS) + "," + ofRun;
     }
   }
   return csv;

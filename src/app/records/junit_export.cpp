@@ -52,7 +52,7 @@ std::string Properties(const RunRecord& record) {
 
 std::string Case(const RunRecord& record, const RecordedStep& step, const std::vector<Failure>& failures) {
   std::string text = "    <testcase" + Attribute("classname", "orvane." + record.identity.kind) +
-                     Attribute("name", step.name) + Attribute("time", NumberText(step.seconds));
+                     Attribute("name", step.name) + Attribute("time", PlainNumber(step.seconds));
   const auto failure =
       std::find_if(failures.begin(), failures.end(), [&](const Failure& f) { return f.step == &step; });
   if (failure == failures.end()) return text + "/>\n";
@@ -69,7 +69,7 @@ std::string Suite(const RunRecord& record) {
                      Attribute("timestamp", UtcText(run.beganMs).substr(0, 19)) + Attribute("hostname", run.station) +
                      Attribute("tests", std::to_string(record.steps.size())) +
                      Attribute("failures", std::to_string(failures.size())) + Attribute("errors", "0") +
-                     Attribute("skipped", "0") + Attribute("time", NumberText(record.end ? record.end->seconds : 0)) +
+                     Attribute("skipped", "0") + Attribute("time", PlainNumber(record.end ? record.end->seconds : 0)) +
                      ">\n" + Properties(record);
   for (const RecordedStep& step : record.steps) text += Case(record, step, failures);
   const std::string outcome = OutcomeText(record.end);
@@ -93,7 +93,7 @@ std::string JunitXml(const std::vector<RunRecord>& records) {
   }
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites" + Attribute("name", "orvane") +
          Attribute("tests", std::to_string(tests)) + Attribute("failures", std::to_string(failures)) +
-         Attribute("errors", "0") + Attribute("time", NumberText(seconds)) + ">\n" + suites + "</testsuites>\n";
+         Attribute("errors", "0") + Attribute("time", PlainNumber(seconds)) + ">\n" + suites + "</testsuites>\n";
 }
 
 }  // namespace orvane

@@ -11,6 +11,8 @@
 #include "app/records/named_runs.h"
 #include "app/records/screen.h"
 #include "app/records/verbs.h"
+#include "app/replay/replayed_run.h"
+#include "base/failure.h"
 #include "records/record_bytes.h"
 #include "records/wire_log.h"
 
@@ -55,6 +57,30 @@ std::vector<RunRecord> RecordsOf(const std::string& archive) {
   }
 }
 
+/// Tables of no station: whatever is there is tried, as a station that had it installed would try it.
+std::optional<std::string> TableIn(const std::string& folder, const std::string& name) {
+  constexpr std::uint64_t kLargest = 4 << 20;
+  try {
+    DiskFiles files(folder, folder);
+    return ReadWhole(*files.OpenForReading(files.SystemPath(name), kLargest));
+  } catch (const StationFailure&) {
+    return std::nullopt;
+  }
+}
+
+ReplayAnswer Replay(const RunRecord& record, const ReplayOptions& options) {
+  OtherTable tables;
+  if (options.systemFolder) {
+    tables = [folder = *options.systemFolder](const std::string& name) { return TableIn(folder, name); };
+  }
+  try {
+    const ReplayedRun run = RunAgain(record, tables);
+    return {run.Same(), run.Text()};
+  } catch (const CannotReplay& fault) {
+    throw AnswerIsNo(fault.what());
+  }
+}
+
 /// What was written last of an abandoned run may be half a note.
 std::vector<std::string> TraceFaults(const RunRecord& record) {
   const std::string damage = ReadWireLog(record.Document("trace")->content).damage;
@@ -88,7 +114,7 @@ int Run(const RecordsOrder& order) {
                      files,
                      &ArchiveOf,
                      &RecordsOf,
-                     {},
+                     &Replay,
                      &TraceFaults,
                      Follows(order) ? EndBySignal() : [](std::chrono::milliseconds) { return false; },
                      [](const std::string& text) { ShowOnScreen(text); },

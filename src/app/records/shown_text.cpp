@@ -100,7 +100,7 @@ std::string CutTo(std::string_view text, std::size_t columns) {
   return kept + "…";
 }
 
-std::string NumberText(double value) {
+std::string PlainNumber(double value) {
   if (!std::isfinite(value)) return {};
   const double size = std::abs(value);
   const bool isPlain = size == 0 || (size >= 1e-9 && size < 1e16);
@@ -109,7 +109,7 @@ std::string NumberText(double value) {
 
 std::string ShortNumber(double value) {
   if (!std::isfinite(value)) return {};
-  if (std::abs(value) >= 1e16) return NumberText(value);
+  if (std::abs(value) >= 1e16) return PlainNumber(value);
   std::string digits = Digits(value, std::chars_format::fixed, 4);
   digits.erase(digits.find_last_not_of('0') + 1);
   if (digits.back() == '.') digits.pop_back();

@@ -18,7 +18,7 @@ namespace orvane {
 
 /// With as many decimals as it needs: "28.9596", "129". All digits that tell it from its neighbours; empty for what
 /// is no number.
-[[nodiscard]] std::string NumberText(double value);
+[[nodiscard]] std::string PlainNumber(double value);
 /// The same for eyes: four decimals at the most.
 [[nodiscard]] std::string ShortNumber(double value);
 /// "2.23 s".

@@ -76,10 +76,6 @@ class Verbs {
   }
 
   int operator()(const ReplayOrder& order) {
-    if (!doors_.replay) {
-      Tell("this program has no bench on which a record could be run again.");
-      return kNoReplay;
-    }
     RecordStore& store = Store(StoreAccess::Ask);
     const auto ids = order.runs.empty() ? AllIds(store) : IdsOf(store, order.runs);
     // Each job has a connection of its own.

@@ -6,8 +6,6 @@
 namespace orvane {
 
 inline constexpr int kAnswerIsNo = 1;
-/// Nothing that could run a record again was handed in.
-inline constexpr int kNoReplay = 70;
 inline constexpr int kNoStore = 74;
 
 /// Does what was asked for. What went wrong is told on `errors`. @return the program's exit status.
