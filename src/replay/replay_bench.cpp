@@ -176,6 +176,7 @@ BoxButton ReplayDesk::Show(const Box& box) {
   // One that the record has not is answered as nobody's: with its last button, which asks for nothing.
   if (!script_.Say(kBoxLink, WireEvent::Asked, box.title + "\n" + box.text)) return box.buttons.back();
   const std::string answer = Awaited();
+  script_.GoOn();
   for (const BoxButton button : box.buttons) {
     if (ButtonText(button) == answer) return button;
   }
@@ -188,6 +189,7 @@ std::optional<std::string> ReplayDesk::Ask(FileDialog& dialog) {
     path = std::exchange(nextPath, std::nullopt);
   } else if (script_.Say(kDialogLink, WireEvent::Asked, dialog.title + "\n")) {
     path = Awaited();
+    script_.GoOn();
     if (path->empty()) path.reset();
   }
   if (path) {

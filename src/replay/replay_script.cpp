@@ -88,12 +88,24 @@ void ReplayScript::SendOutsideNotes() {
     loop_.PostAt(due, [this, &note] {
       if (running_ && onOutside) onOutside(note);
     });
+    if (note.event != WireEvent::Answered) continue;
+    saidAt_ = note.at;
+    now_ = due;
+    ++place_;
+    break;
   }
   if (AtEnd() && endsInTheMiddle) loop_.PostAt(due, [] { throw StationEnded(); });
 }
 
+void ReplayScript::GoOn() {
+  if (!running_) return;
+  now_ = std::max(now_, loop_.Now());
+  SendOutsideNotes();
+}
+
 bool ReplayScript::Say(std::string_view link, WireEvent event, std::string_view bytes) {
   if (!running_) return false;
+  if (!AtEnd() && ComesOfItself(notes_[place_])) GoOn();
   if (AtEnd() && endsInTheMiddle) throw StationEnded();
   if (IsLine(link) && event == WireEvent::Out && bytes.size() > kSyncSize) ++commands_;
   const bool isIts = Is(place_, link, event);

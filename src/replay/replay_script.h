@@ -38,6 +38,8 @@ class ReplayScript {
 
   /// The station says this. @return whether the record has it, or something that stands for it.
   bool Say(std::string_view link, WireEvent event, std::string_view bytes);
+  /// The station goes on behind a box or dialog that was answered; what came of itself behind that is on its way.
+  void GoOn();
   /// What came next, when it came to a call on this link: takes it, and lets the time pass that it took. No value
   /// where something else stands there.
   [[nodiscard]] std::optional<WireNote> Take(std::string_view link, WireEvent event);
@@ -55,6 +57,7 @@ class ReplayScript {
  private:
   /// The note stands for what has happened now; what came of itself behind it is on its way.
   void Pass(std::size_t place);
+  /// Up to the first answer to a box: what is behind it comes to a station that has gone on.
   void SendOutsideNotes();
   [[nodiscard]] bool Is(std::size_t place, std::string_view link, WireEvent event) const;
   [[nodiscard]] std::optional<std::size_t> FindAhead(std::string_view link, WireEvent event,
@@ -66,7 +69,7 @@ class ReplayScript {
   const std::vector<WireNote> notes_;
   WireWords words_;
   bool running_ = false;
-  /// The first note that has not happened; never one that comes of itself, and never behind the last one.
+  /// The first note that neither happened nor is on its way: one that comes of itself only behind an answer.
   std::size_t place_ = 0;
   /// When the last note happened, then and now.
   TimePoint saidAt_{0};

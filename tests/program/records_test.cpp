@@ -5,7 +5,9 @@
 #include <filesystem>
 
 #include "adapters/sql/open_store.h"
+#include "app/replay/replayed_run.h"
 #include "program/programs.h"
+#include "program/wired_bench.h"
 #include "records/record_store.h"
 #include "records/wire_log.h"
 
@@ -60,6 +62,33 @@ TEST(Records, ARunIsInTheStoreWithWhatItWasToldOfItsUnit) {
   }
   EXPECT_EQ(record->Document("eeprom.sent")->content, EmbeddedMemory(3));
   EXPECT_EQ(store->Check(run.id), std::vector<std::string>{});
+  EXPECT_EQ(RunAgain(*record).Text(), "");
+}
+
+TEST(Records, OfRunsInRealTimeOnRealWiresRunAgainAsTheyWere) {
+  const Shop shop;
+  {
+    WiredBench bench({"--fault", "battery"});
+    Arguments arguments = bench.Options();
+    arguments.push_back("--initialize");
+    EXPECT_EQ(RunOrvane(shop.With(arguments)).status, 1);
+  }
+  {
+    WiredBench bench;
+    Station station(shop.With(bench.Options()));
+    station.InitializeInstruments();
+    (void)station.SendClick("OrvaneMain.cmdTargetInitialize");
+    station.AwaitState("DcsCalDone", true);
+    (void)station.Set("frmAutoCal.txtErrorRate", "text", "0.2");
+    (void)station.Click("frmAutoCal.cmdAutoCalStop");
+    EXPECT_TRUE(station.Await("record")["run"].is_string());
+  }
+  const auto store = OpenStore(shop.Place());
+  const auto runs = shop.Runs();
+  ASSERT_THAT(runs, SizeIs(2));
+  EXPECT_EQ(runs.front().end->ending, Ending::Stopped);
+  EXPECT_EQ(runs.back().end->verdict, "FAIL");
+  for (const RunSummary& run : runs) EXPECT_EQ(RunAgain(*store->Load(run.identity.id)).Text(), "");
 }
 
 TEST(Records, AVirtualBenchKeepsNoneUnlessItIsAskedTo) {

@@ -61,6 +61,13 @@ TEST(Replay, AShareOfItsVisitsRunsAgainAsItWas) {
   }
 }
 
+/// Acts on a panel that nobody had seen, and a reply that comes as a box is answered.
+TEST(Replay, VisitsThatFoundSomethingAreClean) {
+  for (const std::uint64_t seed : {477U, 563U}) {
+    EXPECT_EQ(Findings(Visit(seed, true).Run()), "") << "prove_replay --seed " << seed;
+  }
+}
+
 TEST(Soak, AShareOfItsVisitsIsClean) {
   for (std::uint64_t seed = 1; seed <= 40; ++seed) {
     EXPECT_EQ(Findings(Visit(seed).Run()), "") << "prove_soak --seed " << seed;

@@ -93,13 +93,15 @@ constexpr std::array kActs{
 
 }  // namespace
 
-bool DoRecordedAct(Operator& hand, const std::vector<Panel*>& panels, std::string_view act) {
+bool DoRecordedAct(Operator& hand, OperationNest& nest, const std::vector<Panel*>& panels, std::string_view act) {
   std::string_view where = TakeUpTo(act, '\n');
   const std::string_view how = TakeUpTo(act, '\n');
   const std::string_view panelName = TakeUpTo(where, '.');
   const auto panel =
       std::find_if(panels.begin(), panels.end(), [&](const Panel* each) { return each->Name() == panelName; });
   if (panel == panels.end()) return false;
+  // Nobody acts on a panel that he does not see.
+  (void)nest.Run([&] { (*panel)->Touch(); });
   if (how == "close") {
     (void)hand.Close(**panel);
     return true;

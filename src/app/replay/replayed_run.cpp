@@ -227,7 +227,7 @@ class Rerun {
       case WireEvent::Answered:
         return desk_.Answer(note);
       case WireEvent::Act:
-        if (!DoRecordedAct(hand_, station_.Panels().All(), note.bytes)) {
+        if (!DoRecordedAct(hand_, station_.Nest(), station_.Panels().All(), note.bytes)) {
           script_.TellDifference("the operator's act could not be done: " + WordsOf(note.link, note.event, note.bytes));
         }
         return;
