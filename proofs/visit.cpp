@@ -24,13 +24,6 @@ constexpr std::size_t kMostRows = 20000;
 constexpr int kSettledRoads = 30;
 constexpr std::size_t kMostGrowth = 64 * 1024;
 
-/// A pace that hands have set as long as this makes a road long, as they wanted it.
-TimePoint PacesAskedFor(const StationState& state) {
-  constexpr int kPacesOfARoad = 3000;
-  constexpr TimePoint kTurn{2};
-  return std::max(state.reply.SyncDelay, Long{0}) * kTurn * kPacesOfARoad;
-}
-
 int LengthOf(std::uint64_t seed, Chance& chance) {
   if (seed % 1000 == 0) return 1000;
   if (seed % 10 == 0) return 60;
@@ -175,12 +168,14 @@ void Visit::Road(Disturbance disturbance) {
   } else if (disturbance == Disturbance::kStrayHands) {
     strays_ = chance_.Between(1, 12);
   }
-  const TimePoint begin = stand_->loop.Now();
+  // A pace that hands have set as long as this makes a road long, as they wanted it.
+  const auto beyondPaces = [this] { return stand_->loop.Now() - stand_->loop.Spun(); };
+  const TimePoint begin = beyondPaces();
   (void)stand_->TakeThrough();
   strays_ = 0;
   ++outcome_.figures["roads"];
   for (std::size_t i = handled; i < hands_->Done().size(); ++i) what_ += ", " + hands_->Done()[i];
-  if (stand_->loop.Now() - begin > kClickBound + PacesAskedFor(stand_->State())) Find("the click took too long");
+  if (beyondPaces() - begin > kClickBound) Find("the click took too long");
   Judge(disturbance);
   RunAgainWhatWasKept();
   if (tell) tell("road " + std::to_string(road_) + " (" + what_ + "): " + stand_->Steps());

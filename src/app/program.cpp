@@ -66,6 +66,7 @@ void Program::KeepRecords() {
   if (world_.Recorder() == nullptr) return;
   records_.emplace(options_, world_.loop, *world_.Recorder(), station_, unit_);
   records_->onKept = [this](const Kept& kept) { TellKept(kept); };
+  station_.State().report.runBegan.Connect([this](RunKind) { recordNews_.Forget(); });
 }
 
 void Program::TellKept(const Kept& kept) {
@@ -76,6 +77,7 @@ void Program::TellKept(const Kept& kept) {
                                    : " The record is lost.")
               << std::endl;
   }
+  recordNews_.Tell(kept);
   if (!kept.run.empty()) port_.TellRecord(kept.isKept ? kept.run : "", kept.fault);
 }
 

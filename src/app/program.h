@@ -7,6 +7,7 @@
 #include "app/automation/automation_port.h"
 #include "app/automation/automation_transport.h"
 #include "app/command_line.h"
+#include "app/keeping/record_news.h"
 #include "app/keeping/station_records.h"
 #include "app/narrator.h"
 #include "app/station.h"
@@ -32,6 +33,8 @@ class Program {
   [[nodiscard]] World& TheWorld() { return world_; }
   [[nodiscard]] const Options& TheOptions() const { return options_; }
   [[nodiscard]] UnitIdentity& TheUnit() { return unit_; }
+  /// Null where no records are kept.
+  [[nodiscard]] RecordNews* TheRecords() { return records_ ? &recordNews_ : nullptr; }
 
   /// Starts the station and serves it until it ends. @return the exit status.
   [[nodiscard]] int Run();
@@ -65,6 +68,7 @@ class Program {
   Station station_;
   AutomationPort port_;
   std::optional<Narrator> narrator_;
+  RecordNews recordNews_;
   std::optional<StationRecords> records_;
   std::variant<std::monostate, std::unique_ptr<StdioTransport>, std::unique_ptr<UnixSocketTransport>> transport_;
 };

@@ -22,11 +22,17 @@ class VirtualEventLoop final : public EventLoop {
   [[nodiscard]] TimePoint Now() const override { return now_; }
   void Yield(TimePoint until) override;
   /// A turn is 2 ns.
-  void Spin(std::int64_t turns) override { now_ += TimePoint{turns * 2}; }
+  void Spin(std::int64_t turns) override {
+    now_ += TimePoint{turns * 2};
+    spun_ += TimePoint{turns * 2};
+  }
   void PostAt(TimePoint when, std::function<void()> event) override;
 
   /// Time that passes inside a call that blocks and serves nothing, such as a read from a silent instrument.
   void Block(TimePoint span) { now_ += span; }
+
+  /// How much of the time passed in spins.
+  [[nodiscard]] TimePoint Spun() const { return spun_; }
 
   /// Serves events until none is left; for tests and at the end of a program.
   void RunDry();
@@ -42,6 +48,7 @@ class VirtualEventLoop final : public EventLoop {
   bool ServeOneDue();
 
   TimePoint now_{0};
+  TimePoint spun_{0};
   std::uint64_t posted_ = 0;
   std::priority_queue<Event> events_;
 };

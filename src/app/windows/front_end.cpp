@@ -64,7 +64,9 @@ void FrontEnd::Follow(const PanelLayout& layout) {
 PanelWindow& FrontEnd::Make(const PanelLayout& layout) {
   auto& window = windows_[layout.panel];
   window = std::make_unique<PanelWindow>(*layout.panel, layout.layout, hands_, ViewsOf(*layout.panel));
-  if (layout.panel == &panels_.main && belowMain) window->statusBar()->addWidget(belowMain(window.get()), 1);
+  const bool isVerdict = layout.panel == &panels_.fail || layout.panel == &panels_.pass;
+  const auto& below = layout.panel == &panels_.main ? belowMain : isVerdict ? belowVerdict : nullptr;
+  if (below) window->statusBar()->addWidget(below(window.get()), 1);
   return *window;
 }
 

@@ -23,6 +23,8 @@ class FrontEnd {
 
   /// Makes what stands below the main panel; set before that one is shown.
   std::function<QWidget*(QWidget* parent)> belowMain;
+  /// The same for the two verdicts.
+  std::function<QWidget*(QWidget* parent)> belowVerdict;
 
   /// The window of a panel; null for one that is not made yet.
   [[nodiscard]] PanelWindow* WindowOf(const Panel& panel) const;

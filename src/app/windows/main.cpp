@@ -1,9 +1,14 @@
 #include <QApplication>
+#include <QDesktopServices>
 #include <QIcon>
+#include <QUrl>
+#include <optional>
 
+#include "adapters/qt/appearance.h"
 #include "adapters/qt/display_watch.h"
 #include "app/program_main.h"
 #include "app/windows/front_end.h"
+#include "app/windows/record_views.h"
 #include "app/windows/serial_field.h"
 #include "app/windows/status_strip.h"
 #include "app/windows/theme.h"
@@ -20,11 +25,34 @@ struct Windows {
       auto* strip = new orvane::StatusStrip(status, orvane::SurroundingsOf(program.TheOptions()), parent);
       strip->AddField(new orvane::SerialField(program.TheUnit(), strip));
       orvane::ShowInTitle(program.TheUnit(), *frontEnd.WindowOf(program.TheStation().Panels().main));
+      if (records) records->AddTo(*strip);
       return strip;
     };
+    if (program.TheRecords() == nullptr) return;
+    records.emplace(*program.TheRecords(), "sqlite:" + program.TheOptions().records->string());
+    frontEnd.belowVerdict = [this](QWidget* parent) { return records->Button(parent); };
   }
 
+  /// Where the records are, and the way to look at them.
+  struct Records {
+    Records(orvane::RecordNews& told, const std::string& store) : news(told), runs(store) {}
+
+    QWidget* Button(QWidget* parent) { return new orvane::RecordButton(news, reports, parent); }
+    void AddTo(orvane::StatusStrip& strip) {
+      strip.AddField(new orvane::UnitsButton(runs, reports, &strip));
+      strip.AddAtEnd(Button(&strip));
+    }
+
+    orvane::RecordNews& news;
+    orvane::PastRuns runs;
+    orvane::ReportOpener reports{runs, [](const std::string& file) {
+                                   QDesktopServices::openUrl(QUrl::fromLocalFile(orvane::ToQt(file)));
+                                 }};
+  };
+
   orvane::StationStatus status;
+  /// Ahead of the windows: they are gone first.
+  std::optional<Records> records;
   orvane::FrontEnd frontEnd;
 };
 

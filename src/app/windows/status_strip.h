@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QLayout>
 #include <QProgressBar>
 #include <QTimer>
 #include <QWidget>
@@ -18,6 +19,8 @@ class StatusStrip final : public QWidget {
 
   /// Puts a field behind the place that the station is in.
   void AddField(QWidget* field);
+  /// Puts one behind all others.
+  void AddAtEnd(QWidget* field) { layout()->addWidget(field); }
   /// Looks now.
   void Look();
 
