@@ -1,5 +1,6 @@
-// What passed over the links in a run, as a record has it. Whatever the bytes are, the notes are in the order of their
-// times, and written again they are the same notes; what is cut off or damaged leaves those ahead of it, and is said.
+// What passed over the links in a run, as a record has it. Whatever the bytes are, the notes are in the order of
+// their times, and written again they are the same notes; what is cut off or damaged leaves those ahead of it, and is
+// said.
 
 #include "records/wire_log.h"
 #include "require.h"

@@ -14,7 +14,8 @@ namespace orvane {
 enum class WireEvent : std::uint8_t {
   /// `bytes` are the line's settings.
   Open = 1,
-  /// Without `bytes` the station's own act; with them the device vanished, or the station was ended, and they say why.
+  /// Without `bytes` the station's own act; with them the device vanished, or the station was ended, and they say
+  /// why.
   Close = 2,
   Out = 3,
   In = 4,

@@ -85,7 +85,8 @@ class PlainFile final : public File {
 class ScriptedFile final : public File {
  public:
   explicit ScriptedFile(ReplayScript& script) : script_(script) {
-    if (const auto size = script_.Take(kFileLink, WireEvent::In)) size_ = std::strtoull(size->bytes.c_str(), nullptr, 10);
+    if (const auto size = script_.Take(kFileLink, WireEvent::In))
+      size_ = std::strtoull(size->bytes.c_str(), nullptr, 10);
     ThrowFileFault(script_);
   }
   [[nodiscard]] std::string Read(std::uint64_t /*offset*/, std::size_t /*size*/) override {

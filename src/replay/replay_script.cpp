@@ -115,7 +115,7 @@ bool ReplayScript::Say(std::string_view link, WireEvent event, std::string_view 
   }
   const WireNote now{TimePoint{0}, std::string(link), event, std::string(bytes)};
   TellDifference("the record has " + (AtEnd() ? "nothing more" : Told(notes_[place_])) + ", now came " + Told(now) +
-                 (isIts && Told(now) == Told(notes_[place_]) ? FirstUnlike(notes_[place_].bytes, bytes) : ".") );
+                 (isIts && Told(now) == Told(notes_[place_]) ? FirstUnlike(notes_[place_].bytes, bytes) : "."));
   const auto ahead = FindAhead(link, event, bytes);
   const bool isAlike = isIts && KeyOf(notes_[place_], notes_[place_].bytes) == KeyOf(now, bytes);
   if (isAlike || (isIts && !ahead)) {

@@ -1,13 +1,12 @@
 // Runs that are run again on a bench that consists of their record: the same where nothing was touched, and whatever
 // was touched is named.
 
-#include "app/replay/replayed_run.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
+#include "app/replay/replayed_run.h"
 #include "station/recorded_station.h"
 
 namespace orvane::test {
@@ -156,9 +155,9 @@ TEST(Replay, OfRunsByHandIsTheSame) {
   (void)recorded.TheRecord();
   StationPanels& panels = station.Panels();
   panels.main.cboPort.SetText("COM1");
-  for (Button* const button : {&panels.mpAutoCal.cmdMPRxAllAutoCal, &panels.autoCal.cmdGSM, &panels.autoCal.cmdDCS,
-                               &panels.autoCal.cmdTxAllCal, &panels.autoCal.Command1,
-                               &panels.baseBand.cmdChargerAutoCal}) {
+  for (Button* const button :
+       {&panels.mpAutoCal.cmdMPRxAllAutoCal, &panels.autoCal.cmdGSM, &panels.autoCal.cmdDCS,
+        &panels.autoCal.cmdTxAllCal, &panels.autoCal.Command1, &panels.baseBand.cmdChargerAutoCal}) {
     SCOPED_TRACE(button->Name());
     for (const bool open : {false, true}) {
       recorded.kept->records.clear();

@@ -167,7 +167,8 @@ TEST_F(ARecordedRoad, TraceHasEveryByteOfTheTargetsLine) {
   EXPECT_EQ(static_cast<std::int64_t>(out), record_.end->bytesOut);
   EXPECT_EQ(static_cast<std::int64_t>(in), record_.end->bytesIn);
   EXPECT_EQ(ReadWireLog(record_.Document("trace")->content).damage, "");
-  EXPECT_THAT(BytesOf(record_, "station", WireEvent::State), ElementsAre(HasSubstr("\"LogFileNumber\":0"))) << "ahead of all";
+  EXPECT_THAT(BytesOf(record_, "station", WireEvent::State), ElementsAre(HasSubstr("\"LogFileNumber\":0")))
+      << "ahead of all";
 }
 
 TEST_F(ARecordedRoad, TellsItsTraceAsItGrows) {

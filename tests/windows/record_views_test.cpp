@@ -42,7 +42,8 @@ class RecordViews : public testing::Test {
     button.click();
     EXPECT_TRUE(Await([&] { return button.findChild<QMenu*>("lastUnits") != nullptr; }));
     std::vector<std::string> rows;
-    for (const QAction* row : button.findChild<QMenu*>("lastUnits")->actions()) rows.push_back(row->text().toStdString());
+    for (const QAction* row : button.findChild<QMenu*>("lastUnits")->actions())
+      rows.push_back(row->text().toStdString());
     return rows;
   }
 

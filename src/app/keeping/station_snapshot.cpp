@@ -66,9 +66,7 @@ std::string SnapshotText(const StationState& state, const std::vector<Panel*>& p
        {{"stopStands", state.cal.stopStands},
         {"stopped", state.cal.saveStopped},
         {"overlays", state.cal.oldSaveFile == OldFile::IsOverlaid}}},
-      {"charger",
-       {{"powerError", state.charger.powerError},
-        {"loaderError", state.charger.loaderError}}},
+      {"charger", {{"powerError", state.charger.powerError}, {"loaderError", state.charger.loaderError}}},
       {"checksums", {state.reply.checksums.fitsInARow, state.reply.checksums.unproven}},
       {"reply", JoinedReply(state.reply)},
       {"state", ReadPlainStates(state)},
@@ -76,9 +74,7 @@ std::string SnapshotText(const StationState& state, const std::vector<Panel*>& p
   return snapshot.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-bool StationSnapshot::Saw(const Panel& panel) const {
-  return values_.at("seen").get<Names>().contains(panel.Name());
-}
+bool StationSnapshot::Saw(const Panel& panel) const { return values_.at("seen").get<Names>().contains(panel.Name()); }
 
 void StationSnapshot::TakeUp(StationState& state, const std::vector<Panel*>& panels, bool otherTables) const {
   WritePlainStates(values_.at("state"), state);

@@ -27,7 +27,8 @@ class StationSnapshot {
   [[nodiscard]] bool Saw(const Panel& panel) const;
   [[nodiscard]] const Json& Value(std::string_view state) const { return values_.at("state").at(state); }
 
-  /// Puts it into a station whose panels are those. What it knows of its tables' files it keeps where they are others.
+  /// Puts it into a station whose panels are those. What it knows of its tables' files it keeps where they are
+  /// others.
   void TakeUp(StationState& state, const std::vector<Panel*>& panels, bool otherTables) const;
 
  private:

@@ -37,7 +37,8 @@ struct RecordsDoors {
   /// The bytes of an .orvane file, and the records in them. @throws AnswerIsNo for damaged ones.
   std::function<std::string(const std::vector<RunRecord>& records)> archiveOf;
   std::function<std::vector<RunRecord>(const std::string& archive)> recordsOf;
-  /// Runs a record, which has its trace, again. @throws AnswerIsNo for one that cannot be. May be called in several processes at a time.
+  /// Runs a record, which has its trace, again. @throws AnswerIsNo for one that cannot be. May be called in several
+  /// processes at a time.
   std::function<ReplayAnswer(const RunRecord& record, const ReplayOptions& options)> replay;
   /// What is wrong in a record's trace from end to end, a line each.
   std::function<std::vector<std::string>(const RunRecord& record)> traceFaults;

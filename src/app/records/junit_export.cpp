@@ -65,12 +65,12 @@ std::string Suite(const RunRecord& record) {
   const std::vector<Failure> failures = FailuresOf(record);
   const RunIdentity& run = record.identity;
   // The form has no place for fractions of a second and for the zone, which is UTC.
-  std::string text = "  <testsuite" + Attribute("name", NameOf(run)) + Attribute("id", run.id) +
-                     Attribute("timestamp", UtcText(run.beganMs).substr(0, 19)) + Attribute("hostname", run.station) +
-                     Attribute("tests", std::to_string(record.steps.size())) +
-                     Attribute("failures", std::to_string(failures.size())) + Attribute("errors", "0") +
-                     Attribute("skipped", "0") + Attribute("time", PlainNumber(record.end ? record.end->seconds : 0)) +
-                     ">\n" + Properties(record);
+  std::string text =
+      "  <testsuite" + Attribute("name", NameOf(run)) + Attribute("id", run.id) +
+      Attribute("timestamp", UtcText(run.beganMs).substr(0, 19)) + Attribute("hostname", run.station) +
+      Attribute("tests", std::to_string(record.steps.size())) +
+      Attribute("failures", std::to_string(failures.size())) + Attribute("errors", "0") + Attribute("skipped", "0") +
+      Attribute("time", PlainNumber(record.end ? record.end->seconds : 0)) + ">\n" + Properties(record);
   for (const RecordedStep& step : record.steps) text += Case(record, step, failures);
   const std::string outcome = OutcomeText(record.end);
   const std::string reason = record.end ? record.end->reason : std::string();

@@ -107,7 +107,8 @@ bool DoRecordedAct(Operator& hand, OperationNest& nest, const std::vector<Panel*
     return true;
   }
   Control* const control = (*panel)->Find(where);
-  const auto* const row = std::find_if(kActs.begin(), kActs.end(), [&](const ActRow& each) { return each.how == how; });
+  const auto* const row =
+      std::find_if(kActs.begin(), kActs.end(), [&](const ActRow& each) { return each.how == how; });
   if (control == nullptr || row == kActs.end()) return false;
   try {
     return row->act(hand, *control, act);

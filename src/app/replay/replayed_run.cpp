@@ -137,9 +137,9 @@ class Rerun {
       ShowPanels();
       snapshot_.TakeUp(station_.State(), station_.Panels().All(), hasOtherTables_);
       const double seconds = record_.end ? record_.end->seconds : 0;
-      loop_.PostAt(loop_.Now() + std::chrono::duration_cast<TimePoint>(std::chrono::duration<double>(seconds)) +
-                       kPatience,
-                   [] { throw EndlessWait(); });
+      loop_.PostAt(
+          loop_.Now() + std::chrono::duration_cast<TimePoint>(std::chrono::duration<double>(seconds)) + kPatience,
+          [] { throw EndlessWait(); });
       script_.Begin();
     });
     report.runIsOver.Connect([this] { script_.End(); });
@@ -228,7 +228,8 @@ class Rerun {
         return desk_.Answer(note);
       case WireEvent::Act:
         if (!DoRecordedAct(hand_, station_.Nest(), station_.Panels().All(), note.bytes)) {
-          script_.TellDifference("the operator's act could not be done: " + WordsOf(note.link, note.event, note.bytes));
+          script_.TellDifference("the operator's act could not be done: " +
+                                 WordsOf(note.link, note.event, note.bytes));
         }
         return;
       default:

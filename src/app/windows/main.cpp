@@ -45,9 +45,8 @@ struct Windows {
 
     orvane::RecordNews& news;
     orvane::PastRuns runs;
-    orvane::ReportOpener reports{runs, [](const std::string& file) {
-                                   QDesktopServices::openUrl(QUrl::fromLocalFile(orvane::ToQt(file)));
-                                 }};
+    orvane::ReportOpener reports{
+        runs, [](const std::string& file) { QDesktopServices::openUrl(QUrl::fromLocalFile(orvane::ToQt(file))); }};
   };
 
   orvane::StationStatus status;

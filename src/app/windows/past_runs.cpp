@@ -48,15 +48,19 @@ void PastRuns::Do(Work work, std::function<void(const Answer&)> told) {
     } catch (const std::exception& fault) {
       answer->fault = fault.what();
     }
-    QMetaObject::invokeMethod(&here_, [answer, told] { told(*answer); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &here_, [answer, told] { told(*answer); }, Qt::QueuedConnection);
   });
 }
 
 void PastRuns::List(int count, std::function<void(const Listed&)> told) {
   RunQuery query;
   query.limit = static_cast<std::size_t>(count);
-  Do<Listed>([store = store_, query] { return Listed{OpenStore(store, {.readOnly = true})->List(query), ""}; },
-             std::move(told));
+  Do<Listed>(
+      [store = store_, query] {
+        return Listed{OpenStore(store, {.readOnly = true})->List(query), ""};
+      },
+      std::move(told));
 }
 
 void PastRuns::Report(const std::string& run, std::function<void(const Reported&)> told) {

@@ -96,7 +96,8 @@ void UnitsButton::List(const PastRuns::Listed& listed) {
   }
   menu->setToolTipsVisible(true);
   if (listed.runs.empty()) {
-    menu->addAction(listed.fault.empty() ? tr("No unit has run yet.") : ToQt(OneLine(listed.fault)))->setEnabled(false);
+    menu->addAction(listed.fault.empty() ? tr("No unit has run yet.") : ToQt(OneLine(listed.fault)))
+        ->setEnabled(false);
   }
   menu->popup(mapToGlobal(QPoint(0, -menu->sizeHint().height())));
 }
