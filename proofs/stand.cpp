@@ -144,7 +144,8 @@ bool Stand::PassedComplete() { return verdict_ == Verdict::Pass && State().repor
 
 std::string Stand::Unready() {
   if (!station.Nest().Idle()) return "an operation is left on the stack";
-  if (!State().reply.ReplyDone) return "an exchange is left open";
+  // A gain out of its limits leaves it so, until the next exchange: with a closed line that is the next unit's.
+  if (!State().reply.ReplyDone && line.PortOpen()) return "an exchange is left open";
   for (const Button* button : {&Panels().autoCal.cmdAllCalStart, &Panels().baseBand.cmdChargerAutoCal}) {
     if (!button->Enabled()) return button->Name() + " is left disabled";
   }

@@ -48,6 +48,7 @@ void PastRuns::Do(Work work, std::function<void(const Answer&)> told) {
     } catch (const std::exception& fault) {
       answer->fault = fault.what();
     }
+    // The call takes what it is given with it. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
     QMetaObject::invokeMethod(
         &here_, [answer, told] { told(*answer); }, Qt::QueuedConnection);
   });
