@@ -1,9 +1,10 @@
 // Roads in virtual time and nothing beside them, without a look at any clock:
-//   roads_benchmark STATIONS ROADS   starts so many stations, one behind the other, and takes ROADS Targets through
-//   on
-//                                    each: callgrind counts what that takes, and the difference of two counts is what
-//                                    one station's start or one road takes
-//   roads_benchmark memory           how much more a standing station holds after 5,000 roads than after 50
+//   roads_benchmark STATIONS ROADS [recorded]
+//                             starts so many stations, one behind the other, and takes ROADS Targets through on each:
+//                             callgrind counts what that takes, and the difference of two counts is what one
+//                             station's start or one road takes; recorded: each run's record is gathered, and thrown
+//                             away
+//   roads_benchmark memory    how much more a standing station holds after 5,000 roads than after 50
 
 #include <malloc.h>
 
@@ -13,6 +14,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -23,6 +25,7 @@
 #include "platform/operator.h"
 #include "platform/virtual_event_loop.h"
 #include "support/fake_desk.h"
+#include "support/kept_records.h"
 #include "support/memory_files.h"
 
 namespace orvane::test {
@@ -41,8 +44,11 @@ std::map<std::string, std::string> InstalledContent() {
 
 /// A station on the virtual bench, without the journal that tests keep of all that leaves it.
 struct StandingStation {
-  explicit StandingStation(const std::map<std::string, std::string>& installed) {
+  StandingStation(const std::map<std::string, std::string>& installed, bool records)
+      : kept(records ? std::make_unique<KeptRecords>(PlainPorts()) : nullptr),
+        station(kept ? kept->ports.Ports() : PlainPorts()) {
     files.content = installed;
+    if (kept) kept->Follow(station);
     station.State().report.concluded.Connect([this](Verdict verdict) { concluded = verdict; });
     station.Start();
     StationPanels& panels = station.Panels();
@@ -62,7 +68,13 @@ struct StandingStation {
     }
     boxes.shown.clear();
     journal.Clear();
+    if (!kept) return;
+    kept->Settle();
+    kept->records.clear();
+    kept->grown.clear();
   }
+
+  [[nodiscard]] StationPorts PlainPorts() { return {loop, bench.Serial(), bench.Bus(), files, boxes, dialogs}; }
 
   VirtualEventLoop loop;
   Journal journal;
@@ -70,15 +82,16 @@ struct StandingStation {
   FakeDialogs dialogs;
   MemoryFiles files;
   bench::VirtualBench bench{loop};
-  Station station{{loop, bench.Serial(), bench.Bus(), files, boxes, dialogs}};
+  std::unique_ptr<KeptRecords> kept;
+  Station station;
   Operator op{station.Nest()};
   Verdict concluded = Verdict::None;
 };
 
-void TakeRoads(int stations, int roads) {
+void TakeRoads(int stations, int roads, bool records) {
   const auto installed = InstalledContent();
   for (int i = 0; i < stations; ++i) {
-    StandingStation station(installed);
+    StandingStation station(installed, records);
     for (int road = 0; road < roads; ++road) station.TakeTargetThrough();
   }
 }
@@ -93,7 +106,7 @@ int MeasureMemory() {
   constexpr int kFirstRoads = 50;
   constexpr int kAllRoads = 5000;
   constexpr double kAllowed = 1024;
-  StandingStation station(InstalledContent());
+  StandingStation station(InstalledContent(), false);
   int road = 0;
   const auto heldAfter = [&](int roads) {
     for (; road < roads; ++road) station.TakeTargetThrough();
@@ -118,12 +131,14 @@ std::optional<int> CountIn(std::string_view text) {
 int main(int argc, char** argv) {
   using namespace orvane::test;
   if (argc == 2 && std::string_view(argv[1]) == "memory") return MeasureMemory();
-  const auto stations = argc == 3 ? CountIn(argv[1]) : std::nullopt;
-  const auto roads = argc == 3 ? CountIn(argv[2]) : std::nullopt;
+  const bool isRecorded = argc == 4 && std::string_view(argv[3]) == "recorded";
+  const bool isCount = argc == 3 || isRecorded;
+  const auto stations = isCount ? CountIn(argv[1]) : std::nullopt;
+  const auto roads = isCount ? CountIn(argv[2]) : std::nullopt;
   if (!stations || !roads) {
-    std::fputs("roads_benchmark STATIONS ROADS | roads_benchmark memory\n", stderr);
+    std::fputs("roads_benchmark STATIONS ROADS [recorded] | roads_benchmark memory\n", stderr);
     return 64;
   }
-  TakeRoads(*stations, *roads);
+  TakeRoads(*stations, *roads, isRecorded);
   return 0;
 }
