@@ -70,6 +70,7 @@ void BenchSession::Configure() {
   const std::string& secondary = face.secAddress.Text();
   control_.address = {ToInteger(face.boardNumber.Text()), ToInteger(face.primAddress.Text()),
                       secondary == "None" ? Integer{0} : ToInteger(secondary)};
+  state_.*row_.address = control_.address;
   control_.readSize = ToInteger(face.bufferSize.Text());
   const int code = GpibTimeOutCode(face.timeOut.Text());
   if (code >= 0) control_.timeOutCode = static_cast<Integer>(code);

@@ -23,15 +23,16 @@ struct BenchSessionRow {
   /// Not always the default.
   std::string_view primAddressReset;
   bool ChargerState::*ready;
+  GpibAddress ChargerState::*address;
   bool ChargerState::*error;
 };
 
 inline constexpr BenchSessionRow kSupplySession{
-    &FrmBaseBand::supply,   &FrmBaseBand::txtPSVoltage, "Input Voltage", "Input Time Out", "6",
-    &ChargerState::PSReady, &ChargerState::powerError};
+    &FrmBaseBand::supply,   &FrmBaseBand::txtPSVoltage,   "Input Voltage",          "Input Time Out", "6",
+    &ChargerState::PSReady, &ChargerState::supplyAddress, &ChargerState::powerError};
 inline constexpr BenchSessionRow kLoadSession{
-    &FrmBaseBand::load,         &FrmBaseBand::TxtLoaderCurrent, "Input Current value", "Select Time Out", "5",
-    &ChargerState::LoaderReady, &ChargerState::loaderError};
+    &FrmBaseBand::load,         &FrmBaseBand::TxtLoaderCurrent, "Input Current value",     "Select Time Out", "5",
+    &ChargerState::LoaderReady, &ChargerState::loaderAddress,   &ChargerState::loaderError};
 
 /// The session to one bench instrument: Initialize, Reset, the input limits of its boxes, and its error event. A
 /// failure on the bus is no failure of the operation: it shows its box, is remembered, and the operation goes on.

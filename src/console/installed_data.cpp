@@ -74,7 +74,8 @@ std::string InstalledData::SentenceOf(const InstalledFile& kind, const Opened& o
                                       const std::string& damage) const {
   const auto digest = digests_.find(kind.name);
   if (digest == digests_.end()) return orvane::SentenceOf(opened.path, damage);
-  std::string other;
+  // Zeros that are expected are no damage; a file that is too short is one whatever was expected.
+  std::string other = damage == kNothingButZeros ? "" : damage;
   PassOver(
       [&] {
         const std::string found = digestOf_(ReadWhole(*opened.file));
@@ -105,7 +106,7 @@ bool InstalledData::LoadRampTable() {
   const auto opened = Open(kRampTableFile);
   if (!opened) return false;
   ReadRampRecords(*opened->file, ramp_);
-  ramp_.damage = SentenceOf(kRampTableFile, *opened, DamageOfRecords(*opened->file, kRampRecords));
+  ramp_.damage = SentenceOf(kRampTableFile, *opened, DamageOfRecords(*opened->file, kRampRecords, Tail::None));
   PassOver([&] { ShowRampTable(ramp_, 0, main_->ramp); });
   return true;
 }
@@ -113,7 +114,7 @@ bool InstalledData::LoadRampTable() {
 bool InstalledData::LoadCableLoss() {
   const auto opened = Open(kCableLossFile);
   if (!opened) return false;
-  cal_.lossDamage = SentenceOf(kCableLossFile, *opened, DamageOfRecords(*opened->file, kLosses));
+  cal_.lossDamage = SentenceOf(kCableLossFile, *opened, DamageOfRecords(*opened->file, kLosses, Tail::None));
   // The calibration panel puts defaults into the record as it is created. It is created here, ahead of the record's
   // own values.
   PassOver([&] { autoCal_->Touch(); });

@@ -21,9 +21,9 @@ struct InstalledFile;
 
 /// The three installed data files, and what start-up fills from them. Each is looked up in the first place, then in
 /// the second. A file that does not open costs the data of all behind it, and it alone shows boxes. One that opens
-/// and is damaged is loaded as far as it goes. Where a file's digest is given, it alone decides what is damaged. What
-/// stands on a file that is damaged or was not loaded is told
-/// (`damage` of the states).
+/// and is damaged is loaded as far as it goes: one that is not as long as its kind is, or is nothing but zeros, or
+/// has another digest than the one that is given for it; zeros with that digest are none. What stands on a file that
+/// is damaged or was not loaded is told (`damage` of the states).
 class InstalledData {
  public:
   InstalledData(PanelRef<OrvaneMain> main, PanelRef<FrmAutoCal> autoCal, PanelRef<FrmDownLoad> downLoad, RFState& rf,

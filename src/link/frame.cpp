@@ -38,6 +38,15 @@ void EscapeData(FrameData& data, Integer& count) {
   if (end > data.size()) FailOutOfRange(static_cast<std::int64_t>(data.size()), data.size());
 }
 
+std::string PlainData(const FrameData& escaped, int count) {
+  std::string plain;
+  for (std::size_t i = 0; i < escaped.size() && static_cast<int>(plain.size()) < count; ++i) {
+    if (escaped[i] == kEscape && i + 1 < escaped.size()) ++i;
+    plain += static_cast<char>(escaped[i] & 0xFF);
+  }
+  return plain;
+}
+
 std::array<char, kFrameBodySize> FrameBody(Integer operation, Integer count, const FrameData& escaped,
                                            Integer checksum) {
   std::array<char, kFrameBodySize> body{};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 #include <string_view>
 
 #include "base/numbers.h"
@@ -23,6 +24,9 @@ inline constexpr int kFrameBodySize = 51;
 /// came in, so what more than ten escapes have pushed beyond that place goes unescaped.
 /// @throws StationFailure when the data outgrow the array.
 void EscapeData(FrameData& data, Integer& count);
+
+/// The first `count` data as they were before they were escaped, a byte each.
+[[nodiscard]] std::string PlainData(const FrameData& escaped, int count);
 
 /// What follows the sync bytes of a command: operation code, the escaped data, the checksum with its own escape, the
 /// terminator, zeros.

@@ -95,10 +95,9 @@ void ReplyDecoder::Publish(const Deframed& reply, std::size_t gathered) {
 void ReplyDecoder::TakeFrame(FrameSpan frame) {
   const Reply reply(state_, frame);
   const bool padded = Layout() == ReplyLayout::Padded;
-  const std::string operation = reply.Text(padded ? 3 : 2);
+  state_.ReplyOperation = reply.Text(padded ? 3 : 2);
   state_.TMStatus = reply.Text(padded ? 5 : 3);
-  state_.ReplyOperation = operation;
-  const Long code = ToLong(operation);
+  const Long code = ToLong(state_.ReplyOperation);
   if (expected_ && code != *expected_) ++tally_.foreignReplies;
   if (StatusOf(state_) != 0) {
     ReportFailureStatus();
@@ -106,10 +105,10 @@ void ReplyDecoder::TakeFrame(FrameSpan frame) {
   }
   if (const ReplyRow* const row = ReplyRowOf(code); row != nullptr) {
     if (row->itemOffset != 0) state_.ReplyItem = reply.Text(row->itemOffset);
-    const Exchange exchange = row->show(reply, outlets_);
-    // It is shown and kept as any other row, but whatever stands on the tables from now on stands on a stray reply.
+    // It is shown and kept as any other row, so far as it goes, but whatever stands on the tables from now on stands
+    // on a stray reply.
     if (code == kUnpaddedOperation && expected_ && code != *expected_) outlets_.ramp.damage = kStrayRampRow;
-    if (exchange == Exchange::LeftOpen) return;
+    if (row->show(reply, outlets_) == Exchange::LeftOpen) return;
   }
   state_.ReplyDone = true;
   state_.ReplyBuffer.clear();

@@ -42,6 +42,8 @@ class TargetLink {
 
   /// Escapes, assembles and transmits one frame of 53 bytes.
   void BuildAndSendFrame(Integer operation, Integer count, FrameData data, Integer checksum);
+  /// The first data of the frame that was sent last, before they were escaped.
+  [[nodiscard]] std::string SentData(int count) const { return PlainData(state_.FrameData, count); }
   /// Transmits a text character by character, a pace behind each. No path of the station uses it.
   void DataSend(std::string_view text);
 

@@ -59,15 +59,16 @@ std::string ReadRecord(File& file, int number, std::size_t needed) {
   return record;
 }
 
-std::string DamageOfRecords(File& file, int records) {
+std::string DamageOfRecords(File& file, int records, Tail tail) {
   std::string damage;
   PassOver(
       [&] {
         const std::uint64_t whole = static_cast<std::uint64_t>(records) * kRecordSize;
-        if (file.Size() != whole) {
+        const bool isLonger = file.Size() > whole;
+        if (file.Size() < whole || (isLonger && tail == Tail::None)) {
           damage = "is " + std::to_string(file.Size()) + " bytes long, not " + std::to_string(whole);
         } else if (ReadWhole(file).find_first_not_of('\0') == std::string::npos) {
-          damage = "holds nothing but zero bytes";
+          damage = kNothingButZeros;
         }
       },
       [&](const StationFailure& failure) { damage = "cannot be read: " + failure.Text(); });

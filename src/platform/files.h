@@ -111,8 +111,18 @@ inline constexpr std::uint64_t kLargestRecordFile = 4 << 20;
 /// `needed` bytes.
 [[nodiscard]] std::string ReadRecord(File& file, int number, std::size_t needed);
 
+/// What may stand behind the records of a file.
+enum class Tail {
+  None,
+  /// That of a longer file which it was written over.
+  MayBe
+};
+
+/// The damage of a file that a power cut left.
+inline constexpr std::string_view kNothingButZeros = "holds nothing but zero bytes";
+
 /// What shows that a file is not one of `records` whole records, as the end of a sentence that its name begins: "is 0
 /// bytes long, not 640". Empty when nothing does.
-[[nodiscard]] std::string DamageOfRecords(File& file, int records);
+[[nodiscard]] std::string DamageOfRecords(File& file, int records, Tail tail);
 
 }  // namespace orvane

@@ -96,9 +96,17 @@ Operator::Outcome Operator::Key(TextBox& box, char32_t key) {
 }
 
 Operator::Outcome Operator::Key(TextBox& box, char32_t key, const std::function<std::string()>& effect) {
+  if (!box.onKeyPress && box.EnabledForOperator()) {
+    // What a key has left somewhere in the middle of a text is told as the text.
+    const std::string left = effect();
+    if (left != After(box.Text(), key)) return Type(box, left);
+    return Act(box, "key", std::to_string(static_cast<std::uint32_t>(key)), [&] { box.SetText(left); });
+  }
   return Act(box, "key", std::to_string(static_cast<std::uint32_t>(key)), [&] {
     if (key != 0 && box.onKeyPress) box.onKeyPress(key);
-    box.SetText(effect());
+    const std::string left = effect();
+    if (nest_.onAct && left != After(box.Text(), key)) Tell(FullNameOf(box), "type", left);
+    box.SetText(left);
   });
 }
 

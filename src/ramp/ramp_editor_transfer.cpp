@@ -28,7 +28,7 @@ bool RampEditor::LoadFile() {
   try {
     const auto file = ports_.files.OpenForReading(*path, kLargestRecordFile);
     ReadRampRecords(*file, ports_.ramp);
-    const std::string damage = DamageOfRecords(*file, kRampRecords);
+    const std::string damage = DamageOfRecords(*file, kRampRecords, Tail::MayBe);
     ports_.ramp.damage = damage.empty() ? "" : *path + " " + damage + ".";
     return true;
   } catch (const StationFailure& failure) {

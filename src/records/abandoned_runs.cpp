@@ -2,11 +2,11 @@
 
 namespace orvane {
 
-std::size_t EndAbandoned(RecordStore& store, const WriterJudge& mayLive, std::int64_t nowMs,
+std::size_t EndAbandoned(RecordStore& store, const RunJudge& mayEndByItself, std::int64_t nowMs,
                          const WhatIsLeft& whatIsLeft) {
   std::size_t ended = 0;
   for (const RecordStore::OpenRun& open : store.OpenRuns()) {
-    if (mayLive(open.writer)) continue;
+    if (mayEndByItself(open)) continue;
     auto record = store.Load(open.id);
     // Another station may have been quicker.
     if (!record || record->end) continue;

@@ -8,14 +8,15 @@
 
 namespace orvane {
 
-/// Whether whoever writes a run may still do so. True also of one that cannot be judged from here.
-using WriterJudge = std::function<bool(const WriterMark&)>;
+/// Whether a run may still come to its own end: whoever writes it may live, or its record lies elsewhere. True also
+/// of one that cannot be judged from here.
+using RunJudge = std::function<bool(const RecordStore::OpenRun&)>;
 /// What else is left of such a run, put into its record ahead of its end.
 using WhatIsLeft = std::function<void(RunRecord&)>;
 
 /// Ends the runs whose writer is no more, as abandoned, at the time when that was found out.
 /// @return how many. @throws StoreFault.
-std::size_t EndAbandoned(RecordStore& store, const WriterJudge& mayLive, std::int64_t nowMs,
+std::size_t EndAbandoned(RecordStore& store, const RunJudge& mayEndByItself, std::int64_t nowMs,
                          const WhatIsLeft& whatIsLeft = {});
 
 }  // namespace orvane

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <map>
 #include <utility>
 
 namespace orvane {
@@ -37,7 +38,8 @@ struct RunRecorder::Run {
   TimePoint toldAt{0};
   /// Of the search that is under way.
   std::string search;
-  int passes = 0;
+  /// Of each search so far. One that is made once more goes on counting.
+  std::map<std::string, int> passes;
   /// A command is out whose answer may still come in.
   std::optional<TimePoint> awaiting;
   TimePoint lastIn{0};
@@ -72,7 +74,6 @@ void RunRecorder::Follow(StationState& state, RecorderLinks links) {
   state.searchTrail.began.Connect([this](const SearchStory& story) {
     if (!run_) return;
     run_->search = ReadingNameOf(story.subject);
-    run_->passes = 0;
   });
   state.searchTrail.passed.Connect([this](const SearchPass& pass) { Passed(pass); });
 }
@@ -112,7 +113,11 @@ RunEnd RunRecorder::EndOfRun() const {
   const Verdict verdict = whole ? state_->report.Concluded().value_or(Verdict::None) : Verdict::None;
   end.verdict = VerdictText(verdict);
   end.complete = verdict == Verdict::Pass && state_->report.AllComplete();
-  const bool stopped = whole ? verdict == Verdict::None : state_->cal.CalStopRequested;
+  const CalState& cal = state_->cal;
+  // The charger run does not look at a stop.
+  const bool stoppedByHand =
+      run.kind != RunKind::Charger && cal.CalStopRequested && cal.stopStands && cal.stopsAsked != run.stopsAsked;
+  const bool stopped = whole ? verdict == Verdict::None : stoppedByHand;
   end.ending = run.wasThrown ? Ending::Failure : stopped ? Ending::Stopped : Ending::Verdict;
   end.commands = state_->tally.commands - run.tally.commands;
   end.bytesOut = state_->tally.bytesOut - run.tally.bytesOut;
@@ -153,6 +158,7 @@ void RunRecorder::Close() {
   if (!run->end.complete) {
     run->end.reason = !run->failure.empty() ? run->failure : FirstReason(record.steps);
     if (run->end.reason.empty()) run->end.reason = run->firstFlaw;
+    if (run->end.reason.empty() && run->end.ending == Ending::Stopped) run->end.reason = "The run was stopped.";
   }
   record.end = run->end;
   for (RecordedDocument& document : links_.documentsAfter()) record.documents.push_back(std::move(document));
@@ -189,8 +195,8 @@ void RunRecorder::Keep(const RunDocument& document) {
 
 void RunRecorder::Passed(const SearchPass& pass) {
   if (!run_) return;
-  run_->record.passes.push_back(
-      {run_->search, run_->passes++, pass.dac, pass.power.ToDouble(), pass.tolerance.ToDouble(), Now()});
+  run_->record.passes.push_back({run_->search, run_->passes[run_->search]++, pass.dac, pass.power.ToDouble(),
+                                 pass.tolerance.ToDouble(), Now()});
 }
 
 void RunRecorder::StepEntered(RunStep step) {

@@ -149,7 +149,7 @@ void ParameterTransfer::DownLoad() {
   if (!ReadFile(*path)) return;
   panel_->lstDataReadWindow.Clear();
   PassOver([&] { FileToRFParamsConvert(rf_); });
-  if (rf_.recordIsWhole && DamageOfParameterLines(rf_).empty()) rf_.damage.clear();
+  if (rf_.recordIsWhole) rf_.damage.clear();
   if (panel_->optDownloadFileLoad.Selected() || !link_.InTestMode()) return;
   TMEEPROMDataMaker(rf_);
   const TransferWatch watch(link_, cal_);

@@ -31,6 +31,9 @@ class InstrumentFaults {
 struct ChargerState {
   bool PSReady = false;
   bool LoaderReady = false;
+  /// Where the sessions were made to.
+  GpibAddress supplyAddress;
+  GpibAddress loaderAddress;
   /// A voltage was sent to the supply.
   bool PSVoltageSet = false;
   /// An error event came from the supply's or the load's control.

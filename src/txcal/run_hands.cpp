@@ -7,10 +7,14 @@ namespace orvane {
 
 RunHands::RunHands(const RunInputSources& sources, RunReport& report, std::function<long()> messages)
     : sources_(sources), report_(report), messages_(std::move(messages)) {
-  report.began.Connect([this] {
-    changed_.clear();
-    messageSent_ = false;
-  });
+  report.began.Connect([this] { Forget(); });
+  report.ended.Connect([this] { Forget(); });
+}
+
+/// What was changed in one run is nothing to the next one.
+void RunHands::Forget() {
+  changed_.clear();
+  messageSent_ = false;
 }
 
 void RunHands::ActBegins() {

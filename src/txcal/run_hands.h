@@ -29,6 +29,7 @@ class RunHands {
     std::vector<RunInput> inputs;
     long messages;
   };
+  void Forget();
   void Note(const Before& before);
 
   RunInputSources sources_;

@@ -1,5 +1,7 @@
 #include "txcal/search_run.h"
 
+#include <cmath>
+
 #include "base/failure.h"
 #include "base/text.h"
 
@@ -11,6 +13,12 @@ constexpr int kHighestPower = 40;
 /// The longest sound search walks from one DAC limit to the other in steps of one. What takes more passes swings
 /// around its target and would never end.
 constexpr int kMostPasses = 1100;
+
+/// A limit with the places of the numbers that it is made of. It may be larger than they can be.
+double LimitOf(double value) {
+  constexpr double kPlaces = 10000;
+  return std::round(value * kPlaces) / kPlaces;
+}
 
 }  // namespace
 
@@ -105,9 +113,10 @@ std::optional<Decimal4> SearchRun::PowerInBox(const SearchRow& row, const std::s
 void SearchRun::TellReadings(const PowerSearch& search, const SearchSubject& subject) {
   const std::string name = ReadingNameOf(subject);
   if (search.Passes() > 0 && TakesReadings()) {
-    parts_.report.Read({name + ".power", search.Measured().ToDouble(), "dBm",
-                        (search.Target() - search.Tolerance()).ToDouble(),
-                        (search.Target() + search.Tolerance()).ToDouble()});
+    const double target = search.Target().ToDouble();
+    const double tolerance = search.Tolerance().ToDouble();
+    parts_.report.Read({name + ".power", search.Measured().ToDouble(), "dBm", LimitOf(target - tolerance),
+                        LimitOf(target + tolerance)});
   }
   parts_.report.Read({name + ".dac", static_cast<double>(search.Dac()), "count", 0, kDacLimit});
 }

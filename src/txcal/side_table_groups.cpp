@@ -196,7 +196,7 @@ void SideTableGroups::SetLosses() {
 void SideTableGroups::LoadLosses() {
   const auto read = [](File& file, CalState& state) {
     ReadLossRecords(file, state);
-    state.lossDamage = DamageOfRecords(file, kLosses);
+    state.lossDamage = DamageOfRecords(file, kLosses, Tail::MayBe);
   };
   const auto path = LoadFile(panel_->dlgLoss, "Loss Table Open", read);
   if (!path) return;

@@ -207,5 +207,15 @@ TEST_F(Port, AStoppedActOfAnyKindIsAnsweredWithItsFailure) {
   EXPECT_EQ(Notifications("failure").size(), std::size(rows));
 }
 
+TEST_F(Port, WhatIsShownAndClosedIsToldAsAnAct) {
+  std::vector<std::string> acts;
+  nest_.onAct = [&](const std::string& where, std::string_view how, std::string_view /*value*/) {
+    acts.push_back(where + " " + std::string(how));
+  };
+  Ask("show", {{"panel", "frmTest"}});
+  Ask("close", {{"panel", "frmTest"}});
+  EXPECT_THAT(acts, testing::ElementsAre("frmTest show", "frmTest close"));
+}
+
 }  // namespace
 }  // namespace orvane::test

@@ -185,7 +185,7 @@ TEST_F(ProfileTest, ALetterBeyondAsciiIsAFaultWhereItStandsInNoText) {
   for (const char* content :
        {"# \u00E4\n", "\uFEFFstation = 'a'\n", "operator = \"\u00E4 # \\\" \u00E4\"  # \u00E4\n",
         "operator = '\u00E4\\' # \u00E4", "operator = '''a'\u00E4'''", "operator = \"\"\"a\"\u00E4\"\"\"",
-        "operator = \"\"\"\u00E4 \\\n  a\u00E4\"\"\""}) {
+        "operator = \"\"\"\u00E4 \\\n  a\u00E4\"\"\"", "part = \"\"\"abc\\\n\"\"\"\noperator = \"\"\"\u00E4\"\"\""}) {
     EXPECT_EQ(FaultOf(content), "no fault") << content;
   }
 }

@@ -231,6 +231,14 @@ TEST(RampRow, InAReplyToAnotherCommandFillsTheTablesAndNothingStandsOnThemAnyMor
             "A row of the ramp tables was overwritten by a reply to another command: load the tables again.");
 }
 
+TEST(RampRow, ThatIsTooLongAndStraysLeavesItsMarkAllTheSame) {
+  LinkRig rig;
+  rig.Later(std::chrono::milliseconds(1), RampReply("08", kUp + kDown + " 01 01"));
+  EXPECT_TRUE(rig.nest.Run([&] { rig.link.RunTargetCommand("tms 1"); }).has_value());
+  EXPECT_EQ(rig.ramp.RampTable[8][31], "15");
+  EXPECT_NE(rig.ramp.damage, "");
+}
+
 TEST(RampRow, AOneInThePlaceOfAPadIsEaten) {
   LinkRig rig;
   rig.Exchange("ttr 7", RampReply("07", "00 01 03 03 03 03 03 03 03 03 03 03 03 03 03 03" + kDown));

@@ -60,7 +60,7 @@ TEST(Records, ShowTheirDamage) {
   const std::string whole = RecordOf("one") + RecordOf("two");
   const auto damageOf = [&](const std::string& content) {
     files.content["/t.dat"] = content;
-    return DamageOfRecords(*files.OpenForReading("/t.dat", kLargestRecordFile), 2);
+    return DamageOfRecords(*files.OpenForReading("/t.dat", kLargestRecordFile), 2, Tail::None);
   };
   EXPECT_EQ(damageOf(whole), "");
   EXPECT_EQ(damageOf(""), "is 0 bytes long, not 256");

@@ -212,7 +212,7 @@ TEST_P(RecordStoreOf, ARunWhoseWriterIsNoMoreIsEndedAsAbandoned) {
   const WriterMark living{"here", "boot", 2, 1};
   store->Begin(SmallRecord(1).identity, dead);
   store->Begin(SmallRecord(2).identity, living);
-  const auto mayLive = [&](const WriterMark& writer) { return writer == living; };
+  const auto mayLive = [&](const RecordStore::OpenRun& run) { return run.writer == living; };
   const auto whatIsLeft = [](RunRecord& record) { record.documents.push_back({"trace", "trace", "half of it"}); };
   EXPECT_EQ(EndAbandoned(*store, mayLive, kFirstBeganMs + 999, whatIsLeft), 1U);
   EXPECT_EQ(EndAbandoned(*store, mayLive, kFirstBeganMs + 999, whatIsLeft), 0U);

@@ -53,6 +53,20 @@ TEST_P(Spool, WhatIsThereAlreadyIsLeftAloneAndGoes) {
   EXPECT_EQ(store->List({}).size(), 1U);
 }
 
+TEST_P(Spool, WhatTheStoreHasEndedAsAbandonedStaysAndIsNamed) {
+  const auto store = Open();
+  RunRecord abandoned = SmallRecord(1);
+  abandoned.end->ending = Ending::Abandoned;
+  ASSERT_TRUE(store->Finish(abandoned));
+  KeepInSpool(files_, Folder(), SmallRecord(1));
+  EXPECT_TRUE(LiesInSpool(Folder(), IdOf(1)));
+  EXPECT_FALSE(LiesInSpool(Folder(), IdOf(2)));
+  const DrainedSpool drained = DrainSpool(*store, files_, Folder());
+  EXPECT_EQ(drained.taken, 0U);
+  EXPECT_THAT(drained.faults, ElementsAre(HasSubstr(IdOf(1) + ".orvane: the store has this run as abandoned")));
+  EXPECT_THAT(Names(), ElementsAre(IdOf(1) + ".orvane"));
+}
+
 TEST_P(Spool, WhatIsDamagedOrRefusedStaysAndIsNamed) {
   const auto store = Open();
   for (const int number : {1, 2, 3}) KeepInSpool(files_, Folder(), SmallRecord(number));

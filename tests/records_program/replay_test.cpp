@@ -83,5 +83,14 @@ TEST_F(Replaying, AReplayThatTakesItsProcessAlongIsNamedWithThoseBehindIt) {
   EXPECT_THAT(out.str(), HasSubstr("20 runs: 18 same, 0 differ, 2 could not be run again.\n"));
 }
 
+TEST_F(Replaying, ADamagedDocumentIsOfItsRunAlone) {
+  here.damaged = IdOfNumber(4);
+  for (const char* jobs : {"1", "2"}) {
+    EXPECT_EQ(Run({"replay", "--all", "--jobs", jobs}), 1) << jobs;
+    EXPECT_EQ(out.str(), IdOfNumber(4) + " not run again\n  Its document is damaged.\n" +
+                             "20 runs: 19 same, 0 differ, 1 could not be run again.\n");
+  }
+}
+
 }  // namespace
 }  // namespace orvane::test

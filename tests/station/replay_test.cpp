@@ -148,6 +148,58 @@ TEST(Replay, OfALogThatFillsItsDiskAsksAgain) {
   ExpectSame(record);
 }
 
+TEST(Replay, OfARunWithAnotherOneInItsMiddleIsTheSame) {
+  RecordedStation recorded(1);
+  VirtualStation& station = recorded.station;
+  station.loop.PostAt(1500ms, [&] {
+    station.op.Click(station.Panels().main.cmdTargetReset);
+    station.op.Click(station.Panels().main.cmdTargetInitialize);
+  });
+  ExpectSame(RecordOf(recorded));
+}
+
+TEST(Replay, OfALossThatIsNoNumberIsTheSame) {
+  RecordedStation recorded(1);
+  VirtualStation& station = recorded.station;
+  station.Panels().baseBand.Touch();
+  station.Panels().autoCal.Touch();
+  station.op.Type(station.Panels().autoCal.txtLoss, "");
+  ExpectSame(RecordOf(recorded));
+}
+
+TEST(Replay, OfADialogThatHadAnotherTitleHasThatTitle) {
+  RecordedStation recorded(1);
+  VirtualStation& station = recorded.station;
+  station.Panels().downLoad.Touch();
+  station.op.Click(station.Panels().downLoad.cmdUpLoad);
+  station.Panels().autoCal.Touch();
+  station.op.Select(station.Panels().autoCal.optSaveModeFile);
+  station.dialogs.answers = {"/out/unit.epm"};
+  ExpectSame(RecordOf(recorded));
+}
+
+TEST(Replay, OfASessionWhoseBoxesWereChangedSinceHasItsOwnAddress) {
+  RecordedStation recorded(1);
+  VirtualStation& station = recorded.station;
+  station.InitializeInstruments();
+  station.op.Type(station.Panels().baseBand.supply.primAddress, "3");
+  station.op.Type(station.Panels().baseBand.supply.timeOut, "");
+  (void)station.InitializeTarget();
+  ExpectSame(recorded.TheRecord());
+}
+
+TEST(Replay, OfAKeyInTheMiddleOfATextLeavesTheSameText) {
+  RecordedStation recorded(1);
+  VirtualStation& station = recorded.station;
+  TextBox& box = station.Panels().autoCal.txtErrorRate;
+  station.loop.PostAt(1200ms, [&] { station.op.Key(box, U'2', [] { return std::string("0.12"); }); });
+  TextBox& command = station.Panels().main.txtUserCommand;
+  station.loop.PostAt(1900ms, [&] { station.op.Key(command, U'x', [] { return std::string("xyz"); }); });
+  const RunRecord record = RecordOf(recorded);
+  EXPECT_THAT(record.end->reason, HasSubstr("changed by hand"));
+  ExpectSame(record);
+}
+
 TEST(Replay, OfRunsByHandIsTheSame) {
   RecordedStation recorded(1);
   VirtualStation& station = recorded.station;

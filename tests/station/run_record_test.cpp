@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "station/recorded_station.h"
 
@@ -14,6 +15,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::SizeIs;
 using namespace std::chrono_literals;
 
@@ -237,6 +239,75 @@ TEST(RunRecord, OfAVerifiedSaveHasWhatTheEepromReadBack) {
   const RunRecord& record = recorded.TheRecord();
   ASSERT_NE(record.Document("eeprom.read"), nullptr);
   EXPECT_EQ(record.Document("eeprom.read")->content, record.Document("eeprom.sent")->content);
+}
+
+TEST(RunRecord, OfARunWithAnotherOneInItsMiddleGoesIntoAStore) {
+  RecordedStation recorded(1);
+  VirtualStation& station = recorded.station;
+  station.loop.PostAt(1500ms, [&] {
+    station.op.Click(station.Panels().main.cmdTargetReset);
+    station.op.Click(station.Panels().main.cmdTargetInitialize);
+  });
+  (void)station.TakeTargetThrough();
+  const RunRecord& record = recorded.TheRecord();
+  std::map<std::string, int> next;
+  bool isMadeTwice = false;
+  for (std::size_t i = 1; i < record.passes.size(); ++i) {
+    const RecordedPass& pass = record.passes[i];
+    isMadeTwice = isMadeTwice || (pass.reading != record.passes[i - 1].reading && next.contains(pass.reading));
+    next.try_emplace(pass.reading, pass.position);
+    EXPECT_EQ(pass.position, next[pass.reading]++) << pass.reading;
+  }
+  EXPECT_TRUE(isMadeTwice) << "a search of the first run comes again in the second one";
+}
+
+TEST(RunRecord, OfARunThatWasStoppedInAStepThatCameToItsEndSaysSo) {
+  RecordedStation recorded(1);
+  VirtualStation& station = recorded.station;
+  station.loop.PostAt(400ms, [&] { station.op.Click(station.Panels().autoCal.cmdAutoCalStop); });
+  (void)station.TakeTargetThrough();
+  const RunRecord& record = recorded.TheRecord();
+  EXPECT_THAT(NamesOf(record.steps), ElementsAre("receive"));
+  EXPECT_TRUE(record.steps.front().complete);
+  EXPECT_EQ(record.end->ending, Ending::Stopped);
+  EXPECT_EQ(record.end->reason, "The run was stopped.");
+}
+
+TEST(RunRecord, OfAChargerRunByHandThatCameToItsEndIsNotStoppedByAStopFromBefore) {
+  RecordedStation recorded(1);
+  VirtualStation& station = recorded.station;
+  station.loop.PostAt(1500ms, [&] { station.op.Click(station.Panels().autoCal.cmdAutoCalStop); });
+  (void)station.TakeTargetThrough();
+  EXPECT_EQ(recorded.TheRecord().end->ending, Ending::Stopped);
+  recorded.kept->records.clear();
+  (void)station.op.Click(station.Panels().baseBand.cmdChargerAutoCal);
+  EXPECT_TRUE(station.State().cal.CalStopRequested);
+  EXPECT_EQ(recorded.TheRecord().end->ending, Ending::Verdict);
+}
+
+TEST(RunRecord, OfARunByHandHasNoneOfTheChangesThatHandsMadeInTheWholeRunBeforeIt) {
+  RecordedStation recorded(1);
+  VirtualStation& station = recorded.station;
+  station.loop.PostAt(2100ms, [&] { station.op.Type(station.Panels().autoCal.txtErrorRate, "0.2"); });
+  (void)station.TakeTargetThrough();
+  (void)recorded.TheRecord();
+  recorded.kept->records.clear();
+  station.bench.Serial().Open();
+  (void)station.op.Click(station.Panels().autoCal.cmdTxAllCal);
+  EXPECT_THAT(recorded.TheRecord().end->reason, Not(HasSubstr("by hand")));
+}
+
+TEST(RunRecord, HasTheFlashTableAsItWentOutWhateverStandsInTheBoxes) {
+  RecordedStation recorded(1);
+  VirtualStation& station = recorded.station;
+  FrmBaseBand& panel = station.Panels().baseBand;
+  // Behind the charger run's last reading, ahead of the table's write.
+  panel.txtShutDownADC.changed.Connect([&] { panel.txtCC2CVADC.SetText("62"); });
+  (void)station.TakeTargetThrough();
+  const RunRecord& record = recorded.TheRecord();
+  ASSERT_NE(record.Document("flash.100"), nullptr);
+  EXPECT_EQ(record.Document("flash.100")->content.substr(0, 2), std::string("\x3E\0", 2));
+  EXPECT_THAT(station.boxes.Texts(), IsEmpty()) << "the record is in nobody's way";
 }
 
 TEST(RunRecord, ChangesNoByteOnAnyWire) {

@@ -10,12 +10,14 @@
 namespace orvane::test {
 
 /// A store of nothing but memory, by the letter of its interface.
-class MemoryStore final : public RecordStore {
+class MemoryStore : public RecordStore {
  public:
   /// What `Check` says of a run, and of no id what `CheckStore` says.
   std::map<std::string, std::vector<std::string>> faults;
   /// The next thing that is asked of it fails so, once.
   std::optional<std::string> failsNext;
+  /// A run whose record cannot be loaded.
+  std::string damaged;
   /// A run whose record it does not take.
   std::string refuses;
 
@@ -59,6 +61,7 @@ class MemoryStore final : public RecordStore {
 
   std::optional<RunRecord> Load(std::string_view id) override {
     FailIfAsked();
+    if (!damaged.empty() && id == damaged) throw StoreFault("Its document is damaged.");
     const auto record = records_.find(std::string(id));
     return record == records_.end() ? std::nullopt : std::optional(record->second);
   }

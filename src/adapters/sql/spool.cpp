@@ -32,11 +32,24 @@ std::vector<fs::path> RecordsIn(const std::string& folder) {
   return records;
 }
 
+fs::path FileOf(const std::string& folder, const std::string& run) {
+  return fs::path(folder) / (run + std::string(kEnding));
+}
+
+/// The store has no more of it than that its station died, and the record says otherwise.
+bool IsOnlyAbandoned(RecordStore& store, const RunRecord& record) {
+  const auto there = store.Load(record.identity.id);
+  return there && there->end && there->end->ending == Ending::Abandoned && record.end &&
+         record.end->ending != Ending::Abandoned;
+}
+
 /// @return why the file stays, or nothing.
 std::string TakeIn(RecordStore& store, Files& files, const fs::path& path) {
   try {
-    RunRecord record = ReadRecordFile(files, path.string());
-    store.Finish(record);
+    const RunRecord record = ReadRecordFile(files, path.string());
+    if (!store.Finish(record) && IsOnlyAbandoned(store, record)) {
+      return "the store has this run as abandoned, and keeps that.";
+    }
   } catch (const DamagedRecord& damage) {
     return damage.what();
   } catch (const RecordRefused& refused) {
@@ -56,7 +69,12 @@ void KeepInSpool(Files& files, const std::string& folder, const RunRecord& recor
   std::error_code error;
   fs::create_directories(folder, error);
   if (error) throw StationFailure(error.message() + ": " + folder);
-  WriteRecordFile(files, (fs::path(folder) / (record.identity.id + std::string(kEnding))).string(), record);
+  WriteRecordFile(files, FileOf(folder, record.identity.id).string(), record);
+}
+
+bool LiesInSpool(const std::string& folder, const std::string& run) {
+  std::error_code unknown;
+  return fs::exists(FileOf(folder, run), unknown);
 }
 
 DrainedSpool DrainSpool(RecordStore& store, Files& files, const std::string& folder) {

@@ -13,6 +13,9 @@ namespace orvane {
 /// @throws StationFailure with the system's text, or DamagedRecord for what is too large.
 void KeepInSpool(Files& files, const std::string& folder, const RunRecord& record);
 
+/// Whether such a record lies there.
+[[nodiscard]] bool LiesInSpool(const std::string& folder, const std::string& run);
+
 /// What became of the files of a spool.
 struct DrainedSpool {
   /// In the store now; one that was there already counts.

@@ -285,14 +285,20 @@ Json AutomationPort::Click(const Json& params) {
   return Json::object();
 }
 
+void AutomationPort::TellAct(const Panel& panel, std::string_view how) const {
+  if (surface_.nest.onAct) surface_.nest.onAct(panel.Name(), how, {});
+}
+
 Json AutomationPort::Show(const Json& params) {
   Panel& panel = PanelParam(params);
+  TellAct(panel, "show");
   ThrowIfStopped(surface_.nest.Run([&] { panel.Show(); }));
   return Json::object();
 }
 
 Json AutomationPort::Close(const Json& params) {
   Panel& panel = PanelParam(params);
+  TellAct(panel, "close");
   ThrowIfStopped(surface_.nest.Run([&] { panel.Close(); }));
   return Json::object();
 }

@@ -107,6 +107,7 @@ class AutomationPort {
   [[nodiscard]] Json Set(const Json& params);
   [[nodiscard]] Json Key(const Json& params);
   [[nodiscard]] Json Click(const Json& params);
+  void TellAct(const Panel& panel, std::string_view how) const;
   [[nodiscard]] Json Show(const Json& params);
   [[nodiscard]] Json Close(const Json& params);
   [[nodiscard]] Json State(const Json& params);

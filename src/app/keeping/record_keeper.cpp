@@ -85,7 +85,7 @@ void RecordKeeper::Finish(RunRecord record) {
 RecordStore& RecordKeeper::Store() {
   if (store_) return *store_;
   store_ = ways_.openStore();
-  ways_.takeIn(*store_);
+  for (const std::string& fault : ways_.takeIn(*store_)) told_({"", true, fault});
   return *store_;
 }
 
@@ -101,7 +101,7 @@ void RecordKeeper::BeginNow(const RunIdentity& run) {
 
 void RecordKeeper::FinishNow(const RunRecord& record) {
   try {
-    (void)Store().Finish(record);
+    if (!Store().Finish(record)) throw StoreFault("The store has another end of this run already.");
     ways_.settle(record.identity.id);
     told_({record.identity.id, true, ""});
   } catch (const std::exception& fault) {

@@ -7,6 +7,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "records/record_store.h"
 
@@ -21,7 +22,8 @@ struct KeeperWays {
   std::function<void(const std::string& run, const std::string& bytes)> grow;
   std::function<void(const std::string& run)> settle;
   /// Takes in what was put beside the store earlier, and ends the runs of stations that are no more.
-  std::function<void(RecordStore& store)> takeIn;
+  /// @return what stays beside it, and why, a sentence each.
+  std::function<std::vector<std::string>(RecordStore& store)> takeIn;
 };
 
 /// What became of a record. On the keeper's thread.

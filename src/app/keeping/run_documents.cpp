@@ -43,7 +43,7 @@ const std::string& RunDocuments::ParameterText() {
   return text_;
 }
 
-std::string RunDocuments::State() { return SnapshotText(state_, panels_.All(), verifiesEeprom_); }
+std::string RunDocuments::State() { return SnapshotText(state_, panels_, verifiesEeprom_); }
 
 std::vector<RecordedDocument> RunDocuments::Before() {
   std::vector<RecordedDocument> documents;

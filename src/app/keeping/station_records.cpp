@@ -124,13 +124,19 @@ KeeperWays StationRecords::Ways() const {
           [spool](const std::string& run) { ForgetTrace(spool, run); },
           [spool](RecordStore& store) {
             DiskFiles files = Disk();
-            AsStoreFault([&] { (void)DrainSpool(store, files, spool); });
+            DrainedSpool drained;
+            AsStoreFault([&] { drained = DrainSpool(store, files, spool); });
+            // One that the store has refused has come to its end all the same.
+            const auto mayEndByItself = [&](const RecordStore::OpenRun& run) {
+              return WriterMayLive(run.writer) || LiesInSpool(spool, run.id);
+            };
             std::vector<std::string> ended;
-            (void)EndAbandoned(store, &WriterMayLive, NowMs(), [&](RunRecord& left) {
+            (void)EndAbandoned(store, mayEndByItself, NowMs(), [&](RunRecord& left) {
               TakeTrace(spool, left);
               ended.push_back(left.identity.id);
             });
             for (const std::string& run : ended) ForgetTrace(spool, run);
+            return drained.faults;
           }};
 }
 

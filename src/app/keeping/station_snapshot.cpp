@@ -1,7 +1,9 @@
 #include "app/keeping/station_snapshot.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
+#include <vector>
 
 #include "app/automation/state_reader.h"
 #include "platform/control.h"
@@ -27,6 +29,24 @@ void SplitReply(std::string_view joined, ReplyState& reply) {
   }
 }
 
+/// Those whose title a run or an operator changes, in this order.
+std::array<FileDialog*, 7> DialogsOf(StationPanels& panels) {
+  return {&panels.downLoad.dlgDownload,      &panels.autoCal.dlgPowerIndex, &panels.autoCal.dlgInitial,
+          &panels.autoCal.dlgLoss,           &panels.main.ramp.dlgRampSave, &panels.rampTable.editor.dlgRampSave,
+          &panels.mpAutoCal.dlgMPPatternSave};
+}
+
+Json Titles(StationPanels& panels) {
+  Json titles = Json::array();
+  for (const FileDialog* dialog : DialogsOf(panels)) titles.push_back(dialog->title);
+  return titles;
+}
+
+Json AddressJson(const GpibAddress& address) { return {address.board, address.primary, address.secondary}; }
+GpibAddress AddressOf(const Json& json) {
+  return {json.at(0).get<Integer>(), json.at(1).get<Integer>(), json.at(2).get<Integer>()};
+}
+
 Json Disabled(const std::vector<Panel*>& panels) {
   Json names = Json::array();
   for (const Panel* panel : panels) {
@@ -48,14 +68,14 @@ void Disable(const Names& names, const std::vector<Panel*>& panels) {
 
 }  // namespace
 
-std::string SnapshotText(const StationState& state, const std::vector<Panel*>& panels, bool verifiesEeprom) {
+std::string SnapshotText(const StationState& state, StationPanels& panels, bool verifiesEeprom) {
   Json seen = Json::array();
-  for (const Panel* panel : panels) {
+  for (const Panel* panel : panels.All()) {
     if (panel->Created()) seen.push_back(panel->Name());
   }
   const Json snapshot{
       {"seen", std::move(seen)},
-      {"disabled", Disabled(panels)},
+      {"disabled", Disabled(panels.All())},
       {"verifiesEeprom", verifiesEeprom},
       {"tables",
        {{"whole", state.rf.recordIsWhole},
@@ -66,7 +86,12 @@ std::string SnapshotText(const StationState& state, const std::vector<Panel*>& p
        {{"stopStands", state.cal.stopStands},
         {"stopped", state.cal.saveStopped},
         {"overlays", state.cal.oldSaveFile == OldFile::IsOverlaid}}},
-      {"charger", {{"powerError", state.charger.powerError}, {"loaderError", state.charger.loaderError}}},
+      {"charger",
+       {{"powerError", state.charger.powerError},
+        {"loaderError", state.charger.loaderError},
+        {"supply", AddressJson(state.charger.supplyAddress)},
+        {"loader", AddressJson(state.charger.loaderAddress)}}},
+      {"dialogs", Titles(panels)},
       {"checksums", {state.reply.checksums.fitsInARow, state.reply.checksums.unproven}},
       {"reply", JoinedReply(state.reply)},
       {"state", ReadPlainStates(state)},
@@ -76,7 +101,10 @@ std::string SnapshotText(const StationState& state, const std::vector<Panel*>& p
 
 bool StationSnapshot::Saw(const Panel& panel) const { return values_.at("seen").get<Names>().contains(panel.Name()); }
 
-void StationSnapshot::TakeUp(StationState& state, const std::vector<Panel*>& panels, bool otherTables) const {
+GpibAddress StationSnapshot::SupplyAddress() const { return AddressOf(values_.at("charger").at("supply")); }
+GpibAddress StationSnapshot::LoaderAddress() const { return AddressOf(values_.at("charger").at("loader")); }
+
+void StationSnapshot::TakeUp(StationState& state, StationPanels& panels, bool otherTables) const {
   WritePlainStates(values_.at("state"), state);
   if (!otherTables) {
     const Json& tables = values_.at("tables");
@@ -95,7 +123,10 @@ void StationSnapshot::TakeUp(StationState& state, const std::vector<Panel*>& pan
   const Json& checksums = values_.at("checksums");
   state.reply.checksums = {checksums.at(0).get<int>(), checksums.at(1).get<int>()};
   SplitReply(values_.at("reply").get_ref<const std::string&>(), state.reply);
-  Disable(values_.at("disabled").get<Names>(), panels);
+  const Json& titles = values_.at("dialogs");
+  const auto dialogs = DialogsOf(panels);
+  for (std::size_t i = 0; i < dialogs.size(); ++i) dialogs[i]->title = titles.at(i).get<std::string>();
+  Disable(values_.at("disabled").get<Names>(), panels.All());
 }
 
 }  // namespace orvane

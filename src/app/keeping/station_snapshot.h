@@ -2,19 +2,18 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "app/automation/json_rpc.h"
-#include "platform/panel.h"
+#include "panels/station_panels.h"
+#include "platform/gpib.h"
 #include "state/station_state.h"
 
 namespace orvane {
 
-/// What a station knows beside its panels, its parameters and its tables, as one JSON object; it looks at panels and
-/// touches none.
+/// What a station knows beside what its panels show, its parameters and its tables, as one JSON object; it looks at
+/// panels and touches none.
 /// @param verifiesEeprom whether it reads back what it saves to a Target
-[[nodiscard]] std::string SnapshotText(const StationState& state, const std::vector<Panel*>& panels,
-                                       bool verifiesEeprom);
+[[nodiscard]] std::string SnapshotText(const StationState& state, StationPanels& panels, bool verifiesEeprom);
 
 /// The same, read back.
 class StationSnapshot {
@@ -26,10 +25,13 @@ class StationSnapshot {
   /// Whether somebody had seen that panel.
   [[nodiscard]] bool Saw(const Panel& panel) const;
   [[nodiscard]] const Json& Value(std::string_view state) const { return values_.at("state").at(state); }
+  /// Where the sessions to the supply and the load were made to.
+  [[nodiscard]] GpibAddress SupplyAddress() const;
+  [[nodiscard]] GpibAddress LoaderAddress() const;
 
   /// Puts it into a station whose panels are those. What it knows of its tables' files it keeps where they are
   /// others.
-  void TakeUp(StationState& state, const std::vector<Panel*>& panels, bool otherTables) const;
+  void TakeUp(StationState& state, StationPanels& panels, bool otherTables) const;
 
  private:
   Json values_;

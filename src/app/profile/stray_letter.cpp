@@ -9,6 +9,8 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsBeyondAscii(char c) { return static_cast<unsigned char>(c) >= 0x80; }
 
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
 /// Goes through a TOML text and knows where in it a character stands.
 class Walk {
  public:
@@ -49,12 +51,11 @@ class Walk {
       if (!isLong && rest_.front() == '\n') return std::nullopt;
       const bool escapes = quote == '"' && rest_.front() == '\\';
       Step();
-      if (!escapes) continue;
-      while (isLong && !rest_.empty() && std::string_view(" \t\r\n").find(rest_.front()) != std::string_view::npos) {
-        Step();
-      }
+      if (!escapes || rest_.empty()) continue;
+      const bool folds = isLong && IsBlank(rest_.front());
+      while (folds && !rest_.empty() && IsBlank(rest_.front())) Step();
       if (!rest_.empty() && IsBeyondAscii(rest_.front())) return line_;
-      Step();
+      if (!folds) Step();
     }
     Step(end.size());
     return std::nullopt;

@@ -65,7 +65,7 @@ std::string Head(const RunRecord& record) {
   text +=
       "<p class=\"verdict\">" + Escaped(OutcomeText(record.end)) + "</p><p class=\"soft\">" +
       Escaped(ClockText(run.beganMs) + " UTC, " + run.station + (run.bench == "virtual" ? " (virtual bench)" : "") +
-              (record.end ? ", " + SecondsText(record.end->seconds) : "")) +
+              (TookText(record.end).empty() ? "" : ", " + TookText(record.end))) +
       "</p>";
   const auto reasons = ReasonsOf(record);
   if (!reasons.empty()) {

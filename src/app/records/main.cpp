@@ -71,6 +71,9 @@ std::optional<std::string> TableIn(const std::string& folder, const std::string&
 ReplayAnswer Replay(const RunRecord& record, const ReplayOptions& options) {
   OtherTable tables;
   if (options.systemFolder) {
+    if (!std::filesystem::is_directory(*options.systemFolder)) {
+      throw AnswerIsNo("There is no folder " + *options.systemFolder + ".");
+    }
     tables = [folder = *options.systemFolder](const std::string& name) { return TableIn(folder, name); };
   }
   try {

@@ -1,7 +1,9 @@
 #include "app/records/record_faults.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
+#include <string_view>
 
 namespace orvane {
 namespace {
@@ -32,16 +34,16 @@ class Faults {
     }
   }
 
-  /// A search that is done once more begins with 0 again.
+  /// A search that is done once more goes on counting.
   void Passes() {
-    const RecordedPass* previous = nullptr;
+    std::map<std::string_view, int> next;
     for (const RecordedPass& pass : record_.passes) {
-      const bool goesOn = previous != nullptr && previous->reading == pass.reading;
-      if (pass.position != 0 && (!goesOn || pass.position != previous->position + 1)) {
+      int& expected = next[pass.reading];
+      if (pass.position != expected) {
         faults_.push_back("pass " + std::to_string(pass.position) + " of " + pass.reading +
                           ": the one before is missing");
       }
-      previous = &pass;
+      expected = pass.position + 1;
     }
   }
 

@@ -35,6 +35,9 @@ Result ReplayOne(RecordStore& store, const std::string& id, const ReplayOrder& o
     return {Came::Failed, fault.what()};
   } catch (const TextFailure& fault) {
     return {Came::Failed, fault.what()};
+  } catch (const StoreFault& fault) {
+    // A store that does not answer at all says so of each.
+    return {Came::Failed, fault.what()};
   }
 }
 

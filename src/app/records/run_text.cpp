@@ -54,7 +54,8 @@ void AddHead(Sheet& sheet, const RunRecord& record) {
   if (!record.end) return;
   sheet.Field("ended", ClockText(record.end->endedMs) + " UTC");
   sheet.Field("ending", EndingText(record.end->ending));
-  sheet.Field("took", SecondsText(record.end->seconds));
+  if (record.end->ending == Ending::Abandoned) return;
+  sheet.Field("took", TookText(record.end));
   sheet.Field("link", std::to_string(record.end->commands) + " commands, " + std::to_string(record.end->bytesOut) +
                           " bytes out, " + std::to_string(record.end->bytesIn) + " bytes in");
 }
@@ -150,7 +151,7 @@ std::string ListText(const std::vector<RunSummary>& runs, const Page& page) {
                run.identity.serial,
                run.identity.station,
                onlyWhole ? std::string() : run.identity.kind,
-               run.end ? SecondsText(run.end->seconds) : std::string(),
+               TookText(run.end),
                {OutcomeText(run.end), OutcomeOf(run.end)},
                run.end ? run.end->reason : std::string()});
   }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "app/records/shown_text.h"
+
 namespace orvane {
 namespace {
 
@@ -26,6 +28,10 @@ std::string OutcomeText(const std::optional<RunEnd>& end) {
   if (end->verdict == "PASS" && !end->complete) return "PASS, not complete";
   if (end->verdict != "NONE") return end->verdict;
   return end->ending == Ending::Verdict ? "done" : std::string(EndingText(end->ending));
+}
+
+std::string TookText(const std::optional<RunEnd>& end) {
+  return end && end->ending != Ending::Abandoned ? SecondsText(end->seconds) : std::string();
 }
 
 std::string_view ShortId(std::string_view id) { return id.substr(0, kShortId); }

@@ -23,6 +23,9 @@ enum class Outcome {
 /// In a word or two: "PASS", "PASS, not complete", "FAIL", "stopped", "done" (by hand), "under way".
 [[nodiscard]] std::string OutcomeText(const std::optional<RunEnd>& end);
 
+/// "2.23 s"; empty for a run whose station died, of which nobody knows, and for one under way.
+[[nodiscard]] std::string TookText(const std::optional<RunEnd>& end);
+
 /// As much of an id as tells its millisecond, which tells runs of one station apart.
 [[nodiscard]] std::string_view ShortId(std::string_view id);
 /// How much of each id is needed to tell these runs apart, but no less than `ShortId`.

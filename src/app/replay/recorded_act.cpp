@@ -102,6 +102,10 @@ bool DoRecordedAct(Operator& hand, OperationNest& nest, const std::vector<Panel*
   if (panel == panels.end()) return false;
   // Nobody acts on a panel that he does not see.
   (void)nest.Run([&] { (*panel)->Touch(); });
+  if (how == "show") {
+    (void)nest.Run([&] { (*panel)->Show(); });
+    return true;
+  }
   if (how == "close") {
     (void)hand.Close(**panel);
     return true;

@@ -14,6 +14,7 @@
 #include "app/trace/wire_words.h"
 #include "platform/operator.h"
 #include "platform/virtual_event_loop.h"
+#include "ramp/ramp_file.h"
 #include "replay/record_comparison.h"
 #include "replay/replay_bench.h"
 #include "txcal/side_tables.h"
@@ -28,10 +29,13 @@ constexpr std::size_t kMostTold = 12;
 struct TableRow {
   std::string_view file;
   std::string_view role;
+  /// Zeros in place of a table that had no form as a file; what stood there stands on the panels.
+  std::size_t standIn = 0;
 };
 /// The installed data files, and the documents that stand for what a station made of them.
-constexpr std::array kTables{TableRow{"TI532.epm", "parameters.before"}, TableRow{"RampTable.dat", "ramp_table"},
-                             TableRow{"Cable.loss", "cable_loss"}};
+constexpr std::array kTables{TableRow{"TI532.epm", "parameters.before"},
+                             TableRow{"RampTable.dat", "ramp_table", kRampRecords* kRecordSize},
+                             TableRow{"Cable.loss", "cable_loss", kLosses* kRecordSize}};
 
 std::string WordsOf(std::string_view link, WireEvent event, std::string_view bytes) {
   const auto quoted = [](std::string_view text) {
@@ -116,8 +120,9 @@ class Rerun {
       const std::string file(table.file);
       if (tables) {
         if (auto content = tables(file)) files_.content[file] = std::move(*content);
-      } else if (const RecordedDocument* const document = record_.Document(table.role)) {
-        files_.content[file] = document->content;
+      } else {
+        const RecordedDocument* const document = record_.Document(table.role);
+        files_.content[file] = document != nullptr ? document->content : std::string(table.standIn, '\0');
       }
     }
   }
@@ -135,7 +140,7 @@ class Rerun {
     RunReport& report = station_.State().report;
     report.runBegan.Connect([this](RunKind) {
       ShowPanels();
-      snapshot_.TakeUp(station_.State(), station_.Panels().All(), hasOtherTables_);
+      snapshot_.TakeUp(station_.State(), station_.Panels(), hasOtherTables_);
       const double seconds = record_.end ? record_.end->seconds : 0;
       loop_.PostAt(
           loop_.Now() + std::chrono::duration_cast<TimePoint>(std::chrono::duration<double>(seconds)) + kPatience,
@@ -183,13 +188,30 @@ class Rerun {
       panels.main.cboPrimaryAddress.SetText(std::to_string(snapshot_.Value("GpibPrimaryAddress").get<int>()));
       press(panels.main.cmdInstrumentInitialize);
     }
-    if (isSet("PSReady")) press(panels.baseBand.supply.initialize);
-    if (isSet("LoaderReady")) press(panels.baseBand.load.initialize);
+    FrmBaseBand& bench = panels.baseBand;
+    if (isSet("PSReady")) MakeSession(bench.supply, bench.txtPSVoltage, snapshot_.SupplyAddress());
+    if (isSet("LoaderReady")) MakeSession(bench.load, bench.TxtLoaderCurrent, snapshot_.LoaderAddress());
     if (!isSet("LogOffState")) {
       desk_.nextPath = snapshot_.Value("LogFileName").get<std::string>();
       press(panels.main.cmdLogOn);
     }
     OpenLine();
+  }
+
+  /// As the session was made, whatever stands in its boxes by now.
+  void MakeSession(BenchSessionFace& face, TextBox& value, const GpibAddress& address) {
+    const auto put = [](auto& box, const std::string& text) {
+      const auto kept = std::exchange(box.onChange, nullptr);
+      box.SetText(text);
+      box.onChange = kept;
+    };
+    put(face.boardNumber, std::to_string(address.board));
+    put(face.primAddress, std::to_string(address.primary));
+    put(face.secAddress, address.secondary == 0 ? "None" : std::to_string(address.secondary));
+    put(face.timeOut, "10s");
+    put(face.bufferSize, "1000");
+    put(value, "1");
+    (void)station_.Nest().Run([&] { face.initialize.Click(); });
   }
 
   /// It was open where the first thing that the trace has of it is not its opening.
