@@ -93,7 +93,7 @@ class Instrument {
     heard += bytes;
     if (!bytes.ends_with('\n')) return;
     const std::uint8_t how = input_.Byte();
-    const std::size_t pieceSize = (how & 8) != 0 ? 1 + input_.Byte() % 16 : 0;
+    const std::size_t pieceSize = (how & 8) != 0 ? 1U + input_.Byte() % 16U : 0;
     for (std::uint8_t line = 0; line < how % 4; ++line) {
       const TimePoint delay = (how & 16) != 0 ? 20ms * input_.Byte() : 0ms;
       Say(std::string(input_.Until('\n')) + ((how & 32) != 0 && line == 0 ? "" : "\n"), delay, pieceSize);

@@ -51,7 +51,7 @@ class Server {
 
   void Take(std::string_view call) {
     const std::uint8_t how = input_.Byte();
-    pieceSize_ = (how & 8) != 0 ? 1 + input_.Byte() % 16 : 0;
+    pieceSize_ = (how & 8) != 0 ? 1U + input_.Byte() % 16U : 0;
     switch (how & 7) {
       case 0:
         sound = false;
