@@ -14,8 +14,10 @@ namespace orvane::test {
 struct RecordedStation {
   explicit RecordedStation(const bench::BenchOptions& options = {}, const VirtualStation::OtherFiles& others = {},
                            const StationWishes& wishes = {})
-      : station(options, others, wishes, [this](const StationPorts& plain) {
-          kept = std::make_unique<KeptRecords>(plain);
+      : station(options, others, wishes, [this](const StationPorts& plain, std::shared_ptr<void>& held) {
+          auto made = std::make_shared<KeptRecords>(plain);
+          kept = made.get();
+          held = std::move(made);
           return kept->ports.Ports();
         }) {
     kept->Follow(station.station, wishes.verifyEeprom);
@@ -31,7 +33,8 @@ struct RecordedStation {
     return kept->records.front();
   }
 
-  std::unique_ptr<KeptRecords> kept;
+  /// Held by the station's world.
+  KeptRecords* kept = nullptr;
   /// Ahead of the first byte of each run: how many commands had gone out until then.
   std::vector<std::size_t> begun;
   VirtualStation station;

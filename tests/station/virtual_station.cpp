@@ -23,8 +23,8 @@ bench::BenchOptions OptionsOf(std::uint64_t seed, const std::vector<std::string>
 }
 
 VirtualStation::VirtualStation(const bench::BenchOptions& options, const OtherFiles& others,
-                               const StationWishes& wishes, const Around& around)
-    : bench(loop, options), station(around ? around(PlainPorts()) : PlainPorts(), wishes), op(station.Nest()) {
+                               const StationWishes& wishes, const Around& put)
+    : bench(loop, options), station(put ? put(PlainPorts(), around) : PlainPorts(), wishes), op(station.Nest()) {
   for (const char* name : {"TI532.epm", "RampTable.dat", "Cable.loss"}) {
     const auto other = others.find(std::string_view(name));
     if (other == others.end()) {

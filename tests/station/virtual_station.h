@@ -23,10 +23,10 @@ class VirtualStation {
  public:
   /// Installed data files of another content, by name; one without a value is not there.
   using OtherFiles = std::map<std::string, std::optional<std::string>, std::less<>>;
-  /// What is put around the world that the station stands in.
-  using Around = std::function<StationPorts(const StationPorts&)>;
+  /// What is put around the world that the station stands in. It is held for as long as that world is there.
+  using Around = std::function<StationPorts(const StationPorts&, std::shared_ptr<void>& held)>;
   explicit VirtualStation(const bench::BenchOptions& options = {}, const OtherFiles& others = {},
-                          const StationWishes& wishes = {}, const Around& around = nullptr);
+                          const StationWishes& wishes = {}, const Around& put = nullptr);
   /// A unit of that seed with faults in their text form, "battery", "status-txpw@7".
   explicit VirtualStation(std::uint64_t seed, const std::vector<std::string>& faults = {});
   ~VirtualStation();
@@ -51,6 +51,7 @@ class VirtualStation {
   MemoryFiles files;
   bench::VirtualBench bench;
   JournalingBus bus{bench.Bus(), journal};
+  std::shared_ptr<void> around;
   Station station;
   Operator op;
 
