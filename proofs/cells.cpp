@@ -170,6 +170,7 @@ Outcome RunCell(const Cell& cell) {
   Judge(stand, "the struck unit", outcome);
   if (cell.damage && !stand.line.HasStruck()) outcome.findings.emplace_back("the cell never struck");
 
+  stand.LoadTablesAgainWhereTold();
   bench::BenchOptions next;
   next.seed = kNextSeed;
   stand.Insert(next, !cell.fault.empty());

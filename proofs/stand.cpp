@@ -4,6 +4,7 @@
 #include <iterator>
 #include <map>
 #include <stdexcept>
+#include <utility>
 
 namespace orvane::proofs {
 namespace {
@@ -138,6 +139,14 @@ const std::string& Stand::TakeThrough() {
   verdict_ = Verdict::None;
   failure_ = op.Click(Panels().main.cmdTargetInitialize).value_or("");
   return failure_;
+}
+
+void Stand::LoadTablesAgainWhereTold() {
+  if (State().ramp.damage.empty()) return;
+  const auto onDialog = std::exchange(absent.onDialog, [this] { return files.SystemPath("RampTable.dat"); });
+  op.Select(Panels().main.ramp.optFile);
+  op.Click(Panels().main.ramp.cmdRampLoad);
+  absent.onDialog = onDialog;
 }
 
 bool Stand::PassedComplete() { return verdict_ == Verdict::Pass && State().report.AllComplete(); }

@@ -73,6 +73,9 @@ class Stand {
   /// The one click. The text of the failure that stopped it, or none.
   const std::string& TakeThrough();
 
+  /// What an operator does whom a verdict's reason tells to load the ramp tables again.
+  void LoadTablesAgainWhereTold();
+
   [[nodiscard]] bool PassedComplete();
   [[nodiscard]] Verdict Concluded() const { return verdict_; }
   /// What is wrong with a station that is to be ready for the next click; empty when nothing is.
