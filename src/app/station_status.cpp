@@ -98,6 +98,23 @@ std::string StationStatus::Stage() const {
   return StageOfRun() + (fault ? "; " + fault->text : "");
 }
 
+std::string_view StationStatus::StopWords() const {
+  const auto step = state_.report.UnderWay();
+  if (!step) return state_.searchTrail.UnderWay() ? "stops behind this level" : "stops at the next step";
+  switch (*step) {
+    case RunStep::Receive:
+      return "stops behind the receiver";
+    case RunStep::TransmitDcs:
+    case RunStep::TransmitGsm:
+      return "stops behind this level";
+    case RunStep::Save:
+      return Transfer() ? "the result is being saved, it stops between two pieces" : "the result is being saved";
+    case RunStep::Charger:
+      return "the result is saved, the battery is measured to its end";
+  }
+  return "";
+}
+
 std::string StationStatus::StageOfRun() const {
   if (running_) {
     if (const auto step = state_.report.UnderWay()) return StageOfStep(*step);

@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "panels/station_panels.h"
 #include "platform/event_loop.h"
@@ -33,6 +34,10 @@ class StationStatus {
 
   /// Whether a run is under way, a whole one or one band by hand.
   [[nodiscard]] bool Running() const { return running_; }
+  /// Whether an operator has asked the run under way to stop, and not taken it back.
+  [[nodiscard]] bool StopAsked() const { return running_ && state_.cal.stopStands && state_.cal.CalStopRequested; }
+  /// What a stop does at this point of a run: "stops behind this level".
+  [[nodiscard]] std::string_view StopWords() const;
   /// "Transmit DCS: DCS level 7, pass 3"; between runs what the last whole one has come to. Behind it a failure of
   /// the supply or the load, until that is initialized again.
   [[nodiscard]] std::string Stage() const;

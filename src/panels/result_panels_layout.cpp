@@ -48,6 +48,7 @@ Layout LayOut(FrmAutoCalRxResult& panel) {
 Layout LayOut(FrmFail& panel) {
   return Column({
       Of(panel.Image1).Large().Stretched(),
+      View("verdictReasons"),
       Row({Space(), Of(panel.Command1).Large().Main().Wide(26), Space()}),
   });
 }
@@ -58,6 +59,7 @@ Layout LayOut(FrmFailPass& panel) {
       Of(panel.lblDoubt).Large(),
       Of(panel.lblIncomplete).Large(),
       Of(panel.lstIncomplete).Wide(72).Lines(5),
+      View("verdictReasons"),
       Of(panel.lblRemedy),
       Row({Space(), Of(panel.Command1).Large().Main().Wide(26), Space()}),
   });

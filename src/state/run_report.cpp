@@ -64,6 +64,7 @@ std::string_view RemedyText(FlawKind kind) {
 
 void RunReport::Begin() {
   steps_.clear();
+  outside_.clear();
   underWay_.reset();
   verdict_.reset();
   ++runs_;
@@ -95,6 +96,15 @@ void RunReport::RunBegins(RunKind kind) {
 
 void RunReport::RunIsOver() {
   if (--started_ == 0) runIsOver.Emit();
+}
+
+void RunReport::Read(const Reading& reading) {
+  read.Emit(reading);
+  if (runs_ == 0) return;
+  std::erase_if(outside_, [&](const Reading& each) { return each.name == reading.name; });
+  const bool isBelow = reading.low && reading.value < *reading.low;
+  const bool isAbove = reading.high && reading.value > *reading.high;
+  if (isBelow || isAbove) outside_.push_back(reading);
 }
 
 void RunReport::Flaw(const std::string& reason, FlawKind kind) {

@@ -71,6 +71,8 @@ class RunReport {
   [[nodiscard]] bool AllComplete() const;
   /// What is the matter with the run as a whole; no value when all steps are complete.
   [[nodiscard]] std::optional<FlawKind> Doubt() const;
+  /// The readings of this whole run that lie outside their limits, each as it was read last.
+  [[nodiscard]] const std::vector<Reading>& Outside() const { return outside_; }
   /// A whole run has begun and not ended.
   [[nodiscard]] bool InRun() const { return runs_ > 0; }
   [[nodiscard]] std::optional<RunStep> UnderWay() const { return underWay_; }
@@ -79,7 +81,7 @@ class RunReport {
   /// for what is read, it does not matter whether the run is a whole one.
   void RunBegins(RunKind kind);
   void RunIsOver();
-  void Read(const Reading& reading) { read.Emit(reading); }
+  void Read(const Reading& reading);
   /// `content` gives what was made; it is asked only where somebody keeps it.
   template <class Content>
   void Keep(std::string_view role, Content content) {
@@ -108,6 +110,7 @@ class RunReport {
   StepRecord* Current();
 
   std::vector<StepRecord> steps_;
+  std::vector<Reading> outside_;
   /// Whole runs under way, one inside the other.
   int runs_ = 0;
   /// Runs of any kind.

@@ -11,6 +11,7 @@ namespace {
 
 using Progress = StationStatus::Progress;
 using ::testing::Contains;
+using ::testing::ElementsAre;
 using ::testing::Optional;
 
 /// A station with somebody who looks at its status whenever something is told.
@@ -158,6 +159,43 @@ TEST(StationStatus, TheLinkIsClosedOpenWaitingOrSilent) {
 TEST(MinutesText, HasTwoDigitsOfSeconds) {
   EXPECT_EQ(MinutesText(std::chrono::milliseconds(7900)), "0:07");
   EXPECT_EQ(MinutesText(std::chrono::seconds(760)), "12:40");
+}
+
+TEST(StationStatus, SaysWhatAStopDoesAtEachPointOfTheRun) {
+  Watched watched;
+  std::vector<std::string> words;
+  const auto note = [&] {
+    const std::string now(watched.status.StopWords());
+    if (words.empty() || words.back() != now) words.push_back(now);
+  };
+  watched.on.State().rxTrail.changed.Connect(note);
+  watched.on.State().searchTrail.passed.Connect([&](const SearchPass&) { note(); });
+  watched.on.Panels().downLoad.prgDownload.changed.Connect(note);
+  watched.on.State().report.entered.Connect([&](RunStep step) {
+    if (step == RunStep::Save || step == RunStep::Charger) note();
+  });
+  ASSERT_EQ(watched.on.TakeTargetThrough(), std::nullopt);
+  EXPECT_THAT(words,
+              ElementsAre("stops behind the receiver", "stops behind this level", "the result is being saved",
+                          "the result is being saved, it stops between two pieces", "the result is being saved",
+                          "the result is saved, the battery is measured to its end"));
+}
+
+TEST(StationStatus, AStopIsAskedForUntilItIsTakenBackOrTheRunHasEnded) {
+  Watched watched;
+  std::vector<bool> asked;
+  watched.on.loop.PostAt(std::chrono::milliseconds(1500), [&] {
+    Button& stop = watched.on.Panels().autoCal.cmdAutoCalStop;
+    asked.push_back(watched.status.StopAsked());
+    for (int i = 0; i < 3; ++i) {
+      watched.on.op.Click(stop);
+      asked.push_back(watched.status.StopAsked());
+    }
+  });
+  ASSERT_EQ(watched.on.TakeTargetThrough(), std::nullopt);
+  EXPECT_THAT(asked, ElementsAre(false, true, false, true));
+  EXPECT_EQ(watched.on.Concluded(), Verdict::None);
+  EXPECT_FALSE(watched.status.StopAsked()) << "it has ended";
 }
 
 }  // namespace

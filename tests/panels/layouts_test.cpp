@@ -61,7 +61,8 @@ TEST_F(Layouts, TheViewsOfEachPanel) {
   const std::map<std::string, std::vector<std::string>> expected{
       {"OrvaneMain", {"paceTime", "rampShape"}}, {"frmRampTable", {"rampShape"}},
       {"frmAutoCal", {"searchConvergence"}},     {"frmAutoCalTxResult", {"channelCodes"}},
-      {"frmMPAutoCal", {"receiveCompensation"}},
+      {"frmMPAutoCal", {"receiveCompensation"}}, {"frmFail", {"verdictReasons"}},
+      {"frmFailPass", {"verdictReasons"}},
   };
   std::map<std::string, std::vector<std::string>> views;
   for (const auto& [panel, layout] : layouts_) {

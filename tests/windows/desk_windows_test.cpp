@@ -55,6 +55,7 @@ TEST_F(DeskWindowsTest, ABoxShowsItsTextTitleIconAndButtons) {
     EXPECT_EQ(box.icon(), QMessageBox::Question);
     EXPECT_EQ(box.buttons().size(), 3);
     EXPECT_EQ(box.windowModality(), Qt::ApplicationModal);
+    EXPECT_TRUE(box.windowFlags().testFlag(Qt::WindowStaysOnTopHint)) << "a verdict stands there too";
     QTest::mouseClick(&ButtonOf(box, "No"), Qt::LeftButton);
   });
   EXPECT_EQ(desk_.Show(kQuestion), BoxButton::No);

@@ -84,6 +84,22 @@ TEST_F(FrontEndTest, AVerdictComesUpInTheMiddleOfTheScreen) {
   }
 }
 
+TEST_F(FrontEndTest, AVerdictStandsInFrontAndEnterPressesItsButton) {
+  for (Panel* const panel : {static_cast<Panel*>(&on_.Panels().pass), static_cast<Panel*>(&on_.Panels().fail)}) {
+    SCOPED_TRACE(panel->Name());
+    Shown(*panel);
+    PanelWindow& window = *windows_.WindowOf(*panel);
+    EXPECT_TRUE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    window.activateWindow();
+    QCoreApplication::processEvents();
+    QTest::keyClick(&window, Qt::Key_Return);
+    on_.loop.Yield(on_.loop.Now());
+    EXPECT_FALSE(panel->Visible());
+  }
+  Shown(on_.Panels().main);
+  EXPECT_FALSE(windows_.WindowOf(on_.Panels().main)->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
 TEST_F(FrontEndTest, AWindowThatARunOpensLeavesTheKeyboardWhereItIs) {
   Panel& beside = on_.Panels().mpAutoCal;
   Shown(on_.Panels().main);

@@ -76,6 +76,14 @@ QString Fitting(const QString& text) {
   return fitting;
 }
 
+/// Nothing else takes an act while it is there: it lies over all, a verdict too.
+void ShowInFront(QDialog& dialog) {
+  dialog.setWindowModality(Qt::ApplicationModal);
+  dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
+  dialog.show();
+  dialog.raise();
+}
+
 }  // namespace
 
 QStringList NameFilters(const std::string& filter) {
@@ -112,8 +120,7 @@ void DeskWindows::Open(const Desk::OpenBox& open) {
       loop_.Post([this, id, text] { desk_.Press(id, text); });
     });
   }
-  box->setWindowModality(Qt::ApplicationModal);
-  box->show();
+  ShowInFront(*box);
   open_[open.id] = std::move(box);
 }
 
@@ -142,8 +149,7 @@ void DeskWindows::Open(const Desk::OpenDialog& open) {
                      loop_.Post([this, id, path] { desk_.Choose(id, path); });
                    });
   ShowColumnsWhole(*dialog);
-  dialog->setWindowModality(Qt::ApplicationModal);
-  dialog->show();
+  ShowInFront(*dialog);
   open_[open.id] = std::move(dialog);
 }
 

@@ -1,6 +1,8 @@
 #include "app/windows/front_end.h"
 
+#include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 
 #include "app/windows/panel_views.h"
@@ -10,6 +12,16 @@ namespace {
 
 /// Longer than any wait for a reply: nothing is under way.
 constexpr std::chrono::seconds kQuiet{10};
+
+/// A verdict comes up beside whatever the operator is at, and nothing of the station lies over it. Where it has the
+/// keyboard, Enter presses its button.
+void StandInFront(PanelWindow& window) {
+  window.setWindowFlag(Qt::WindowStaysOnTopHint);
+  auto* const button = window.findChild<QPushButton*>(QStringLiteral("Command1"));
+  for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+    QObject::connect(new QShortcut(key, &window), &QShortcut::activated, button, &QPushButton::click);
+  }
+}
 
 }  // namespace
 
@@ -67,6 +79,7 @@ PanelWindow& FrontEnd::Make(const PanelLayout& layout) {
   const bool isVerdict = layout.panel == &panels_.fail || layout.panel == &panels_.pass;
   const auto& below = layout.panel == &panels_.main ? belowMain : isVerdict ? belowVerdict : nullptr;
   if (below) window->statusBar()->addWidget(below(window.get()), 1);
+  if (isVerdict) StandInFront(*window);
   return *window;
 }
 

@@ -29,6 +29,9 @@ class FrontEnd {
   /// The window of a panel; null for one that is not made yet.
   [[nodiscard]] PanelWindow* WindowOf(const Panel& panel) const;
 
+  /// Whoever acts on the station from beside its windows does so by these.
+  [[nodiscard]] Hands& TheHands() { return hands_; }
+
   /// Does what is better done while the station waits anyhow, as it does until then: paints what has changed, and
   /// makes the windows that are to come, so that a run is not held up by those that it brings up.
   void UseFreeTime(TimePoint until);

@@ -11,6 +11,7 @@
 #include "app/windows/record_views.h"
 #include "app/windows/serial_field.h"
 #include "app/windows/status_strip.h"
+#include "app/windows/stop_button.h"
 #include "app/windows/theme.h"
 
 namespace {
@@ -26,11 +27,18 @@ struct Windows {
       strip->AddField(new orvane::SerialField(program.TheUnit(), strip));
       orvane::ShowInTitle(program.TheUnit(), *frontEnd.WindowOf(program.TheStation().Panels().main));
       if (records) records->AddTo(*strip);
+      strip->AddAtEnd(new orvane::StopButton(
+          status, [this, &program] { PressStop(program); }, strip));
       return strip;
     };
     if (program.TheRecords() == nullptr) return;
     records.emplace(*program.TheRecords(), "sqlite:" + program.TheOptions().records->string());
     frontEnd.belowVerdict = [this](QWidget* parent) { return records->Button(parent); };
+  }
+
+  void PressStop(orvane::Program& program) {
+    frontEnd.TheHands().Do(
+        [&stop = program.TheStation().Panels().autoCal.cmdAutoCalStop](orvane::Operator& hand) { hand.Click(stop); });
   }
 
   /// Where the records are, and the way to look at them.

@@ -5,10 +5,12 @@
 #include "adapters/qt/views/ramp_shape_view.h"
 #include "adapters/qt/views/search_view.h"
 #include "app/windows/pace_time.h"
+#include "app/windows/verdict_reasons.h"
 #include "panels/frm_auto_cal.h"
 #include "panels/frm_mp_auto_cal.h"
 #include "panels/frm_ramp_table.h"
 #include "panels/orvane_main.h"
+#include "panels/result_panels.h"
 
 namespace orvane {
 
@@ -19,6 +21,10 @@ QWidget* MakePanelView(Panel& panel, std::string_view name, StationState& state,
   if (name == "rampShape") {
     if (auto* main = dynamic_cast<OrvaneMain*>(&panel)) return MakeRampShapeView(main->ramp, parent);
     if (auto* dialog = dynamic_cast<FrmRampTable*>(&panel)) return MakeRampShapeView(dialog->editor, parent);
+  }
+  if (name == "verdictReasons") {
+    const bool isFail = dynamic_cast<FrmFail*>(&panel) != nullptr;
+    return new VerdictReasons(isFail ? VerdictReasons::Of::Fail : VerdictReasons::Of::Pass, state.report, parent);
   }
   if (name == "searchConvergence") return MakeSearchView(state.searchTrail, parent);
   if (name == "channelCodes") return MakeChannelCodesView(state.rf.RFParams, parent);
