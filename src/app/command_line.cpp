@@ -56,6 +56,7 @@ void DefineAll(CLI::App& app, Options& options) {
   for (const OptionRow& row : OptionRows()) {
     CLI::Option* option = Define(app, row, options);
     if (row.ofDevices) option->excludes(app.get_option("--bench"));
+    if (row.name == "json") option->needs(app.get_option("--list"));
     if (row.name != "list") continue;
     for (const char* runs : kNotWithList) option->excludes(app.get_option("--" + std::string(runs)));
   }
@@ -161,7 +162,7 @@ std::variant<Options, EndAtOnce> ParseCommandLine(int argc, const char* const* a
   Options options;
   CLI::App app("Calibration and test station for one dual-band GSM handset", "orvane");
   app.set_version_flag("--version", std::string("orvane ") + ORVANE_VERSION);
-  app.set_help_flag("--help", "Print this help and exit");
+  app.set_help_flag("-h,--help", "Print this help and exit");
   DefineAll(app, options);
   try {
     app.parse(argc, argv);

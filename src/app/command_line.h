@@ -44,6 +44,8 @@ struct Options {
   bool initialize = false;
   /// Tell what is there, and end.
   bool list = false;
+  /// Of that list.
+  bool json = false;
 
   /// The SQLite store that records of runs go to; no value: none are kept.
   std::optional<std::filesystem::path> records;

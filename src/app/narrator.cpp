@@ -1,5 +1,6 @@
 #include "app/narrator.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -173,8 +174,30 @@ void Narrator::TellBox(const Desk::OpenBox& open) {
 NarratorStyle StandardOutputStyle() {
   const bool terminal = ::isatty(STDOUT_FILENO) != 0;
   const char* noColour = std::getenv("NO_COLOR");
-  const bool errorsBeside = terminal && ::isatty(STDERR_FILENO) != 0;
+  struct stat out {};
+  struct stat errors {};
+  const bool errorsBeside = ::fstat(STDOUT_FILENO, &out) == 0 && ::fstat(STDERR_FILENO, &errors) == 0 &&
+                            out.st_dev == errors.st_dev && out.st_ino == errors.st_ino;
   return {terminal && (noColour == nullptr || *noColour == '\0'), terminal, !errorsBeside};
 }
+
+LineClearing::LineClearing(std::ostream& errors, std::ostream& out)
+    : errors_(errors), out_(out), plain_(errors.rdbuf(this)) {}
+
+LineClearing::~LineClearing() { errors_.rdbuf(plain_); }
+
+int LineClearing::overflow(int character) {
+  if (character == traits_type::eof()) return traits_type::not_eof(character);
+  const char byte = traits_type::to_char_type(character);
+  return xsputn(&byte, 1) == 1 ? character : traits_type::eof();
+}
+
+std::streamsize LineClearing::xsputn(const char* bytes, std::streamsize count) {
+  if (count > 0 && atLineStart_) out_ << kEraseLine << std::flush;
+  if (count > 0) atLineStart_ = bytes[count - 1] == '\n';
+  return plain_->sputn(bytes, count);
+}
+
+int LineClearing::sync() { return plain_->pubsync(); }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <streambuf>
 #include <string>
 #include <string_view>
 
@@ -17,7 +18,7 @@ struct NarratorStyle {
   bool colour = false;
   /// The last line moves on while a step is under way.
   bool terminal = false;
-  /// Boxes are told too. Not needed where standard error, which has them anyway, goes to the same screen.
+  /// Boxes are told too. Not needed where standard error, which has them anyway, goes to the same place.
   bool boxes = true;
 };
 
@@ -57,6 +58,26 @@ class Narrator {
   LinkTally startTally_;
   bool ticking_ = false;
   bool running_ = false;
+};
+
+/// Takes the moving line of `out` away ahead of each line of `errors`, for as long as it is there: both are the same
+/// screen. The moving line comes again by itself.
+class LineClearing final : private std::streambuf {
+ public:
+  LineClearing(std::ostream& errors, std::ostream& out);
+  LineClearing(const LineClearing&) = delete;
+  LineClearing& operator=(const LineClearing&) = delete;
+  ~LineClearing() override;
+
+ private:
+  int overflow(int character) override;
+  std::streamsize xsputn(const char* bytes, std::streamsize count) override;
+  int sync() override;
+
+  std::ostream& errors_;
+  std::ostream& out_;
+  std::streambuf* plain_;
+  bool atLineStart_ = true;
 };
 
 /// The style for this process's standard output: a terminal has a moving line, and colours unless NO_COLOR is set.

@@ -165,8 +165,11 @@ std::vector<OptionRow> AllRows() {
                          "Initialize the instruments and the Target once; headless, then exit: 0 PASS, 1 FAIL, 2 "
                          "neither",
                          &Options::initialize));
-  rows.push_back(
-      FlagRow("list", "List serial devices and the instruments that answer, then exit", &Options::list, true));
+  rows.push_back(FlagRow("list",
+                         "List serial devices and the instruments that answer, then exit: 1 when one with an "
+                         "--instrument does not answer",
+                         &Options::list, true));
+  rows.push_back(FlagRow("json", "With --list: as JSON", &Options::json, true));
   return rows;
 }
 

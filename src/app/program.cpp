@@ -52,7 +52,9 @@ Program::Program(const Options& options)
   const bool outputIsFree = !std::holds_alternative<StdioAutomation>(options.automation);
   if (options.headless && !Automated()) world_.desk.LeaveUnattended(std::cerr);
   if (options.headless && outputIsFree) {
-    narrator_.emplace(std::cout, StandardOutputStyle(), world_.loop, station_.State(), station_.Panels(), world_.desk,
+    const NarratorStyle style = StandardOutputStyle();
+    if (style.terminal && !style.boxes) lineClearing_.emplace(std::cerr, std::cout);
+    narrator_.emplace(std::cout, style, world_.loop, station_.State(), station_.Panels(), world_.desk,
                       UnitStoreOf(options));
   }
   station_.State().report.began.Connect([this] { runBegan_ = true; });
@@ -107,6 +109,11 @@ void Program::Serve() {
   if (options_.initialize) {
     PressInitialize();
     if (options_.headless) return;
+  }
+  if (options_.headless && !Automated() && station_.Nest().Idle()) {
+    std::cerr << "orvane: There are no windows, no --automation and no --initialize: nothing can be asked of this "
+                 "station. It waits for a signal to end."
+              << std::endl;
   }
   while (!abandoned_ && !clientLost_) {
     runBegan_ = false;

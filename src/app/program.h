@@ -67,6 +67,7 @@ class Program {
   UnitIdentity unit_;
   Station station_;
   AutomationPort port_;
+  std::optional<LineClearing> lineClearing_;
   std::optional<Narrator> narrator_;
   RecordNews recordNews_;
   std::optional<StationRecords> records_;

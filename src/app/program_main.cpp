@@ -25,6 +25,9 @@ void OpenClosedStandardStreams() {
   if (descriptor >= 0) ::close(descriptor);
 }
 
+/// Behind a list of devices: an instrument that the command line leads to did not answer.
+constexpr int kNotAll = 1;
+
 int Explain(const std::string& path) {
   try {
     TellStory(path, std::cout);
@@ -80,8 +83,9 @@ int RunProgram(int argc, char** argv, const Screen& screen) {
   const auto& options = std::get<Options>(parsed);
   if (options.printProfile) return TellProfile(options);
   if (options.list) {
-    std::cout << DeviceList(options) << std::flush;
-    return 0;
+    const DeviceList list = ListDevices(options);
+    std::cout << (options.json ? list.JsonText() : list.Text()) << std::flush;
+    return list.AllNamedAnswer() ? 0 : kNotAll;
   }
   if (options.explain) return Explain(*options.explain);
   if (!options.headless && !screen.open) return screen.elsewhere(argv);

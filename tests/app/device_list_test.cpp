@@ -19,7 +19,7 @@ TEST(DeviceList, GivesAnAdapterThatStartsAfreshWhenItsDeviceIsOpenedTheTimeForIt
       ScriptedAdapter::Wire::kTerminal);
   Options options;
   options.gpib.bus = RouteTo(adapter);
-  const std::string list = DeviceList(options);
+  const std::string list = ListDevices(options).Text();
   for (const char* address : {"1", "2", "5"}) {
     EXPECT_THAT(list, testing::HasSubstr(std::string("  Instrument at address ") + address +
                                          ", route prologix:" + adapter.Device() + ": maker,model,0,1.0\n"));

@@ -123,5 +123,21 @@ TEST_F(NarratorTest, TellsOfBoxesThatAnotherProgramIsToAnswer) {
   EXPECT_EQ(out_.str(), "    0.0 s  [Warning] Port is already Open.\n");
 }
 
+TEST(LineClearing, TakesTheMovingLineAwayAheadOfEachLineOfErrors) {
+  std::ostringstream screen;
+  std::ostringstream errors;
+  {
+    const LineClearing clearing(errors, screen);
+    errors << "Warning: "
+           << "Port is already Open." << std::endl
+           << 'x' << "y\n";
+    EXPECT_EQ(errors.str(), "Warning: Port is already Open.\nxy\n");
+    EXPECT_EQ(screen.str(), "\r\x1b[K\r\x1b[K") << "once a line";
+  }
+  errors << "behind it\n";
+  EXPECT_THAT(errors.str(), testing::EndsWith("behind it\n"));
+  EXPECT_EQ(screen.str().size(), 8U);
+}
+
 }  // namespace
 }  // namespace orvane

@@ -14,11 +14,11 @@ using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 
-std::string ListOf(const Arguments& arguments) {
+std::string ListOf(const Arguments& arguments, int status = 0) {
   Arguments all{"--list"};
   all.insert(all.end(), arguments.begin(), arguments.end());
   const auto end = RunOrvane(all);
-  EXPECT_EQ(end.status, 0);
+  EXPECT_EQ(end.status, status);
   EXPECT_EQ(end.errors, "");
   return end.output;
 }
@@ -60,7 +60,7 @@ TEST(DeviceList, TellsWhatItTriedWhenNothingAnswers) {
   Fill(folder / "libgpib.so.0", "");
   const Variable library("LD_LIBRARY_PATH", folder.Path().string());
   const std::string nobody = "tcp:" + OwnLoopbackAddress() + ":1";
-  const std::string list = ListOf({"--instrument", "2=" + nobody});
+  const std::string list = ListOf({"--instrument", "2=" + nobody}, 1);
   EXPECT_THAT(list,
               HasSubstr("  Instrument at address 2, route " + nobody + ": no connection: Connection refused.\n"));
   EXPECT_THAT(list, HasSubstr("  Route native: the system's GPIB library cannot be loaded: "));
@@ -73,13 +73,43 @@ TEST(DeviceList, TakesSecondsAlsoWhenEveryInstrumentIsSilent) {
   const WiredBench bench({"--fault", "testset-silent", "--fault", "supply-silent", "--fault", "load-silent"});
   const auto start = std::chrono::steady_clock::now();
   const std::string list = ListOf({"--instrument", "1=tcp:" + bench.Place("testset"), "--instrument",
-                                   "2=tcp:" + bench.Place("supply"), "--instrument", "5=tcp:" + bench.Place("load")});
+                                   "2=tcp:" + bench.Place("supply"), "--instrument", "5=tcp:" + bench.Place("load")},
+                                  1);
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
   for (const char* address : {"1", "2", "5"}) {
     EXPECT_THAT(list, ContainsRegex(std::string("  Instrument at address ") + address +
                                     ", route tcp:[0-9.:]+: no reply within 1 s.\n"));
   }
   EXPECT_THAT(list, Not(HasSubstr("native")));
+}
+
+TEST(DeviceList, ForProgramsIsOneObject) {
+  const WiredBench bench;
+  const TempFolder folder;
+  Fill(folder / "libgpib.so.0", "");
+  const Variable library("LD_LIBRARY_PATH", folder.Path().string());
+  const std::string testSet = "tcp:" + bench.Place("testset");
+  const std::string nobody = "tcp:" + OwnLoopbackAddress() + ":1";
+  const Json list = Json::parse(ListOf(
+      {"--json", "--com2", folder / "none", "--instrument", "1=" + testSet, "--instrument", "2=" + nobody}, 1));
+  EXPECT_TRUE(list["serial"].is_array());
+  EXPECT_EQ(list["lines"][1],
+            (Json{{"port", "COM2"}, {"device", folder / "none"}, {"state", "there is no such device"}}));
+  const Json& instruments = list["instruments"];
+  ASSERT_EQ(instruments.size(), 3U);
+  EXPECT_EQ(instruments[0]["address"], 1);
+  EXPECT_EQ(instruments[0]["route"], testSet);
+  EXPECT_THAT(instruments[0]["answer"].get<std::string>(), ContainsRegex(".+,.+,.+,.+"));
+  EXPECT_TRUE(instruments[0]["fault"].is_null());
+  EXPECT_EQ(instruments[1]["address"], 2);
+  EXPECT_TRUE(instruments[1]["answer"].is_null());
+  EXPECT_THAT(instruments[1]["fault"].get<std::string>(), HasSubstr("Connection refused"));
+  EXPECT_TRUE(instruments[2]["address"].is_null()) << "of the route";
+  EXPECT_EQ(instruments[2]["route"], "native");
+
+  const auto alone = RunOrvane({"--json"});
+  EXPECT_EQ(alone.status, 64);
+  EXPECT_EQ(alone.errors, "orvane: --json requires --list\n");
 }
 
 TEST(DeviceList, TellsWhichOfTheTargetsLinesCanBeOpened) {
