@@ -239,7 +239,8 @@ Subject Visit::ToAudit() {
 }
 
 void Visit::LookAtMemory() {
-  if (++roadsOfStation_ < kSettledRoads) return;
+  // Records come and go with their runs, as large as they are.
+  if (replays_ || ++roadsOfStation_ < kSettledRoads) return;
   // The disk is in memory, too, and fills as disks do.
   std::size_t now = mallinfo2().uordblks;
   for (const auto& [path, content] : stand_->files.content) now -= std::min(now, content.capacity());
