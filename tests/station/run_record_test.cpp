@@ -310,6 +310,21 @@ TEST(RunRecord, HasTheFlashTableAsItWentOutWhateverStandsInTheBoxes) {
   EXPECT_THAT(station.boxes.Texts(), IsEmpty()) << "the record is in nobody's way";
 }
 
+TEST(RunRecord, OfARunInWhichTheClockOnTheWallWasSetBackHasItsTimesAllTheSame) {
+  RecordedStation recorded(1);
+  recorded.station.loop.PostAt(1500ms, [&] { recorded.kept->clockOff = -std::chrono::hours(2); });
+  (void)recorded.station.TakeTargetThrough();
+  const RunRecord& record = recorded.TheRecord();
+  EXPECT_LT(record.end->endedMs, 0) << "as the clock said";
+  EXPECT_GT(record.end->seconds, 2);
+  double last = 0;
+  for (const RecordedReading& reading : record.readings) {
+    EXPECT_GE(reading.atS, last) << reading.name;
+    last = reading.atS;
+  }
+  EXPECT_EQ(ReadWireLog(record.Document("trace")->content).damage, "");
+}
+
 TEST(RunRecord, ChangesNoByteOnAnyWire) {
   VirtualStation plain(7);
   (void)plain.TakeTargetThrough();

@@ -38,6 +38,8 @@ class KeptRecords {
   std::function<void()> onBegun = [] {};
   std::vector<RunRecord> records;
   int begun = 0;
+  /// How far the clock on the wall is from the loop's.
+  TimePoint clockOff{0};
   /// What was told of the trace while the run went on.
   std::string grown;
 
@@ -50,7 +52,7 @@ class KeptRecords {
               return run;
             },
             [this] {
-              const auto now = ports.recorder.Loop().Now();
+              const auto now = ports.recorder.Loop().Now() + clockOff;
               return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
             },
             [this] { return documents_->State(); },
