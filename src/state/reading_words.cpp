@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <vector>
+
+#include "base/numbers.h"
 
 namespace orvane {
 namespace {
@@ -47,11 +47,6 @@ std::string NameInWords(std::string_view name) {
     before = part;
   }
   return words;
-}
-
-std::string NumberText(double value) {
-  std::array<char, 32> text{};
-  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
 }
 
 }  // namespace
