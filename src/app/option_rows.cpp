@@ -1,6 +1,9 @@
 #include "app/option_rows.h"
 
+#include <QRegularExpression>
+#include <QTime>
 #include <algorithm>
+#include <sstream>
 
 #include "app/route_text.h"
 
@@ -23,6 +26,43 @@ void TakeAutomation(Options& options, const std::string& text) {
 void TakeTheme(Options& options, const std::string& text) {
   if (text != "light" && text != "dark") throw OptionFault("\"" + text + "\" is neither light nor dark");
   options.theme = text == "light" ? Theme::Light : Theme::Dark;
+}
+
+void TakeView(Options& options, const std::string& text) {
+  if (text != "panels" && text != "operator") throw OptionFault("\"" + text + "\" is neither panels nor operator");
+  options.view = text == "operator" ? View::Operator : View::Panels;
+}
+
+void TakeLanguage(Options& options, const std::string& text) {
+  if (text != "en" && text != "ko") throw OptionFault("\"" + text + "\" is neither en nor ko");
+  options.operating.language = text == "ko" ? Language::Korean : Language::English;
+}
+
+void TakeSerialPattern(Options& options, const std::string& text) {
+  const QRegularExpression pattern(QString::fromStdString(text));
+  if (!pattern.isValid()) {
+    throw OptionFault("\"" + text + "\" is no regular expression: " + pattern.errorString().toStdString());
+  }
+  options.operating.serialPattern = text;
+}
+
+/// "06:00,14:00,22:00"
+void TakeShifts(Options& options, const std::string& text) {
+  std::istringstream times(text);
+  std::vector<int> starts;
+  for (std::string time; std::getline(times, time, ',');) {
+    const QTime start = QTime::fromString(QString::fromStdString(time), "HH:mm");
+    if (!start.isValid()) throw OptionFault("\"" + time + "\" is no time such as 06:00");
+    starts.push_back(start.msecsSinceStartOfDay() / 60000);
+  }
+  std::sort(starts.begin(), starts.end());
+  options.operating.shiftStarts = std::move(starts);
+}
+
+void TakeLossesDays(Options& options, const std::string& text) {
+  const auto days = QString::fromStdString(text).toInt();
+  if (days < 1 || days > 3660) throw OptionFault("\"" + text + "\" is no number of days from 1 to 3660");
+  options.operating.lossesDays = days;
 }
 
 void TakeInstrument(Options& options, const std::string& text) {
@@ -147,11 +187,35 @@ void AddRecords(std::vector<OptionRow>& rows) {
       FlagRow("verify-eeprom", "Read back what a save wrote to the Target's EEPROM", &Options::verifyEeprom));
 }
 
+void AddOperatorsPage(std::vector<OptionRow>& rows) {
+  rows.push_back({.name = "view",
+                  .what = "panels|operator",
+                  .means = "On the screen: the engineers' panels, or one page for the operator [panels]",
+                  .take = &TakeView});
+  rows.push_back({.name = "language",
+                  .what = "en|ko",
+                  .means = "Of the operator's page [the desktop's]",
+                  .take = &TakeLanguage});
+  rows.push_back({.name = "serial-pattern",
+                  .what = "REGEX",
+                  .means = "What a serial number looks like that is given on the operator's page [any]",
+                  .take = &TakeSerialPattern});
+  rows.push_back({.name = "shifts",
+                  .what = "HH:MM,...",
+                  .means = "When the shifts begin that the operator's page counts [00:00]",
+                  .take = &TakeShifts});
+  rows.push_back({.name = "losses-days",
+                  .what = "N",
+                  .means = "The operator's page warns of a Cable.loss that is older [never]",
+                  .take = &TakeLossesDays});
+}
+
 std::vector<OptionRow> AllRows() {
   std::vector<OptionRow> rows;
   AddBench(rows);
   AddPlaces(rows);
   AddRecords(rows);
+  AddOperatorsPage(rows);
   rows.push_back({.name = "profile",
                   .what = "FILE",
                   .means = "TOML file with any of these settings; the command line wins [orvane/profile.toml in the "

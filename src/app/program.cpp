@@ -143,8 +143,9 @@ void Program::GoOnWithoutScreen() {
 void Program::PressInitialize() {
   Operator hand(station_.Nest());
   StationPanels& panels = station_.Panels();
+  const bool takesUnit = options_.view == View::Panels;
   // What would be refused behind the instruments' Initialize is refused ahead of it: nothing goes out in vain.
-  if (const auto why = SerialRefusal(unit_, panels, panels.main.cmdTargetInitialize)) {
+  if (const auto why = SerialRefusal(unit_, panels, panels.main.cmdTargetInitialize); takesUnit && why) {
     station_.Nest().Refuse(*why);
     return;
   }
@@ -152,7 +153,8 @@ void Program::PressInitialize() {
   hand.Click(panels.main.cmdPSInitialize);
   station_.Nest().Run([&] { panels.baseBand.Touch(); });
   hand.Click(panels.baseBand.load.initialize);
-  hand.Click(panels.main.cmdTargetInitialize);
+  // At the operator's page a unit begins with the operator.
+  if (takesUnit) hand.Click(panels.main.cmdTargetInitialize);
 }
 
 int Program::VerdictStatus() {

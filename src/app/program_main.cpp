@@ -88,6 +88,10 @@ int RunProgram(int argc, char** argv, const Screen& screen) {
     return list.AllNamedAnswer() ? 0 : kNotAll;
   }
   if (options.explain) return Explain(*options.explain);
+  if (options.headless && options.view == View::Operator) {
+    std::cerr << "orvane: --view operator needs a screen: leave --headless out." << std::endl;
+    return kBadOptions;
+  }
   if (!options.headless && !screen.open) return screen.elsewhere(argv);
 
   const std::unique_ptr<QCoreApplication> application = screen.application(options, argc, argv);
