@@ -37,6 +37,7 @@ constexpr std::array kBoxesOfARun{
     "There is not Cable.loss in Windows\\System directory.",
     "Ramp Table is not Correct or not exists.",
     "No space left on device: /data/unit.epm",
+    "COM1: the device is gone. Is it unplugged?",
     "Unable to open device\ribsta = &H8000\riberr = 2",
 };
 

@@ -105,6 +105,8 @@ constexpr std::array kRows{
         QT_TRANSLATE_NOOP("BoxAdvice", "Check its power and its cable, then start again.")},
     Row{"... ibsta = &H", QT_TRANSLATE_NOOP("BoxAdvice", "An instrument did not answer."),
         QT_TRANSLATE_NOOP("BoxAdvice", "Check its power and its cable, then start again.")},
+    Row{"... device is gone", QT_TRANSLATE_NOOP("BoxAdvice", "The cable of the phone, or its adapter, is unplugged."),
+        QT_TRANSLATE_NOOP("BoxAdvice", "Plug it in, then run this phone again.")},
     Row{"The golden unit",
         QT_TRANSLATE_NOOP("BoxAdvice", "The station itself is to be checked ahead of the next phone."),
         QT_TRANSLATE_NOOP("BoxAdvice", "Put the golden unit in and scan its number, or call an engineer.")},

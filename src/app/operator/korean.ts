@@ -211,6 +211,53 @@
         <source>Press the first button. If it comes again, call an engineer and show it.</source>
         <translation>첫째 단추를 누르십시오. 다시 나오면 엔지니어를 불러 보여 주십시오.</translation>
     </message>
+    <message>
+        <source>The cable of the phone, or its adapter, is unplugged.</source>
+        <translation>전화기의 케이블이나 어댑터가 빠졌습니다.</translation>
+    </message>
+    <message>
+        <source>Plug it in, then run this phone again.</source>
+        <translation>꽂은 뒤 이 전화기를 다시 시험하십시오.</translation>
+    </message>
+</context>
+<context>
+    <name>ConvergenceChart</name>
+    <message>
+        <source>Power search</source>
+        <translation>전력 탐색</translation>
+    </message>
+    <message>
+        <source>Pass</source>
+        <translation>회차</translation>
+    </message>
+    <message>
+        <source>Tolerance</source>
+        <translation>허용 오차</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <translation>목표</translation>
+    </message>
+    <message>
+        <source>DAC</source>
+        <translation>DAC</translation>
+    </message>
+    <message>
+        <source>Power</source>
+        <translation>전력</translation>
+    </message>
+    <message>
+        <source>target %1 dBm</source>
+        <translation>목표 %1 dBm</translation>
+    </message>
+    <message>
+        <source>DAC %1, %2 of %3 dBm</source>
+        <translation>DAC %1, %3 dBm 중 %2</translation>
+    </message>
+    <message>
+        <source>No search yet</source>
+        <translation>아직 탐색 없음</translation>
+    </message>
 </context>
 <context>
     <name>OperatorPage</name>

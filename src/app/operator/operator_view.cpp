@@ -101,7 +101,8 @@ void OperatorView::Follow() {
   at_.desk.dialogOpened.Connect([soon](const Desk::OpenDialog&) { soon(); });
   at_.desk.closed.Connect([soon](Desk::Id) { soon(); });
   at_.station.Nest().onFailure.push_back([this](const std::string& text) {
-    if (run_.isUnderWay) run_.failure = text;
+    // It is told when the run that it ended is over.
+    if (!run_.isSeen) run_.failure = text;
   });
   if (at_.news == nullptr) return;
   at_.news->changed.Connect([this, soon] {

@@ -69,6 +69,10 @@ void WearButton(QWidget& button, const Shade& shade) {
   QPalette palette = button.palette();
   palette.setColor(QPalette::Button, shade.ground);
   palette.setColor(QPalette::ButtonText, shade.text);
+  const QPalette faded = button.parentWidget() == nullptr ? QPalette() : button.parentWidget()->palette();
+  for (const auto role : {QPalette::Button, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, faded.color(QPalette::Disabled, role));
+  }
   button.setPalette(palette);
 }
 
