@@ -10,7 +10,7 @@ build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev lib
                 qt6-l10n-tools qt6-tools-dev)
 # A display for the windows' tests; a server for the records'; clients that nobody here wrote: the wires are held against them.
 foreign_packages=(python3 python3-pyvisa python3-pyvisa-py lxi-tools python3-serial socat sigrok-cli rpcbind iproute2 xvfb postgresql-15
-                  dbus at-spi2-core python3-pyatspi)
+                  dbus at-spi2-core python3-pyatspi weasyprint)
 
 install_missing() {
   local missing=() package
