@@ -140,7 +140,27 @@ TEST(GoldenCheck, WhatWasNotReadIsADifference) {
 TEST(GoldenCheck, WhatIsNoNumberIsADifference) {
   RunRecord run = GoldenRun();
   ReadingIn(run, "battery.full").value = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_THAT(Checked(run).differences, SizeIs(1));
+  for (int level = 5; level < 10; ++level) {
+    ReadingIn(run, "tx.gsm.level." + std::to_string(level) + ".power").value =
+        std::numeric_limits<double>::quiet_NaN();
+  }
+  EXPECT_THAT(Checked(run).differences, SizeIs(6));
+}
+
+TEST(GoldenCheck, ABandOfOneLevelIsHeldAgainstWhatItIs) {
+  RunRecord reference = GoldenRun();
+  std::erase_if(reference.readings, [](const RecordedReading& each) {
+    return each.name.starts_with("tx.gsm.level.") && !each.name.starts_with("tx.gsm.level.7.");
+  });
+  RunRecord run = reference;
+  ReadingIn(run, "tx.gsm.level.7.dac").value += 30;
+  EXPECT_TRUE(CheckGolden(reference, run, {}).Inside()) << "nobody knows what a step of the DAC is";
+  run = GoldenRun({.gsmLoss = 1});
+  const GoldenFinding finding = CheckGolden(reference, run, {});
+  ASSERT_THAT(finding.differences, SizeIs(4)) << "by the run's own levels";
+  for (const GoldenDifference& each : finding.differences) {
+    EXPECT_NEAR(*each.value - each.expected, -1, 0.1) << each.words;
+  }
 }
 
 TEST(GoldenCheck, ARunThatIsNoCompletePassIsNotInsideWhateverItRead) {

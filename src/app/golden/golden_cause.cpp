@@ -54,6 +54,7 @@ double Shift(Deviations powers) {
   constexpr double kAlikeDb = 0.3;
   constexpr double kAlikeShare = 0.25;
   constexpr double kNearlyAll = 0.8;
+  std::erase_if(powers, [](const GoldenDeviation& each) { return std::isnan(each.off); });
   if (powers.size() < kFew) return 0;
   const auto middle = powers.begin() + static_cast<std::ptrdiff_t>(powers.size() / 2);
   std::nth_element(powers.begin(), middle, powers.end(),

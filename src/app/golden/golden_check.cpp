@@ -1,5 +1,6 @@
 #include "app/golden/golden_check.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "app/golden/golden_cause.h"
@@ -88,9 +89,11 @@ class Check {
     const PowerCurve& reference = isGsm ? referenceGsm_ : referenceDcs_;
     const PowerCurve& own = isGsm ? ownGsm_ : ownDcs_;
     const double beyond = reference.Beyond(from->value, to->value);
-    const PowerCurve& curve = own.Beyond(from->value, to->value) < beyond ? own : reference;
-    const double rise = std::isinf(beyond) ? 0 : curve.Rise(from->value, to->value);
-    return {then.value + rise, " at DAC value " + NumberText(to->value)};
+    const double beyondOwn = own.Beyond(from->value, to->value);
+    const PowerCurve& curve = beyondOwn < beyond ? own : reference;
+    const bool isUnknown = std::isinf(std::min(beyond, beyondOwn));
+    return {then.value + (isUnknown ? 0 : curve.Rise(from->value, to->value)),
+            " at DAC value " + NumberText(to->value)};
   }
 
   const RunRecord& reference_;
