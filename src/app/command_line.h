@@ -9,6 +9,7 @@
 
 #include "adapters/gpib/gpib_routes.h"
 #include "adapters/qt_serial_control.h"
+#include "app/golden/golden_options.h"
 #include "app/profile/panel_settings.h"
 #include "app/unit_identity.h"
 #include "bench/options.h"
@@ -74,6 +75,12 @@ struct Options {
   bool askSerial = false;
   /// Read back what a save wrote to the Target's EEPROM.
   bool verifyEeprom = false;
+  GoldenOptions golden;
+
+  /// What tells the engineer's word from any other; empty: there is none.
+  std::string engineerSecret;
+  /// Make one of a word, and end.
+  bool makeEngineerSecret = false;
 
   /// The SHA-256 that installed data files have to have, by name.
   TableDigests tables;

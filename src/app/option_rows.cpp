@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <sstream>
 
+#include "app/engineer/engineer_rows.h"
+#include "app/golden/golden_rows.h"
 #include "app/route_text.h"
 
 namespace orvane {
@@ -88,22 +90,6 @@ void TakeRecords(Options& options, const std::string& text) {
 void TakeTag(Options& options, const std::string& text) {
   const auto [key, value] = ParseTag(text);
   if (!options.unit.tags.emplace(key, value).second) throw OptionFault("\"" + key + "\" was given already");
-}
-
-OptionRow TextRow(const char* name, const char* what, const char* means,
-                  const std::function<std::string&(Options&)>& text) {
-  return {.name = name, .what = what, .means = means, .take = [text](Options& options, const std::string& value) {
-            if (const auto fault = FaultOfUnitText(value)) throw OptionFault("it " + *fault);
-            text(options) = value;
-          }};
-}
-
-OptionRow FlagRow(const char* name, const char* means, bool Options::*flag, bool onCommandLineOnly = false) {
-  return {.name = name,
-          .kind = Kind::Flag,
-          .means = means,
-          .take = [flag](Options& options, const std::string&) { options.*flag = true; },
-          .onCommandLineOnly = onCommandLineOnly};
 }
 
 void AddBench(std::vector<OptionRow>& rows) {
@@ -215,6 +201,8 @@ std::vector<OptionRow> AllRows() {
   AddBench(rows);
   AddPlaces(rows);
   AddRecords(rows);
+  AddGoldenRows(rows);
+  AddEngineerRows(rows);
   AddOperatorsPage(rows);
   rows.push_back({.name = "profile",
                   .what = "FILE",
@@ -238,6 +226,22 @@ std::vector<OptionRow> AllRows() {
 }
 
 }  // namespace
+
+OptionRow TextRow(const char* name, const char* what, const char* means,
+                  const std::function<std::string&(Options&)>& text) {
+  return {.name = name, .what = what, .means = means, .take = [text](Options& options, const std::string& value) {
+            if (const auto fault = FaultOfUnitText(value)) throw OptionFault("it " + *fault);
+            text(options) = value;
+          }};
+}
+
+OptionRow FlagRow(const char* name, const char* means, bool Options::*flag, bool onCommandLineOnly) {
+  return {.name = name,
+          .kind = Kind::Flag,
+          .means = means,
+          .take = [flag](Options& options, const std::string&) { options.*flag = true; },
+          .onCommandLineOnly = onCommandLineOnly};
+}
 
 const std::vector<OptionRow>& OptionRows() {
   static const std::vector<OptionRow> rows = AllRows();

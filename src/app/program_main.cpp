@@ -9,6 +9,7 @@
 
 #include "app/command_line.h"
 #include "app/device_list.h"
+#include "app/engineer/make_secret.h"
 #include "app/profile/profile.h"
 #include "app/route_text.h"
 #include "app/trace/story.h"
@@ -81,6 +82,7 @@ int RunProgram(int argc, char** argv, const Screen& screen) {
     return end->status;
   }
   const auto& options = std::get<Options>(parsed);
+  if (options.makeEngineerSecret) return MakeEngineerSecret(std::cout, std::cerr);
   if (options.printProfile) return TellProfile(options);
   if (options.list) {
     const DeviceList list = ListDevices(options);
