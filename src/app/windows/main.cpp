@@ -48,7 +48,8 @@ struct Windows {
     orvane::World& world = program.TheWorld();
     page.emplace(
         orvane::OperatorWorld{world.loop, program.TheStation(), world.desk, program.TheUnit(), world.Ports().files,
-                              status, options, program.TheRecords(), records ? &records->runs : nullptr},
+                              status, options, program.TheRecords(), records ? &records->runs : nullptr,
+                              program.TheEngineersWord(), program.TheGoldenUnit()},
         orvane::IsDark(options.theme));
     page->openPanels = [this] {
       page->Hide();
