@@ -10,6 +10,7 @@
 #include "adapters/gpib/gpib_routes.h"
 #include "adapters/qt_serial_control.h"
 #include "app/profile/panel_settings.h"
+#include "app/sharing/shared_instruments.h"
 #include "app/unit_identity.h"
 #include "bench/options.h"
 #include "state/table_digests.h"
@@ -56,6 +57,8 @@ struct Options {
   bool askSerial = false;
   /// Read back what a save wrote to the Target's EEPROM.
   bool verifyEeprom = false;
+
+  SharedInstruments share;
 
   /// The SHA-256 that installed data files have to have, by name.
   TableDigests tables;

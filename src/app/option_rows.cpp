@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/route_text.h"
+#include "app/sharing/share_rows.h"
 
 namespace orvane {
 namespace {
@@ -152,6 +153,7 @@ std::vector<OptionRow> AllRows() {
   AddBench(rows);
   AddPlaces(rows);
   AddRecords(rows);
+  AddSharing(rows);
   rows.push_back({.name = "profile",
                   .what = "FILE",
                   .means = "TOML file with any of these settings; the command line wins [orvane/profile.toml in the "

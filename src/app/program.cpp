@@ -61,12 +61,14 @@ Program::Program(const Options& options)
   station_.State().charger.faults.told.Connect(
       [](const GpibFault& fault) { std::cerr << "orvane: " << OneLine(fault.text) << std::endl; });
   KeepRecords();
+  world_.Share(station_);
   OpenAutomation();
 }
 
 void Program::KeepRecords() {
   if (world_.Recorder() == nullptr) return;
   records_.emplace(options_, world_.loop, *world_.Recorder(), station_, unit_);
+  records_->waited = [this] { return world_.TakeWaited(); };
   records_->onKept = [this](const Kept& kept) { TellKept(kept); };
   station_.State().report.runBegan.Connect([this](RunKind) { recordNews_.Forget(); });
 }

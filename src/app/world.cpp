@@ -41,6 +41,13 @@ World::World(const Options& options)
   }
   if (options.trace) traced_.emplace(loop, *options.trace, Serial(), Bus());
   if (options.records) recorded_.emplace(PlainPorts());
+  if (!options.share.addresses.empty()) shared_.emplace(Ports().bus, loop, options.share, options.station);
+}
+
+StationPorts World::Ports() {
+  const StationPorts ports = recorded_ ? recorded_->Ports() : PlainPorts();
+  if (!shared_) return ports;
+  return {ports.loop, ports.mscomTarget, *shared_, ports.files, ports.boxes, ports.dialogs};
 }
 
 World::TracedWires::TracedWires(EventLoop& loop, const std::string& path, SerialControl& plainLine, GpibBus& plainBus)
@@ -60,6 +67,25 @@ GpibBus& World::Bus() {
   if (traced_) return traced_->bus;
   if (bench_) return bench_->Bus();
   return bus_;
+}
+
+void World::Share(Station& station) {
+  if (!shared_) return;
+  StationState& state = station.State();
+  shared_->stopsAsked = [&state] { return state.cal.stopsAsked; };
+  shared_->onWait = [&state](const std::optional<InstrumentWait>& wait) {
+    if (wait && !state.instrumentWait) {
+      std::cerr << "orvane: waits for the instrument at address " << wait->address << ", which " << wait->holder
+                << " has." << std::endl;
+    }
+    state.instrumentWait = wait;
+  };
+  state.report.runBegan.Connect([this](RunKind) {
+    (void)shared_->TakeWaited();
+    shared_->RunBegins();
+  });
+  state.report.runIsOver.Connect([this] { shared_->RunIsOver(); });
+  station.Nest().onIdle = [this] { shared_->OperationIsOver(); };
 }
 
 void World::Watch(OperationNest& nest) {

@@ -29,6 +29,8 @@ class StationRecords {
 
   /// What became of a record, and any other fault of the store, with an empty `run`. As an event of the loop.
   std::function<void(const Kept& kept)> onKept;
+  /// How long the run that is over has waited for instruments that other stations use too.
+  std::function<TimePoint()> waited = [] { return TimePoint{0}; };
 
   /// The station ends: what is not told yet is told now.
   void Finish();
@@ -36,6 +38,7 @@ class StationRecords {
  private:
   [[nodiscard]] RecorderLinks Links();
   [[nodiscard]] RunIdentity IdentityOf(RunKind kind);
+  void AddWait(std::map<std::string, std::string>& tags) const;
   [[nodiscard]] KeeperWays Ways() const;
   /// On the keeper's thread.
   void Hear(const Kept& kept);
