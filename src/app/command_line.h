@@ -59,6 +59,8 @@ struct Options {
   bool verifyEeprom = false;
 
   SharedInstruments share;
+  /// Of a station that orvane-desk has started: `NUMBER@SOCKET`.
+  std::optional<std::string> desk;
 
   /// The SHA-256 that installed data files have to have, by name.
   TableDigests tables;

@@ -98,8 +98,11 @@ TEST(ASharedRun, WaitsForWhoHasItAndTheWaitIsNoTimeOfTheInstrument) {
   shared.kept->Settle();
   ASSERT_EQ(shared.kept->records.size(), 1U);
   for (const RecordedReading& reading : shared.kept->records[0].readings) {
-    if (reading.name == "road.instrument_seconds") EXPECT_LT(reading.value, 60);
-    if (reading.name == "road.seconds") EXPECT_GT(reading.value, 60);
+    if (reading.name == "road.instrument_seconds") {
+      EXPECT_LT(reading.value, 60);
+    } else if (reading.name == "road.seconds") {
+      EXPECT_GT(reading.value, 60);
+    }
   }
 }
 

@@ -86,7 +86,7 @@ bool Vxi11GpibSession::Lock(const Deadline& deadline) {
 /// The next link begins with a device clear: what the next station leaves unread is not taken for an answer.
 void Vxi11GpibSession::LetGo(const Deadline& deadline) {
   if (!core_.IsOpen()) return;
-  for (const std::uint32_t procedure : {DEVICE_UNLOCK, DESTROY_LINK}) {
+  for (const std::uint32_t procedure : std::array<std::uint32_t, 2>{DEVICE_UNLOCK, DESTROY_LINK}) {
     (void)core_.Call(procedure, &xdr_Device_Link, link_, &xdr_Device_Error, kLongestShortResult, BoundOf(deadline));
   }
   HangUp();

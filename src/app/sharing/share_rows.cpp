@@ -49,6 +49,11 @@ void AddSharing(std::vector<OptionRow>& rows) {
                   .means = "Folder of the locks of shared instruments, the same one for all stations [/run/lock, or "
                            "else /tmp]",
                   .take = [](Options& options, const std::string& text) { options.share.folder = text; }});
+  rows.push_back({.name = "desk",
+                  .what = "NUMBER@SOCKET",
+                  .means = "Which station of orvane-desk this is, and where that listens; given by it",
+                  .take = [](Options& options, const std::string& text) { options.desk = text; },
+                  .onCommandLineOnly = true});
 }
 
 }  // namespace orvane

@@ -7,6 +7,7 @@
 #include "adapters/qt/appearance.h"
 #include "adapters/qt/display_watch.h"
 #include "app/program_main.h"
+#include "app/stations/desk_link.h"
 #include "app/windows/front_end.h"
 #include "app/windows/record_views.h"
 #include "app/windows/serial_field.h"
@@ -31,6 +32,7 @@ struct Windows {
           status, [this, &program] { PressStop(program); }, strip));
       return strip;
     };
+    if (program.TheOptions().desk) desk.emplace(orvane::ToQt(*program.TheOptions().desk));
     if (program.TheRecords() == nullptr) return;
     records.emplace(*program.TheRecords(), "sqlite:" + program.TheOptions().records->string());
     frontEnd.belowVerdict = [this](QWidget* parent) { return records->Button(parent); };
@@ -61,6 +63,8 @@ struct Windows {
   /// Ahead of the windows: they are gone first.
   std::optional<Records> records;
   orvane::FrontEnd frontEnd;
+  /// The way back to the desk that has started this station.
+  std::optional<orvane::DeskLink> desk;
 };
 
 std::unique_ptr<QCoreApplication> OpenDisplay(const orvane::Options& options, int& count, char** words) {
