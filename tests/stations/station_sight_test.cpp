@@ -52,11 +52,17 @@ TEST(StationSight, FollowsARunToItsVerdict) {
 TEST(StationSight, CountsUnitsThatCameToAVerdictAndThoseThatPassedInFull) {
   StationSight sight = Idle();
   EXPECT_EQ(sight.YieldPercent(), -1);
-  sight.Take("verdict", VerdictNote("PASS", true));
-  sight.Take("verdict", VerdictNote("PASS", false, "It was left early."));
+  const auto takeThrough = [&](const Json& verdict) {
+    sight.Take("step", StepNote("receive", "began"));
+    sight.Take("verdict", verdict);
+  };
+  takeThrough(VerdictNote("PASS", true));
+  takeThrough(VerdictNote("PASS", false, "It was left early."));
   EXPECT_EQ(sight.reason, "It was left early.");
+  takeThrough(VerdictNote("FAIL", false));
+  takeThrough(VerdictNote("NONE", false));
   sight.Take("verdict", VerdictNote("FAIL", false));
-  sight.Take("verdict", VerdictNote("NONE", false));
+  EXPECT_EQ(sight.verdict, "FAIL") << "of something that was tried by hand";
   EXPECT_EQ(sight.units, 3) << "a run that was stopped is no unit of the shift";
   EXPECT_EQ(sight.passed, 1);
   EXPECT_EQ(sight.YieldPercent(), 33);

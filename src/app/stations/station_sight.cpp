@@ -76,12 +76,14 @@ void StationSight::TakeStep(const Json& params) {
 
 void StationSight::TakeVerdict(const Json& params) {
   box.clear();
+  // What is tried by hand between two units is no unit.
+  const bool isOfAUnit = stands == Stands::InRun;
   stands = Stands::Idle;
   step.clear();
   verdict = TextOf(params, "result");
   isComplete = params.value("complete", Json()) == true;
   reason = FirstReason(params);
-  if (verdict == "NONE") return;
+  if (!isOfAUnit || verdict == "NONE") return;
   ++units;
   if (verdict == "PASS" && isComplete) ++passed;
 }
