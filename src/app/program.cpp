@@ -106,6 +106,7 @@ int Program::Run() {
 
 void Program::Serve() {
   station_.Start();
+  world_.StationIsUp();
   Apply(options_.panels, station_.Panels(), station_.Nest(),
         [](const std::string& text) { std::cerr << "orvane: " << OneLine(text) << std::endl; });
   if (options_.initialize) {

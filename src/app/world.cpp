@@ -72,6 +72,7 @@ GpibBus& World::Bus() {
 void World::Share(Station& station) {
   if (!shared_) return;
   StationState& state = station.State();
+  shared_->mayWait = [this] { return isUp_; };
   shared_->stopsAsked = [&state] { return state.cal.stopsAsked; };
   shared_->onWait = [&state](const std::optional<InstrumentWait>& wait) {
     if (wait && !state.instrumentWait) {

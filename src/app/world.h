@@ -36,6 +36,9 @@ class World {
   /// Instruments that other stations use too are given back behind what the station does with them, and its state
   /// says what it waits for.
   void Share(Station& station);
+  /// It has started. Until then it waits for nothing: its greeting, which resets the test set, is left out where
+  /// another station measures with that.
+  void StationIsUp() { isUp_ = true; }
   /// How long was waited for such instruments since this was asked last.
   [[nodiscard]] TimePoint TakeWaited() { return shared_ ? shared_->TakeWaited() : TimePoint{0}; }
 
@@ -63,6 +66,7 @@ class World {
   std::optional<RecordedPorts> recorded_;
   /// Outermost: what a message waits for its instrument is no time of that instrument.
   std::optional<SharedBus> shared_;
+  bool isUp_ = false;
 };
 
 }  // namespace orvane

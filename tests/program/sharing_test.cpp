@@ -62,8 +62,9 @@ TEST(Sharing, AStationWhoseTestSetAnotherOneHasFailsBehindItsWaitAndSaysWhoHasIt
   EXPECT_EQ(b.State("TestSetReady"), false) << "it is served while it waits";
   EXPECT_THAT(
       b.Await("failure")["text"].get<std::string>(),
-      MatchesRegex("Instrument at address 1: it is shared, and station A, process [0-9]+ has it. This station "
-                   "has waited for 1 s.\r\nibsta = &HC000, iberr = 6"));
+      MatchesRegex(
+          "Instrument at address 1, route virtual: it is shared, and station A, process [0-9]+ has it. This station "
+          "has waited for 1 s.\r\nibsta = &HC000, iberr = 6"));
   EXPECT_EQ(b.AnswerTo(click)["error"]["code"], -32005);
   EXPECT_EQ(b.Click("OrvaneMain.cmdPSInitialize")["result"], Json::object()) << "the supply is its own";
 

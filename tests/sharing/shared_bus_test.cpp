@@ -157,6 +157,22 @@ TEST_F(SharedBusTest, AStopEndsAWait) {
   EXPECT_THAT(a_.waits, IsEmpty()) << "nobody is in front of it any more";
 }
 
+TEST_F(SharedBusTest, AStationThatStartsUpWaitsForNothing) {
+  const auto first = a_.bus.Open({0, 1, 0});
+  const auto second = b_.bus.Open({0, 1, 0});
+  first->Write("A", 1s);
+  b_.bus.mayWait = [] { return false; };
+  const auto error = Sharer::ErrorOf([&] { second->Write("*RST", 1s); });
+  ASSERT_TRUE(error);
+  EXPECT_THAT(error->Text(), HasSubstr(" has it. This station starts without it."));
+  EXPECT_EQ(loop_.Now(), 0s);
+  EXPECT_THAT(b_.waits, IsEmpty());
+  a_.bus.OperationIsOver();
+  b_.bus.OperationIsOver();
+  second->Write("*RST", 1s);
+  EXPECT_THAT(b_.plain.notes, ElementsAre("1 lock", "1: *RST")) << "one that is free is greeted as ever";
+}
+
 TEST_F(SharedBusTest, TheEndOfTheStationEndsAWait) {
   const auto first = a_.bus.Open({0, 1, 0});
   const auto second = b_.bus.Open({0, 1, 0});

@@ -101,6 +101,15 @@ TEST_F(RealStations, AProfileThatCannotBeTakenIsToldInTheStationsOwnSentence) {
   EXPECT_EQ(On(0, "tileWords"), "It ended with status 64. orvane: " + wrong + ":4: com9: there is no such key");
 }
 
+TEST_F(RealStations, OneWhoseProfileWasMendedIsStartedAsItSays) {
+  Open({Profile("A", "com9 = \"/dev/ttyUSB9\"\n")});
+  Await([&] { return Sight(0).stands == Stands::Ended; });
+  folder_.Put("A.toml", "station = \"Mended\"\nheadless = true\nrecords = \"none\"\nbench = \"virtual\"\n");
+  desk_->Page().TileOf(0).onStartAgain();
+  Await([&] { return Sight(0).stands == Stands::Idle; });
+  EXPECT_EQ(On(0, "tileName"), "1  Mended");
+}
+
 TEST_F(RealStations, AllOfThemEndWithTheDesk) {
   const std::string idle = "bench = \"virtual\"\n";
   Open({Profile("A", idle), Profile("B", idle)});

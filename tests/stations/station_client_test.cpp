@@ -98,7 +98,10 @@ TEST_F(StationClientTest, HearsWhatComesInPiecesAndPassesOverWhatIsNoMessage) {
 
 /// A station whose process does nothing and whose port is a stand-in's.
 struct Supervised {
-  explicit Supervised(const QString& path) : port(path), station("Line 1", {"/bin/sleep", "1000"}, path) {
+  explicit Supervised(const QString& path)
+      : port(path), station([path] {
+          return PlannedStation{"Line 1", {"/bin/sleep", "1000"}, path};
+        }) {
     station.Start();
   }
   StandIn port;

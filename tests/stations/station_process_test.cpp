@@ -19,16 +19,19 @@ using testing::StartsWith;
 constexpr int kLongMs = 60000;
 
 struct Watched {
-  explicit Watched(const QString& script) : process({"/bin/sh", "-c", script}) {
+  explicit Watched(const QString& itsScript) : script(itsScript) {
     process.onEnded = [this] { ++ends; };
     process.onSaid = [this](const QString& line) { said.push_back(line.toStdString()); };
   }
   [[nodiscard]] std::string EndingOf() {
-    process.Start();
+    Start();
     EXPECT_TRUE(QTest::qWaitFor([this] { return ends > 0; }, kLongMs));
     return process.Ending().toStdString();
   }
 
+  void Start() { process.Start({"/bin/sh", "-c", script}); }
+
+  QString script;
   StationProcess process;
   int ends = 0;
   std::vector<std::string> said;
@@ -47,10 +50,10 @@ TEST(StationProcess, TellsTheSignalThatEndedIt) {
 }
 
 TEST(StationProcess, OneThatCannotBeStartedSaysWhy) {
-  StationProcess process({"/nowhere/orvane"});
+  StationProcess process;
   int ends = 0;
   process.onEnded = [&] { ++ends; };
-  process.Start();
+  process.Start({"/nowhere/orvane"});
   ASSERT_TRUE(QTest::qWaitFor([&] { return ends > 0; }, kLongMs));
   EXPECT_THAT(process.Ending().toStdString(), StartsWith("It could not be started: "));
 }
@@ -61,14 +64,14 @@ TEST(StationProcess, NeverStartsAgainByItselfAndDoesWhenItIsAsked) {
   QTest::qWait(200);
   EXPECT_EQ(watched.ends, 1);
   EXPECT_FALSE(watched.process.Runs());
-  watched.process.Start();
+  watched.Start();
   EXPECT_EQ(watched.process.Ending(), "");
   EXPECT_TRUE(QTest::qWaitFor([&] { return watched.ends == 2; }, kLongMs));
 }
 
 TEST(StationProcess, EndsWhenItIsAsked) {
   Watched watched("echo ready >&2; exec sleep 1000");
-  watched.process.Start();
+  watched.Start();
   ASSERT_TRUE(QTest::qWaitFor([&] { return !watched.said.empty(); }, kLongMs));
   watched.process.Stop();
   ASSERT_TRUE(QTest::qWaitFor([&] { return watched.ends == 1; }, kLongMs));
@@ -77,7 +80,7 @@ TEST(StationProcess, EndsWhenItIsAsked) {
 
 TEST(StationProcess, OneThatDoesNotIsEndedAllTheSame) {
   Watched watched("trap '' TERM; echo ready >&2; while :; do sleep 0.1; done");
-  watched.process.Start();
+  watched.Start();
   ASSERT_TRUE(QTest::qWaitFor([&] { return !watched.said.empty(); }, kLongMs));
   watched.process.Stop();
   watched.process.Stop();
@@ -89,7 +92,7 @@ TEST(StationProcess, EndsWithWhoHoldsIt) {
   pid_t pid = 0;
   {
     Watched watched("echo $$ >&2; exec sleep 1000");
-    watched.process.Start();
+    watched.Start();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !watched.said.empty(); }, kLongMs));
     pid = std::stoi(watched.said.front());
     EXPECT_EQ(::kill(pid, 0), 0);

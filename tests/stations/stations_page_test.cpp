@@ -101,8 +101,9 @@ class ThePage : public testing::Test {
  protected:
   ThePage() {
     for (int i = 1; i <= 8; ++i) {
-      auto& station = *stations_.emplace_back(std::make_unique<SupervisedStation>(
-          "Line " + QString::number(i), QStringList{"/bin/sleep", "1000"}, "/nowhere/" + QString::number(i)));
+      const PlannedStation plan{
+          "Line " + QString::number(i), {"/bin/sleep", "1000"}, "/nowhere/" + QString::number(i)};
+      auto& station = *stations_.emplace_back(std::make_unique<SupervisedStation>([plan] { return plan; }));
       seen_.push_back(&station);
     }
     page_ = std::make_unique<StationsPage>(seen_);

@@ -13,8 +13,6 @@ using namespace std::chrono_literals;
 /// How often who waits asks again.
 constexpr TimePoint kLook = 50ms;
 
-std::string RoutePart(const std::string& route) { return route.empty() ? "" : ", route " + route; }
-
 }  // namespace
 
 /// One instrument of those that are lent. It may be ended within its own wait, by an Initialize that is served there.
@@ -23,7 +21,7 @@ class SharedBus::Session final : public GpibSession {
   Session(SharedBus& bus, Lent& ofLent, const GpibAddress& itsAddress, std::unique_ptr<GpibSession> session)
       : lent(ofLent),
         address(itsAddress),
-        name("Instrument at address " + std::to_string(itsAddress.primary) + RoutePart(bus.RouteOf(itsAddress))),
+        name("Instrument at address " + std::to_string(itsAddress.primary) + ", route " + bus.RouteOf(itsAddress)),
         inner(std::move(session)),
         bus_(bus) {
     lent.sessions.insert(this);
@@ -99,10 +97,10 @@ SharedBus::~SharedBus() = default;
 /// What is lent: behind an adapter all that hangs on it, since its replies do not say whose they are; on a bus whose
 /// driver keeps the instruments apart, one of them.
 std::string SharedBus::PlaceOf(const GpibAddress& address) const {
-  const std::string route = bus_.RouteOf(address);
-  if (!route.empty() && route != "native") return route;
-  return (route.empty() ? "virtual " : route + " ") + std::to_string(address.board) + ":" +
-         std::to_string(address.primary) + "," + std::to_string(address.secondary);
+  std::string route = bus_.RouteOf(address);
+  if (route != "native" && route != "virtual") return route;
+  return route + " " + std::to_string(address.board) + ":" + std::to_string(address.primary) + "," +
+         std::to_string(address.secondary);
 }
 
 bool SharedBus::IsShared(const GpibAddress& address) const {
@@ -154,6 +152,7 @@ void SharedBus::Take(Session& session) {
   const std::string name = session.name;
   Wait wait(*this, lent);
   while (!TryTake(lent, session)) {
+    if (!mayWait()) Refuse(lent, session, "This station starts without it.");
     if (wait.IsOver()) {
       Refuse(lent, session, "This station has waited for " + std::to_string(wishes_.wait.count()) + " s.");
     }

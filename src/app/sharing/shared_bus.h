@@ -34,6 +34,8 @@ class SharedBus final : public GpibBus {
 
   /// How often an operator has asked for a stop: one more ends a wait.
   std::function<long()> stopsAsked = [] { return 0L; };
+  /// Whether it waits at all.
+  std::function<bool()> mayWait = [] { return true; };
   /// What is waited for; no value behind a wait.
   std::function<void(const std::optional<InstrumentWait>& wait)> onWait = [](const auto&) {};
 

@@ -4,8 +4,8 @@
 #include <array>
 #include <filesystem>
 
+#include "app/desk.h"
 #include "app/route_text.h"
-#include "base/text.h"
 
 namespace orvane {
 namespace {
@@ -53,7 +53,8 @@ PlannedStation PlanStation(const std::string& program, const std::string& profil
   const auto* options = std::get_if<Options>(&parsed);
   station.name = QString::fromStdString(std::filesystem::path(profile).stem().string());
   if (options != nullptr && options->Given("station")) station.name = QString::fromStdString(options->station);
-  if (options != nullptr && options->headless) return station;
+  // What is wrong with a profile its station says, whatever else it is told.
+  if (options == nullptr || options->headless) return station;
   station.command << "--view"
                   << "operator"
                   << "--desk" << QString::number(number) + "@" + folder + "/desk";

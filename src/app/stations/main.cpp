@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QSocketNotifier>
+#include <QTimer>
 #include <array>
 #include <clocale>
 #include <csignal>
@@ -44,10 +45,8 @@ int RunDesk(const orvane::DeskOptions& options) {
     signalled.setEnabled(false);
     desk.Stop();
   });
-  desk.onEnded = [] {
-    QMetaObject::invokeMethod(
-        qApp, [] { QApplication::exit(0); }, Qt::QueuedConnection);
-  };
+  // Behind whatever is told just now.
+  desk.onEnded = [] { QTimer::singleShot(0, qApp, [] { QApplication::exit(0); }); };
   desk.Page().showFullScreen();
   desk.Start();
   return QApplication::exec();

@@ -17,7 +17,7 @@ constexpr qsizetype kLongestLine = 4096;
 
 }  // namespace
 
-StationProcess::StationProcess(QStringList command, QObject* parent) : QObject(parent), command_(std::move(command)) {
+StationProcess::StationProcess(QObject* parent) : QObject(parent) {
   process_.setStandardInputFile(QProcess::nullDevice());
   process_.setStandardOutputFile(QProcess::nullDevice());
   // A desk that is killed leaves no stations behind that nobody can get at.
@@ -43,12 +43,12 @@ StationProcess::~StationProcess() {
   process_.waitForFinished();
 }
 
-void StationProcess::Start() {
+void StationProcess::Start(const QStringList& command) {
   if (Runs()) return;
   ending_.clear();
   lastLine_.clear();
   heard_.clear();
-  process_.start(command_.front(), command_.mid(1));
+  process_.start(command.front(), command.mid(1));
 }
 
 void StationProcess::Stop() {

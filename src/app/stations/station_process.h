@@ -14,11 +14,11 @@ namespace orvane {
 /// until somebody starts it again.
 class StationProcess final : public QObject {
  public:
-  /// The first word is the program.
-  explicit StationProcess(QStringList command, QObject* parent = nullptr);
+  explicit StationProcess(QObject* parent = nullptr);
   ~StationProcess() override;
 
-  void Start();
+  /// The first word is the program.
+  void Start(const QStringList& command);
   /// Asks it to end, and ends it where it has not within five seconds. Not waited for.
   void Stop();
   [[nodiscard]] bool Runs() const { return process_.state() != QProcess::NotRunning; }
@@ -33,7 +33,6 @@ class StationProcess final : public QObject {
   void Hear();
   void TakeEnd(const QString& how);
 
-  QStringList command_;
   QProcess process_;
   QTimer patience_;
   QByteArray heard_;

@@ -26,12 +26,14 @@ StationsDesk::StationsDesk(const std::string& program, const std::vector<std::st
   }
   std::vector<SupervisedStation*> seen;
   for (const std::string& profile : profiles) {
-    const auto plan = PlanStation(program, profile, static_cast<int>(stations_.size()) + 1, folder_.path(), machine);
-    auto& station =
-        *stations_.emplace_back(std::make_unique<SupervisedStation>(plan.name, plan.command, plan.socket));
+    const int number = static_cast<int>(stations_.size()) + 1;
+    const auto plan = [program, profile, number, folder = folder_.path(), machine] {
+      return PlanStation(program, profile, number, folder, machine);
+    };
+    auto& station = *stations_.emplace_back(std::make_unique<SupervisedStation>(plan));
     station.onEnded = [this] { TellIfAllEnded(); };
-    station.onSaid = [name = plan.name.toStdString()](const QString& line) {
-      std::cerr << name << ": " << line.toStdString() << std::endl;
+    station.onSaid = [&station](const QString& line) {
+      std::cerr << station.Sight().name.toStdString() << ": " << line.toStdString() << std::endl;
     };
     seen.push_back(&station);
   }

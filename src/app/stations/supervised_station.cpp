@@ -1,6 +1,7 @@
 #include "app/stations/supervised_station.h"
 
 #include <chrono>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -13,10 +14,9 @@ constexpr int kBoxOpen = -32006;
 
 }  // namespace
 
-SupervisedStation::SupervisedStation(const QString& name, const QStringList& command, const QString& socket,
-                                     QObject* parent)
-    : QObject(parent), process_(command), client_(socket) {
-  sight_.name = name;
+SupervisedStation::SupervisedStation(std::function<PlannedStation()> plan, QObject* parent)
+    : QObject(parent), plan_(std::move(plan)), client_(plan_().socket) {
+  sight_.name = plan_().name;
   look_.setInterval(kLook);
   connect(&look_, &QTimer::timeout, this, &SupervisedStation::Look);
   process_.onSaid = [this](const QString& line) { onSaid(line); };
@@ -36,8 +36,10 @@ SupervisedStation::SupervisedStation(const QString& name, const QStringList& com
 
 void SupervisedStation::Start() {
   if (process_.Runs()) return;
+  const PlannedStation planned = plan_();
+  sight_.name = planned.name;
   sight_.Started();
-  process_.Start();
+  process_.Start(planned.command);
   // One that could not be started has said so already.
   if (process_.Runs()) client_.Begin();
   onChanged();

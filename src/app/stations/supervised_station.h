@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QObject>
-#include <QStringList>
 #include <QTimer>
 #include <functional>
 
+#include "app/stations/desk_plan.h"
 #include "app/stations/station_client.h"
 #include "app/stations/station_process.h"
 #include "app/stations/station_sight.h"
@@ -14,9 +14,8 @@ namespace orvane {
 /// One station of the desk: its process, what its port tells, and what is seen of both.
 class SupervisedStation final : public QObject {
  public:
-  /// `command` opens its automation port at `socket`.
-  SupervisedStation(const QString& name, const QStringList& command, const QString& socket,
-                    QObject* parent = nullptr);
+  /// `plan` is asked ahead of each start: its profile may be another one by then. The socket stays.
+  explicit SupervisedStation(std::function<PlannedStation()> plan, QObject* parent = nullptr);
 
   void Start();
   void Stop() { process_.Stop(); }
@@ -34,6 +33,7 @@ class SupervisedStation final : public QObject {
   void LookForTheBox();
   void AskForTheUnit();
 
+  std::function<PlannedStation()> plan_;
   StationProcess process_;
   StationClient client_;
   StationSight sight_;
