@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <iostream>
 #include <thread>
+#include <utility>
 
 #include "base/failure.h"
 
@@ -81,12 +82,12 @@ void World::Share(Station& station) {
     }
     state.instrumentWait = wait;
   };
-  state.report.runBegan.Connect([this](RunKind) {
-    (void)shared_->TakeWaited();
-    shared_->RunBegins();
-  });
-  state.report.runIsOver.Connect([this] { shared_->RunIsOver(); });
-  station.Nest().onIdle = [this] { shared_->OperationIsOver(); };
+  // A wait belongs to the run that the same button has started, if it has.
+  state.report.runBegan.Connect([this](RunKind) { hasRun_ = true; });
+  station.Nest().onIdle = [this] {
+    shared_->OperationIsOver();
+    if (!std::exchange(hasRun_, false)) (void)shared_->TakeWaited();
+  };
 }
 
 void World::Watch(OperationNest& nest) {

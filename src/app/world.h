@@ -67,6 +67,8 @@ class World {
   /// Outermost: what a message waits for its instrument is no time of that instrument.
   std::optional<SharedBus> shared_;
   bool isUp_ = false;
+  /// Since the last button.
+  bool hasRun_ = false;
 };
 
 }  // namespace orvane

@@ -182,28 +182,6 @@ TEST_F(SharedBusTest, TheEndOfTheStationEndsAWait) {
   EXPECT_EQ(b_.waits.back(), "over");
 }
 
-TEST_F(SharedBusTest, WhatARunHasTakenItKeepsBehindEachOperationWithinIt) {
-  const auto first = a_.bus.Open({0, 1, 0});
-  a_.bus.RunBegins();
-  first->Write("A", 1s);
-  LockFile rival(folder_.Path(), "tcp:bench:1");
-  EXPECT_FALSE(rival.TryTake("rival"));
-  a_.bus.RunIsOver();
-  EXPECT_TRUE(rival.TryTake("rival"));
-}
-
-TEST_F(SharedBusTest, ARunWithinAnOperationsWaitLeavesThatOneWhatItHasTaken) {
-  const auto session = a_.bus.Open({0, 1, 0});
-  session->Write("set up", 1s);
-  a_.bus.RunBegins();
-  session->Write("of the run", 1s);
-  a_.bus.RunIsOver();
-  LockFile rival(folder_.Path(), "tcp:bench:1");
-  EXPECT_FALSE(rival.TryTake("rival"));
-  a_.bus.OperationIsOver();
-  EXPECT_TRUE(rival.TryTake("rival"));
-}
-
 TEST_F(SharedBusTest, ASessionThatIsEndedWithinItsOwnWaitFails) {
   const auto first = a_.bus.Open({0, 1, 0});
   auto second = b_.bus.Open({0, 1, 0});

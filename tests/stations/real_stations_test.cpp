@@ -122,6 +122,19 @@ TEST_F(RealStations, AllOfThemEndWithTheDesk) {
   EXPECT_EQ(ChildWith(".toml"), 0);
 }
 
+TEST_F(RealStations, TheWindowsOfAStationComeWhenTheDeskCallsThem) {
+  DeskServer server;
+  ASSERT_TRUE(server.Listen(QString::fromStdString(folder_.Path("desk"))));
+  QProcess station;
+  station.start(ORVANE_PROGRAM, {"--bench", "virtual", "--records", "none", "--desk",
+                                 QString::fromStdString("4@" + folder_.Path("desk"))});
+  Await([&] { return server.BringToFront(4); });
+  EXPECT_FALSE(server.BringToFront(1));
+  station.terminate();
+  EXPECT_TRUE(station.waitForFinished());
+  Await([&] { return !server.BringToFront(4); });
+}
+
 TEST_F(RealStations, APageIsNotClosedOverARunByASlip) {
   Open({Line(1)});
   Await([&] { return Sight(0).stands == Stands::InRun; });

@@ -96,6 +96,19 @@ TEST_F(StationClientTest, HearsWhatComesInPiecesAndPassesOverWhatIsNoMessage) {
   EXPECT_THAT(told, ElementsAre(R"(step{"name":"save"})", "exit{}"));
 }
 
+TEST_F(StationClientTest, HearsTheLastWordsOfAStationThatHasEnded) {
+  const StandIn station(path_);
+  StationClient client(path_);
+  int told = 0;
+  client.onTold = [&](const std::string&, const Json&) { ++told; };
+  client.Begin();
+  Await([&] { return station.peer != nullptr && client.IsConnected(); });
+  for (int i = 0; i < 100; ++i) station.Tell("step", {{"name", "save"}, {"state", "began"}});
+  station.peer->waitForBytesWritten();
+  client.End();
+  EXPECT_EQ(told, 100);
+}
+
 /// A station whose process does nothing and whose port is a stand-in's.
 struct Supervised {
   explicit Supervised(const QString& path)

@@ -37,7 +37,7 @@ void AddSharing(std::vector<OptionRow>& rows) {
                   .kind = OptionRow::Kind::List,
                   .what = "ADDR",
                   .means =
-                      "Primary address of an instrument that other stations use too: each has it for a whole run; "
+                      "Primary address of an instrument that other stations use too: each has it for the whole of a run; "
                       "may be repeated",
                   .take = &TakeAddress});
   rows.push_back({.name = "share-wait",

@@ -129,9 +129,7 @@ std::string SharedBus::HolderOf(const Lent& lent) {
 
 bool SharedBus::TryTake(Lent& lent, Session& session) {
   try {
-    const bool wasHeld = lent.lock->Held();
     if (!lent.lock->TryTake(holder_)) return false;
-    if (!wasHeld) lent.takenInRun = inRun_;
   } catch (const LockFault& fault) {
     throw GpibAbsent(session.name + ": it is shared, and its lock cannot be used: " + fault.what() + ".");
   }
@@ -168,19 +166,10 @@ void SharedBus::Take(Session& session) {
 
 void SharedBus::GiveBack(Lent& lent) {
   lent.refused.clear();
-  lent.takenInRun = false;
   for (Session* session : lent.sessions) {
     if (std::exchange(session->isLocked, false)) session->inner->Unlock();
   }
   lent.lock->GiveBack();
-}
-
-/// What an operation has taken that the run stands in stays that operation's.
-void SharedBus::RunIsOver() {
-  inRun_ = false;
-  for (auto& [place, lent] : lents_) {
-    if (lent.takenInRun || !lent.lock->Held()) GiveBack(lent);
-  }
 }
 
 void SharedBus::OperationIsOver() {

@@ -15,9 +15,9 @@
 namespace orvane {
 
 /// A bus some of whose instruments other stations use too. The first message to one takes it, and waits for it where
-/// another station has it; the loop is served meanwhile. It is kept until the run that took it is over, or else the
-/// operation: a station holds an instrument to the band, channel and level that it has told it, so that another one
-/// may come between two runs and nowhere else.
+/// another station has it; the loop is served meanwhile. It is kept until the outermost operation is over, a whole
+/// run with all that stands around it: a station holds an instrument to the band, channel and level that it has told
+/// it, so that another one may come between two runs and nowhere else.
 class SharedBus final : public GpibBus {
  public:
   /// `station` is what others are told of who has it.
@@ -27,9 +27,7 @@ class SharedBus final : public GpibBus {
   [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address) override;
   [[nodiscard]] std::string RouteOf(const GpibAddress& address) const override { return bus_.RouteOf(address); }
 
-  /// A run begins and is over, and the outermost operation is: told by whoever knows the station.
-  void RunBegins() { inRun_ = true; }
-  void RunIsOver();
+  /// Told by whoever knows the station.
   void OperationIsOver();
 
   /// How often an operator has asked for a stop: one more ends a wait.
@@ -49,7 +47,6 @@ class SharedBus final : public GpibBus {
   struct Lent {
     std::unique_ptr<LockFile> lock;
     std::set<Session*> sessions;
-    bool takenInRun = false;
     /// Why it was not to be had: what follows in the same operation does not wait once more.
     std::string refused;
   };
@@ -68,7 +65,6 @@ class SharedBus final : public GpibBus {
   SharedInstruments wishes_;
   std::string holder_;
   std::map<std::string, Lent> lents_;
-  bool inRun_ = false;
   TimePoint waited_{0};
   /// Told ones that are on the stack.
   int waits_ = 0;

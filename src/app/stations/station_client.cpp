@@ -39,6 +39,9 @@ void StationClient::Begin() {
 void StationClient::End() {
   wanted_ = false;
   again_.stop();
+  // The last words of a station that has ended are still on their way.
+  while (socket_.waitForReadyRead(0)) {
+  }
   socket_.abort();
 }
 

@@ -23,6 +23,7 @@ class StationClient final : public QObject {
 
   /// Tries until it has a connection, and whenever that is lost.
   void Begin();
+  /// What was said to it until now is heard.
   void End();
   [[nodiscard]] bool IsConnected() const { return socket_.state() == QLocalSocket::ConnectedState; }
 
