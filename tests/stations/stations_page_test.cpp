@@ -50,7 +50,7 @@ TEST(StationTile, SaysWhichStationWhatItDoesAndWhatTheShiftCameTo) {
   EXPECT_EQ(TextOn(tile, "tileName"), "3  Line 1");
   EXPECT_EQ(TextOn(tile, "tileUnit"), "Unit A-1");
   EXPECT_EQ(TextOn(tile, "tileState"), "Transmitter DCS");
-  EXPECT_THAT(TextOn(tile, "tileShift").toStdString(), HasSubstr("96 %"));
+  EXPECT_EQ(TextOn(tile, "tileShift"), "25 units, 96 % passed");
   const auto* progress = tile.findChild<QProgressBar*>();
   EXPECT_FALSE(progress->isHidden());
   EXPECT_EQ(progress->value(), 1);
@@ -125,17 +125,6 @@ class ThePage : public testing::Test {
 TEST_F(ThePage, HasRoomForEightOnASmallScreen) {
   EXPECT_LE(page_->minimumSizeHint().width(), 1280);
   EXPECT_LE(page_->minimumSizeHint().height(), 720);
-  {  // TEMP
-    auto shot = [&](std::size_t i, StationSight sight) { sight.name = "Line " + QString::number(i + 1); page_->TileOf(i).Show(sight); };
-    auto s = IdleWith("PASS", true); s.units = 25; s.passed = 24; shot(0, s);
-    shot(1, IdleWith("PASS", false, "transmitDCS: Commands that failed in the Target: 2."));
-    shot(2, IdleWith("FAIL", false, "Battery Calibration ERROR. battery full count: 311 count, limits 540 to 640"));
-    s.stands = Stands::InRun; s.step = "transmitDCS"; s.stepsDone = 1; s.unit = "K7-00023"; s.verdict = ""; shot(3, s);
-    s.box = "Target을 Power On 해 주십시요"; shot(4, s); s.box = "";
-    s.stands = Stands::Ended; s.diedInRun = true; s.ending = "It ended with status 64. orvane: /home/line/profiles/line6.toml:4: com9: there is no such key"; shot(5, s);
-    s.stands = Stands::Starting; shot(6, s); s.stands = Stands::Idle; shot(7, s);
-    page_->grab().save("/tmp/desk_shot.png");
-  }
   for (std::size_t i = 0; i < 8; ++i) {
     const QRect place(page_->TileOf(i).pos(), page_->TileOf(i).size());
     EXPECT_TRUE(page_->rect().contains(place)) << i;
@@ -154,6 +143,15 @@ TEST_F(ThePage, IsTouchedByMouseAndByNumber) {
   QTest::keyClick(page_.get(), Qt::Key_0);
   QTest::mouseClick(&page_->TileOf(5), Qt::RightButton);
   EXPECT_THAT(touched_, ElementsAre(4, 2, 1));
+}
+
+TEST_F(ThePage, TheTileThatTheKeyboardTouchesIsSeen) {
+  StationTile& tile = page_->TileOf(2);
+  page_->TileOf(0).setFocus();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return page_->TileOf(0).hasFocus(); }));
+  const QImage before = tile.grab().toImage();
+  tile.setFocus();
+  EXPECT_NE(tile.grab().toImage(), before);
 }
 
 TEST_F(ThePage, AStationThatIsNotThereHasNoPageAndCanBeStarted) {

@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QIcon>
 #include <QSocketNotifier>
-#include <QTimer>
 #include <array>
 #include <clocale>
 #include <csignal>
@@ -45,8 +44,7 @@ int RunDesk(const orvane::DeskOptions& options) {
     signalled.setEnabled(false);
     desk.Stop();
   });
-  // Behind whatever is told just now.
-  desk.onEnded = [] { QTimer::singleShot(0, qApp, [] { QApplication::exit(0); }); };
+  desk.onEnded = [] { QApplication::exit(0); };
   desk.Page().showFullScreen();
   desk.Start();
   return QApplication::exec();

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QVBoxLayout>
 
 namespace orvane {
@@ -59,6 +60,13 @@ QString WordsOf(const StationSight& sight) {
   return sight.reason;
 }
 
+QString ShiftText(const StationSight& sight) {
+  if (sight.units == 0) return StationTile::tr("No unit yet");
+  const QString passed = StationTile::tr("%1 % passed").arg(sight.YieldPercent());
+  return (sight.units == 1 ? StationTile::tr("1 unit") : StationTile::tr("%1 units").arg(sight.units)) + ", " +
+         passed;
+}
+
 }  // namespace
 
 StationTile::StationTile(int number, QWidget* parent) : QFrame(parent), number_(number) {
@@ -108,8 +116,7 @@ void StationTile::Show(const StationSight& sight) {
   progress_->setValue(sight.stepsDone);
   words_->setText(WordsOf(sight));
   again_->setVisible(sight.stands == Stands::Ended);
-  shift_->setText(sight.units == 0 ? tr("No unit yet")
-                                   : tr("%n unit(s), %1 % passed", nullptr, sight.units).arg(sight.YieldPercent()));
+  shift_->setText(ShiftText(sight));
   Colour(sight);
   setAccessibleName(tr("Station %1").arg(name_->text()));
   setAccessibleDescription(QStringList{state_->text(), unit_->text(), words_->text(), shift_->text()}.join(". "));
@@ -122,6 +129,16 @@ void StationTile::Colour(const StationSight& sight) {
     colours.setColor(QPalette::WindowText, QColor(ground->text));
   }
   setPalette(colours);
+}
+
+/// Which tile Enter and the space bar touch can be seen on every ground.
+void StationTile::paintEvent(QPaintEvent* event) {
+  QFrame::paintEvent(event);
+  if (!hasFocus()) return;
+  constexpr int kWidth = 4;
+  QPainter painter(this);
+  painter.setPen(QPen(palette().color(QPalette::WindowText), kWidth));
+  painter.drawRect(rect().adjusted(kWidth / 2, kWidth / 2, -kWidth / 2, -kWidth / 2));
 }
 
 void StationTile::mousePressEvent(QMouseEvent* event) {

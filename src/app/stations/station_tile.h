@@ -23,6 +23,7 @@ class StationTile final : public QFrame {
   std::function<void()> onStartAgain = [] {};
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 

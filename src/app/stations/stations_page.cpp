@@ -23,9 +23,9 @@ StationsPage::StationsPage(const std::vector<SupervisedStation*>& stations, QWid
     : QWidget(parent), stations_(stations) {
   setWindowTitle(tr("Stations"));
   mayEnd = [this](int runs) {
+    const QString which = runs == 1 ? tr("A run is under way.") : tr("%1 runs are under way.").arg(runs);
     return QMessageBox::question(this, windowTitle(),
-                                 tr("%n run(s) are under way. The units would not be calibrated. End them?", nullptr,
-                                    runs)) == QMessageBox::Yes;
+                                 which + " " + tr("What is ended now is not calibrated. End?")) == QMessageBox::Yes;
   };
   new QGridLayout(this);
   for (SupervisedStation* station : stations_) AddTile(*station);
