@@ -67,6 +67,7 @@ Program::Program(const Options& options)
   if (!options_.engineerSecret.empty()) {
     engineerWord_.emplace(world_.loop, LookOnAThread(world_.loop, options_.engineerSecret));
   }
+  world_.Share(station_);
   OpenAutomation();
 }
 
@@ -99,6 +100,7 @@ void Program::TellGolden(const GoldenFinding& finding) {
 void Program::KeepRecords() {
   if (world_.Recorder() == nullptr) return;
   records_.emplace(options_, world_.loop, *world_.Recorder(), station_, unit_);
+  records_->waited = [this] { return world_.TakeWaited(); };
   records_->onKept = [this](const Kept& kept) { TellKept(kept); };
   station_.State().report.runBegan.Connect([this](RunKind) { recordNews_.Forget(); });
 }
@@ -136,6 +138,7 @@ int Program::Run() {
 
 void Program::Serve() {
   station_.Start();
+  world_.StationIsUp();
   Apply(options_.panels, station_.Panels(), station_.Nest(),
         [](const std::string& text) { std::cerr << "orvane: " << OneLine(text) << std::endl; });
   if (options_.initialize) {

@@ -95,7 +95,14 @@ StationStatus::Link StationStatus::LinkState() const {
 
 std::string StationStatus::Stage() const {
   const auto& fault = state_.charger.faults.Last();
-  return StageOfRun() + (fault ? "; " + fault->text : "");
+  return StageOfRun() + StageOfWait() + (fault ? "; " + fault->text : "");
+}
+
+std::string StationStatus::StageOfWait() const {
+  const auto& wait = state_.instrumentWait;
+  if (!wait) return "";
+  return "; waits " + MinutesText(loop_.Now() - wait->since) + " for the instrument at address " +
+         std::to_string(wait->address) + ", which " + wait->holder + " has";
 }
 
 std::string_view StationStatus::StopWords() const {

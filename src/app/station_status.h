@@ -55,6 +55,7 @@ class StationStatus {
   void CountSearches();
   int& DoneIn(RunStep step) { return done_.at(static_cast<std::size_t>(step)); }
   [[nodiscard]] std::string StageOfRun() const;
+  [[nodiscard]] std::string StageOfWait() const;
   [[nodiscard]] std::string StageOfStep(RunStep step) const;
   [[nodiscard]] std::string StageOfSearch() const;
 

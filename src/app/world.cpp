@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <iostream>
 #include <thread>
+#include <utility>
 
 #include "base/failure.h"
 
@@ -41,6 +42,13 @@ World::World(const Options& options)
   }
   if (options.trace) traced_.emplace(loop, *options.trace, Serial(), Bus());
   if (options.records) recorded_.emplace(PlainPorts());
+  if (!options.share.addresses.empty()) shared_.emplace(Ports().bus, loop, options.share, options.station);
+}
+
+StationPorts World::Ports() {
+  const StationPorts ports = recorded_ ? recorded_->Ports() : PlainPorts();
+  if (!shared_) return ports;
+  return {ports.loop, ports.mscomTarget, *shared_, ports.files, ports.boxes, ports.dialogs};
 }
 
 World::TracedWires::TracedWires(EventLoop& loop, const std::string& path, SerialControl& plainLine, GpibBus& plainBus)
@@ -60,6 +68,26 @@ GpibBus& World::Bus() {
   if (traced_) return traced_->bus;
   if (bench_) return bench_->Bus();
   return bus_;
+}
+
+void World::Share(Station& station) {
+  if (!shared_) return;
+  StationState& state = station.State();
+  shared_->mayWait = [this] { return isUp_; };
+  shared_->stopsAsked = [&state] { return state.cal.stopsAsked; };
+  shared_->onWait = [&state](const std::optional<InstrumentWait>& wait) {
+    if (wait && !state.instrumentWait) {
+      std::cerr << "orvane: waits for the instrument at address " << wait->address << ", which " << wait->holder
+                << " has." << std::endl;
+    }
+    state.instrumentWait = wait;
+  };
+  // A wait belongs to the run that the same button has started, if it has.
+  state.report.runBegan.Connect([this](RunKind) { hasRun_ = true; });
+  station.Nest().onIdle = [this] {
+    shared_->OperationIsOver();
+    if (!std::exchange(hasRun_, false)) (void)shared_->TakeWaited();
+  };
 }
 
 void World::Watch(OperationNest& nest) {

@@ -28,6 +28,8 @@ class RouteSession : public GpibSession {
   void Write(std::string_view text, TimePoint timeOut) final;
   [[nodiscard]] std::string Read(std::size_t size, TimePoint timeOut) final;
   void Local() final;
+  [[nodiscard]] bool TryLock() final;
+  void Unlock() final;
 
  protected:
   /// @param route in the words of the command line
@@ -39,6 +41,10 @@ class RouteSession : public GpibSession {
   [[nodiscard]] virtual std::string Receive(std::size_t size, const Deadline& deadline) = 0;
   /// Returns the instrument to local, where the route knows how.
   virtual void GoLocal(const Deadline& /*deadline*/) {}
+  /// Keeps the instrument's other clients away, where the route knows how. @return false: another one has it.
+  [[nodiscard]] virtual bool Lock(const Deadline& /*deadline*/) { return true; }
+  /// Ends that, and lets go of what the route holds until the next message.
+  virtual void LetGo(const Deadline& deadline) = 0;
   /// Lets go of what the route holds. Never fails; called again, does nothing.
   virtual void HangUp() = 0;
   /// The same behind a message that failed, whose reply may still come.

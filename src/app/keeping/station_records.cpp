@@ -13,6 +13,7 @@
 #include "adapters/sql/run_writer.h"
 #include "adapters/sql/spool.h"
 #include "base/failure.h"
+#include "base/numbers.h"
 #include "records/abandoned_runs.h"
 #include "records/record_bytes.h"
 #include "records/run_id.h"
@@ -92,9 +93,18 @@ RecorderLinks StationRecords::Links() {
           [this](const RunIdentity& run) { keeper_.Begin(run); },
           [this](const std::string& run, std::string bytes) { keeper_.Grow(run, std::move(bytes)); },
           [this](RunRecord record) {
+            AddWait(record.identity.tags);
             if (onEnd) onEnd(record);
             keeper_.Finish(std::move(record));
           }};
+}
+
+/// The names of readings are other programs' too; a tag is the station's own to give. A run that did not wait has
+/// none.
+void StationRecords::AddWait(std::map<std::string, std::string>& tags) const {
+  const auto ms = std::chrono::round<std::chrono::milliseconds>(waited()).count();
+  constexpr double kMsInSecond = 1000;
+  if (ms > 0) tags.emplace("shared_wait_seconds", NumberText(static_cast<double>(ms) / kMsInSecond));
 }
 
 RunIdentity StationRecords::IdentityOf(RunKind kind) {

@@ -37,6 +37,8 @@ class StationRecords {
   std::function<void(RunIdentity& run)> onBegin;
   /// A run is over, and this is its record: what else is to stand in it.
   std::function<void(RunRecord& record)> onEnd;
+  /// How long the run that is over has waited for instruments that other stations use too.
+  std::function<TimePoint()> waited = [] { return TimePoint{0}; };
 
   /// A run that is over has its record now, not a turn of the loop later.
   void CloseWhatIsOver() { recorder_.Flush(); }
@@ -46,6 +48,7 @@ class StationRecords {
  private:
   [[nodiscard]] RecorderLinks Links();
   [[nodiscard]] RunIdentity IdentityOf(RunKind kind);
+  void AddWait(std::map<std::string, std::string>& tags) const;
   [[nodiscard]] KeeperWays Ways() const;
   /// On the keeper's thread.
   void Hear(const Kept& kept);

@@ -9,6 +9,7 @@
 #include "app/operator/operator_view.h"
 #include "app/operator/page_language.h"
 #include "app/program_main.h"
+#include "app/stations/desk_link.h"
 #include "app/windows/front_end.h"
 #include "app/windows/record_views.h"
 #include "app/windows/serial_field.h"
@@ -38,6 +39,7 @@ struct Windows {
       records.emplace(*program.TheRecords(), "sqlite:" + program.TheOptions().records->string());
       frontEnd.belowVerdict = [this](QWidget* parent) { return records->Button(parent); };
     }
+    if (program.TheOptions().desk) desk.emplace(orvane::ToQt(*program.TheOptions().desk));
     if (program.TheOptions().view == orvane::View::Operator) GiveToOperator(program);
   }
 
@@ -106,6 +108,8 @@ struct Windows {
   std::optional<Records> records;
   orvane::FrontEnd frontEnd;
   std::optional<orvane::OperatorView> page;
+  /// The way back to the desk that has started this station.
+  std::optional<orvane::DeskLink> desk;
 };
 
 std::unique_ptr<QCoreApplication> OpenDisplay(const orvane::Options& options, int& count, char** words) {
