@@ -7,6 +7,7 @@
 
 #include "adapters/disk_files.h"
 #include "adapters/gpib/gpib_routes.h"
+#include "adapters/gpib/long_waits.h"
 #include "adapters/qt_event_loop.h"
 #include "adapters/qt_serial_control.h"
 #include "app/command_line.h"
@@ -33,6 +34,9 @@ class World {
   /// every failure that stops an operation.
   void Watch(OperationNest& nest);
 
+  /// The instruments that keep the station waiting.
+  [[nodiscard]] LongWaits& Waits() { return waits_; }
+
   QtEventLoop loop;
   Desk desk;
 
@@ -46,13 +50,16 @@ class World {
   };
 
   [[nodiscard]] StationPorts PlainPorts() { return {loop, Serial(), Bus(), files_, desk, desk}; }
+  [[nodiscard]] std::unique_ptr<bench::VirtualBench> MakeBench(const Options& options);
   [[nodiscard]] SerialControl& Serial();
   [[nodiscard]] GpibBus& Bus();
 
   DiskFiles files_;
   QtSerialControl line_;
+  LongWaits waits_;
   RoutedGpibBus bus_;
   std::unique_ptr<bench::VirtualBench> bench_;
+  WaitedBus waitedBus_;
   std::optional<TracedWires> traced_;
   std::optional<RecordedPorts> recorded_;
 };

@@ -27,18 +27,14 @@ struct Windows {
       strip->AddField(new orvane::SerialField(program.TheUnit(), strip));
       orvane::ShowInTitle(program.TheUnit(), *frontEnd.WindowOf(program.TheStation().Panels().main));
       if (records) records->AddTo(*strip);
-      strip->AddAtEnd(new orvane::StopButton(
-          status, [this, &program] { PressStop(program); }, strip));
+      strip->AddAtEnd(new orvane::StopButton(status, frontEnd.TheHands(),
+                                             program.TheStation().Panels().autoCal.cmdAutoCalStop, strip));
+      strip->Follow(program.TheWorld().Waits());
       return strip;
     };
     if (program.TheRecords() == nullptr) return;
     records.emplace(*program.TheRecords(), "sqlite:" + program.TheOptions().records->string());
     frontEnd.belowVerdict = [this](QWidget* parent) { return records->Button(parent); };
-  }
-
-  void PressStop(orvane::Program& program) {
-    frontEnd.TheHands().Do(
-        [&stop = program.TheStation().Panels().autoCal.cmdAutoCalStop](orvane::Operator& hand) { hand.Click(stop); });
   }
 
   /// Where the records are, and the way to look at them.
@@ -77,6 +73,7 @@ std::shared_ptr<void> OpenWindows(orvane::Program& program) {
   program.TheWorld().loop.onFreeTime = [front = &windows->frontEnd](orvane::TimePoint until) {
     front->UseFreeTime(until);
   };
+  program.TheWorld().Waits().onWait = [&program] { program.TheWorld().loop.ServeWindows(); };
   program.TheWorld().loop.onDisplayGone = [&program, front = &windows->frontEnd] {
     front->Abandon();
     program.GoOnWithoutScreen();
