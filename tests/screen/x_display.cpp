@@ -4,8 +4,12 @@
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <stdexcept>
+#include <thread>
+
+#include "program/programs.h"
 
 namespace orvane::test {
 namespace {
@@ -49,6 +53,50 @@ void XDisplay::GiveKeyboard(QPoint at) {
   if (reply == nullptr || reply->child == XCB_NONE) throw std::runtime_error("the display has no window there");
   xcb_set_input_focus(connection_, XCB_INPUT_FOCUS_PARENT, reply->child, XCB_CURRENT_TIME);
   xcb_flush(connection_);
+}
+
+bool XDisplay::IsManaged() const {
+  constexpr std::string_view kName = "_NET_SUPPORTING_WM_CHECK";
+  const auto named = xcb_intern_atom(connection_, 0, kName.size(), kName.data());
+  const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
+      xcb_intern_atom_reply(connection_, named, nullptr), &std::free);
+  if (atom == nullptr) return false;
+  const auto asked = xcb_get_property(connection_, 0, root_, atom->atom, XCB_ATOM_WINDOW, 0, 1);
+  const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
+      xcb_get_property_reply(connection_, asked, nullptr), &std::free);
+  return reply != nullptr && xcb_get_property_value_length(reply.get()) > 0;
+}
+
+void XDisplay::Manage(const std::string& program) {
+  constexpr auto kLimit = std::chrono::seconds(60);
+  {
+    // What whoever runs the test has set up for himself is no matter.
+    const TempFolder nobodys;
+    const Variable display("DISPLAY", name_);
+    const Variable home("HOME", nobodys.Path().string());
+    const Variable settings("XDG_CONFIG_HOME", nobodys.Path().string());
+    manager_.emplace(std::vector<std::string>{program});
+    for (const auto deadline = std::chrono::steady_clock::now() + kLimit; !IsManaged();) {
+      if (std::chrono::steady_clock::now() > deadline) throw std::runtime_error(program + " manages no windows");
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+  }
+}
+
+std::set<std::uint32_t> XDisplay::WindowsSeen(QRect area) const {
+  constexpr int kStep = 16;
+  std::set<std::uint32_t> seen;
+  for (int y = area.top(); y <= area.bottom(); y += kStep) {
+    for (int x = area.left(); x <= area.right(); x += kStep) {
+      const auto asked = xcb_translate_coordinates(connection_, root_, root_, static_cast<std::int16_t>(x),
+                                                   static_cast<std::int16_t>(y));
+      const std::unique_ptr<xcb_translate_coordinates_reply_t, decltype(&std::free)> reply(
+          xcb_translate_coordinates_reply(connection_, asked, nullptr), &std::free);
+      if (reply == nullptr) throw std::runtime_error("the display tells no windows");
+      seen.insert(reply->child);
+    }
+  }
+  return seen;
 }
 
 void XDisplay::Type(std::string_view keys) {

@@ -2,6 +2,8 @@
 
 #include <QImage>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -31,6 +33,11 @@ class XDisplay {
   void Type(std::string_view keys);
   void MoveMouse(QPoint to);
   void Click(QPoint at);
+  /// Starts a window manager and waits until it has taken over. It goes with the display.
+  /// @throws std::runtime_error when it does not.
+  void Manage(const std::string& program);
+  /// The windows that are seen within that rectangle, each with the frame that a manager has put around it.
+  [[nodiscard]] std::set<std::uint32_t> WindowsSeen(QRect area) const;
   /// What stands on the display within that rectangle.
   [[nodiscard]] QImage Shown(QRect area) const;
 
@@ -40,7 +47,10 @@ class XDisplay {
  private:
   void Fake(int event, int detail, QPoint at);
 
+  [[nodiscard]] bool IsManaged() const;
+
   Child server_;
+  std::optional<Child> manager_;
   std::string name_;
   xcb_connection_t* connection_;
   std::uint32_t root_ = 0;

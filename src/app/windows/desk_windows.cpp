@@ -102,6 +102,10 @@ DeskWindows::DeskWindows(EventLoop& loop, Desk& desk) : loop_(loop), desk_(desk)
   desk.closed.Connect([this](Desk::Id id) { open_.erase(id); });
 }
 
+void DeskWindows::Raise() {
+  for (const auto& [id, dialog] : open_) dialog->raise();
+}
+
 void DeskWindows::Open(const Desk::OpenBox& open) {
   if (abandoned_) return;
   auto box = std::make_unique<QMessageBox>(QApplication::activeWindow());

@@ -70,13 +70,36 @@ void FrontEnd::Follow(const PanelLayout& layout) {
     if (window == nullptr) window = &Make(layout);
     if (placed_.insert(window).second) Place(*window, *layout.panel);
   }
-  if (window != nullptr) window->FollowPanel();
+  if (window == nullptr) return;
+  const bool wasVisible = window->isVisible();
+  window->FollowPanel();
+  if (!layout.panel->Visible() || layout.panel->TakesKeyboard()) {
+    broughtUp_.erase(window);
+  } else if (IsVerdict(*layout.panel)) {
+    PutAwayWhatRunsLeft();
+  } else if (!wasVisible) {
+    broughtUp_.insert(window);
+  }
+  KeepInFront();
+}
+
+bool FrontEnd::IsVerdict(const Panel& panel) const { return &panel == &panels_.fail || &panel == &panels_.pass; }
+
+void FrontEnd::PutAwayWhatRunsLeft() {
+  for (PanelWindow* window : broughtUp_) window->lower();
+}
+
+void FrontEnd::KeepInFront() {
+  for (const Panel* verdict : {static_cast<Panel*>(&panels_.fail), static_cast<Panel*>(&panels_.pass)}) {
+    if (PanelWindow* window = WindowOf(*verdict); window != nullptr && window->isVisible()) window->raise();
+  }
+  deskWindows_.Raise();
 }
 
 PanelWindow& FrontEnd::Make(const PanelLayout& layout) {
   auto& window = windows_[layout.panel];
   window = std::make_unique<PanelWindow>(*layout.panel, layout.layout, hands_, ViewsOf(*layout.panel));
-  const bool isVerdict = layout.panel == &panels_.fail || layout.panel == &panels_.pass;
+  const bool isVerdict = IsVerdict(*layout.panel);
   const auto& below = layout.panel == &panels_.main ? belowMain : isVerdict ? belowVerdict : nullptr;
   if (below) window->statusBar()->addWidget(below(window.get()), 1);
   if (isVerdict) StandInFront(*window);
@@ -87,7 +110,7 @@ void FrontEnd::Place(PanelWindow& window, const Panel& panel) {
   constexpr int kStep = 36;
   const QRect room = window.screen()->availableGeometry();
   QRect place(QPoint(), window.size().boundedTo(room.size()));
-  if (&panel == &panels_.fail || &panel == &panels_.pass) {
+  if (IsVerdict(panel)) {
     place.moveCenter(room.center());
   } else {
     place.moveTopLeft(room.topLeft() + QPoint(kStep, kStep) * static_cast<int>(placed_.size() - 1));

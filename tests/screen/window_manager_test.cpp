@@ -1,0 +1,83 @@
+// Boxes and verdicts in front of all else, whoever manages the windows, and with nobody who does.
+
+#include <unistd.h>
+
+#include <chrono>
+#include <thread>
+
+#include "screen/road_on_screen.h"
+
+namespace orvane::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct Manager {
+  const char* name;
+  /// Empty for none.
+  const char* program;
+};
+
+class Managed : public RoadOnScreen, public testing::WithParamInterface<Manager> {
+ protected:
+  void SetUp() override {
+    RoadOnScreen::SetUp();
+    const std::string program = GetParam().program;
+    if (IsSkipped() || program.empty()) return;
+    if (::access(program.c_str(), X_OK) != 0) GTEST_SKIP() << program << " is not installed (Debian: " << GetParam().name << ").";
+    display_->Manage(program);
+  }
+
+  /// Nothing lies over that window, now and for a while: a manager takes its time.
+  void ExpectInFront(const ScreenStation& station, const std::string& window) const {
+    constexpr int kGlances = 10;
+    const auto deadline = std::chrono::steady_clock::now() + 20s;
+    for (int glance = 0; glance < kGlances;) {
+      const bool isWhole = display_->WindowsSeen(station.Await(window).area).size() == 1;
+      glance = isWhole ? glance + 1 : 0;
+      if (std::chrono::steady_clock::now() > deadline) {
+        ADD_FAILURE() << window << " is covered";
+        return;
+      }
+      std::this_thread::sleep_for(20ms);
+    }
+  }
+};
+
+TEST_P(Managed, APassIsInFrontAndTheNextUnitsButtonIsFreeBehindIt) {
+  ScreenStation station(*display_, {"--automation", "stdio", "--bench", "virtual:seed=7"});
+  station.InitializeAll();
+  ExpectPicture(station, "frmFailPass", "pass");
+  EXPECT_EQ(station.Port().Await("verdict")["complete"], true);
+  station.Port().AwaitState("SerialPortState", false);
+  ExpectInFront(station, "frmFailPass");
+  // Somebody clicks on a window beside it.
+  display_->Click(station.Await("OrvaneMain").area.topLeft() + QPoint(12, 12));
+  ExpectInFront(station, "frmFailPass");
+  ExpectPicture(station, "frmFailPass", "pass");
+
+  station.Click("frmFailPass/Command1");
+  station.AwaitGone("frmFailPass");
+  EXPECT_TRUE(station.Port().Get("frmBaseBand.cmdBaseBandClose")["visible"]);
+  (void)station.AwaitEnabled("OrvaneMain/cmdTargetInitialize");
+}
+
+TEST_P(Managed, EachBoxOfARunAndItsFailAreInFront) {
+  ScreenStation station(*display_, {"--automation", "stdio", "--bench", "virtual:seed=7,fault=battery"});
+  station.InitializeAll();
+  EXPECT_GT(AnswerBoxesUntil("frmFail", station, [&] { ExpectInFront(station, "box"); }), 0);
+  EXPECT_EQ(station.Port().Await("verdict")["result"], "FAIL");
+  ExpectInFront(station, "frmFail");
+  ExpectPicture(station, "frmFail", "fail");
+  station.Click("OrvaneMain/cmdExit");
+  (void)station.Await("box/Cancel");
+  ExpectInFront(station, "box");
+}
+
+INSTANTIATE_TEST_SUITE_P(Screen, Managed,
+                         testing::Values(Manager{"none", ""}, Manager{"openbox", "/usr/bin/openbox"},
+                                         Manager{"icewm", "/usr/bin/icewm"}),
+                         [](const auto& manager) { return std::string(manager.param.name); });
+
+}  // namespace
+}  // namespace orvane::test
