@@ -18,6 +18,11 @@ struct Manager {
   const char* program;
 };
 
+constexpr Manager kManagers[] = {
+    {"none", ""}, {"openbox", "/usr/bin/openbox"}, {"icewm", "/usr/bin/icewm"}};
+
+std::string NameOf(const testing::TestParamInfo<Manager>& manager) { return manager.param.name; }
+
 class Managed : public RoadOnScreen, public testing::WithParamInterface<Manager> {
  protected:
   void SetUp() override {
@@ -74,10 +79,49 @@ TEST_P(Managed, EachBoxOfARunAndItsFailAreInFront) {
   ExpectInFront(station, "box");
 }
 
+/// On the smallest screen that a station has.
+class ManagedOnASmallScreen : public Managed {
+ protected:
+  void SetUp() override {
+    Managed::SetUp();
+    if (IsSkipped()) return;
+    display_.emplace(kScreen.size());
+    if (*GetParam().program != '\0') display_->Manage(GetParam().program);
+  }
+  static void ExpectOnScreen(const ScreenStation& station, const std::string& widget) {
+    const QRect place = station.Await(widget).area;
+    EXPECT_TRUE(kScreen.contains(place)) << widget << " ends at " << place.right() << ", " << place.bottom();
+  }
+  static constexpr QRect kScreen{0, 0, 1280, 720};
+};
+
+TEST_P(ManagedOnASmallScreen, EveryWindowThatIsOpenedHasItsCloseThere) {
+  ScreenStation station(*display_, {"--automation", "stdio", "--bench", "virtual:seed=7"});
+  for (const auto& [panel, close] : std::vector<std::pair<std::string, std::string>>{
+           {"frmAutoCal", "cmdAutoCalClose"}, {"frmBaseBand", "cmdBaseBandClose"}, {"frmMPAutoCal", "cmdMPAutoCalClose"}}) {
+    (void)station.Port().Ask("show", {{"panel", panel}});
+    ExpectOnScreen(station, panel + "/" + close);
+    station.Click(panel + "/" + close);
+    station.AwaitGone(panel);
+  }
+}
+
+TEST_P(ManagedOnASmallScreen, AnAmberVerdictIsThereWithItsButton) {
+  ScreenStation station(*display_, {"--automation", "stdio", "--bench", "virtual:seed=7"});
+  station.Click("OrvaneMain/cmdTargetInitialize");
+  EXPECT_GT(AnswerBoxesUntil("frmFailPass", station), 0);
+  station.Port().AwaitState("SerialPortState", false);
+  ExpectPicture(station, "frmFailPass", "not measured");
+  ExpectOnScreen(station, "frmFailPass");
+  ExpectOnScreen(station, "frmFailPass/Command1");
+  ExpectOnScreen(station, "frmFailPass/lstIncomplete");
+  station.Click("frmFailPass/Command1");
+  station.AwaitGone("frmFailPass");
+}
+
+INSTANTIATE_TEST_SUITE_P(Screen, ManagedOnASmallScreen, testing::ValuesIn(kManagers), &NameOf);
 INSTANTIATE_TEST_SUITE_P(Screen, Managed,
-                         testing::Values(Manager{"none", ""}, Manager{"openbox", "/usr/bin/openbox"},
-                                         Manager{"icewm", "/usr/bin/icewm"}),
-                         [](const auto& manager) { return std::string(manager.param.name); });
+testing::ValuesIn(kManagers), &NameOf);
 
 }  // namespace
 }  // namespace orvane::test

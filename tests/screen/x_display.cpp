@@ -26,8 +26,9 @@ std::string FirstLineOf(Child& server) {
 
 bool XDisplay::Installed() { return ::access(kServer, X_OK) == 0; }
 
-XDisplay::XDisplay()
-    : server_({kServer, "-displayfd", "1", "-screen", "0", "1600x1200x24", "-nolisten", "tcp"}),
+XDisplay::XDisplay(QSize size)
+    : server_({kServer, "-displayfd", "1", "-screen", "0",
+               std::to_string(size.width()) + "x" + std::to_string(size.height()) + "x24", "-nolisten", "tcp"}),
       name_(":" + FirstLineOf(server_)),
       connection_(xcb_connect(name_.c_str(), nullptr)) {
   if (xcb_connection_has_error(connection_) != 0) throw std::runtime_error("no connection to " + name_);

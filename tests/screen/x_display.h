@@ -17,7 +17,7 @@ namespace orvane::test {
 class XDisplay {
  public:
   /// @throws std::runtime_error when the server does not start.
-  XDisplay();
+  explicit XDisplay(QSize size = {1600, 1200});
   XDisplay(const XDisplay&) = delete;
   XDisplay& operator=(const XDisplay&) = delete;
   ~XDisplay();
