@@ -63,14 +63,13 @@ int RoadOnScreen::AnswerBoxesUntil(const std::string& window, ScreenStation& sta
 }
 
 void RoadOnScreen::ExpectPicture(const ScreenStation& station, const std::string& window, const std::string& name) {
-  const ScreenStation::Place place = station.Await(window + "/Image1");
-  // What is behind its exposure may still be on its way to the screen.
-  QImage seen = station.Shown(place);
+  // What is behind its exposure may still be on its way to the screen, and the window on its way to its place.
+  const auto look = [&] { return station.Shown(station.Await(window + "/Image1")); };
+  QImage seen = look();
   constexpr double kAlike = 4;
   constexpr double kUnlike = 40;
   for (int glance = 0; glance < 200 && Difference(seen, Drawn(name, seen.size())) > kAlike; ++glance) {
-    (void)station.Find(window);
-    seen = station.Shown(place);
+    seen = look();
   }
   for (const std::string other : {"pass", "fail", "out of tolerance", "not measured"}) {
     const double difference = Difference(seen, Drawn(other, seen.size()));

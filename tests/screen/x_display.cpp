@@ -4,6 +4,7 @@
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <stdexcept>
@@ -98,6 +99,22 @@ std::set<std::uint32_t> XDisplay::WindowsSeen(QRect area) const {
     }
   }
   return seen;
+}
+
+void XDisplay::Cover(QRect area) {
+  constexpr std::array<std::uint32_t, 2> kBlackAndByItself{0, 1};
+  cover_ = xcb_generate_id(connection_);
+  xcb_create_window(connection_, XCB_COPY_FROM_PARENT, cover_, root_, static_cast<std::int16_t>(area.x()),
+                    static_cast<std::int16_t>(area.y()), static_cast<std::uint16_t>(area.width()),
+                    static_cast<std::uint16_t>(area.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                    XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, kBlackAndByItself.data());
+  xcb_map_window(connection_, cover_);
+  xcb_flush(connection_);
+}
+
+void XDisplay::Uncover() {
+  xcb_destroy_window(connection_, cover_);
+  xcb_flush(connection_);
 }
 
 void XDisplay::Type(std::string_view keys) {

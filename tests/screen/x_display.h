@@ -38,6 +38,9 @@ class XDisplay {
   void Manage(const std::string& program);
   /// The windows that are seen within that rectangle, each with the frame that a manager has put around it.
   [[nodiscard]] std::set<std::uint32_t> WindowsSeen(QRect area) const;
+  /// Puts a window of nobody's over all others there, until it is taken away.
+  void Cover(QRect area);
+  void Uncover();
   /// What stands on the display within that rectangle.
   [[nodiscard]] QImage Shown(QRect area) const;
 
@@ -54,6 +57,7 @@ class XDisplay {
   std::string name_;
   xcb_connection_t* connection_;
   std::uint32_t root_ = 0;
+  std::uint32_t cover_ = 0;
 };
 
 }  // namespace orvane::test
