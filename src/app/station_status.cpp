@@ -169,6 +169,13 @@ std::optional<StationStatus::Progress> StationStatus::Transfer() const {
   return Progress{bar.Value(), bar.Max()};
 }
 
+std::string_view StationStatus::InstrumentAt(Integer address) const {
+  const std::string text = std::to_string(address);
+  if (panels_.main.cboPrimaryAddress.Text() == text) return "test set";
+  if (panels_.baseBand.supply.primAddress.Text() == text) return "supply";
+  return panels_.baseBand.load.primAddress.Text() == text ? "load" : "instrument";
+}
+
 std::string MinutesText(TimePoint span) {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(span).count();
   const std::string rest = std::to_string(seconds % 60);

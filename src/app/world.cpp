@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <iostream>
-#include <thread>
 #include <utility>
 
 #include "base/failure.h"
@@ -35,11 +34,9 @@ World::World(const Options& options)
     : desk(loop, fs::current_path()),
       files_(options.systemFolder.value_or(DataFolder()), options.tempFolder.value_or(UserTempFolder())),
       line_(loop, options.com),
-      bus_(options.gpib) {
-  if (options.bench) {
-    const auto block = [](TimePoint span) { std::this_thread::sleep_for(span); };
-    bench_ = std::make_unique<bench::VirtualBench>(loop, block, *options.bench);
-  }
+      bus_(options.gpib, &waits_),
+      bench_(MakeBench(options)),
+      waitedBus_(bench_ ? bench_->Bus() : bus_, waits_) {
   if (options.trace) traced_.emplace(loop, *options.trace, Serial(), Bus());
   if (options.records) recorded_.emplace(PlainPorts());
   if (!options.share.addresses.empty()) shared_.emplace(Ports().bus, loop, options.share, options.station);
@@ -49,6 +46,12 @@ StationPorts World::Ports() {
   const StationPorts ports = recorded_ ? recorded_->Ports() : PlainPorts();
   if (!shared_) return ports;
   return {ports.loop, ports.mscomTarget, *shared_, ports.files, ports.boxes, ports.dialogs};
+}
+
+std::unique_ptr<bench::VirtualBench> World::MakeBench(const Options& options) {
+  if (!options.bench) return nullptr;
+  return std::make_unique<bench::VirtualBench>(
+      loop, [this](TimePoint span) { waits_.Sleep(span); }, *options.bench);
 }
 
 World::TracedWires::TracedWires(EventLoop& loop, const std::string& path, SerialControl& plainLine, GpibBus& plainBus)
@@ -66,8 +69,7 @@ SerialControl& World::Serial() {
 
 GpibBus& World::Bus() {
   if (traced_) return traced_->bus;
-  if (bench_) return bench_->Bus();
-  return bus_;
+  return waitedBus_;
 }
 
 void World::Share(Station& station) {

@@ -7,6 +7,7 @@
 
 #include "adapters/disk_files.h"
 #include "adapters/gpib/gpib_routes.h"
+#include "adapters/gpib/long_waits.h"
 #include "adapters/qt_event_loop.h"
 #include "adapters/qt_serial_control.h"
 #include "app/command_line.h"
@@ -42,6 +43,9 @@ class World {
   /// How long was waited for such instruments since this was asked last.
   [[nodiscard]] TimePoint TakeWaited() { return shared_ ? shared_->TakeWaited() : TimePoint{0}; }
 
+  /// The instruments that keep the station waiting.
+  [[nodiscard]] LongWaits& Waits() { return waits_; }
+
   QtEventLoop loop;
   Desk desk;
 
@@ -55,13 +59,16 @@ class World {
   };
 
   [[nodiscard]] StationPorts PlainPorts() { return {loop, Serial(), Bus(), files_, desk, desk}; }
+  [[nodiscard]] std::unique_ptr<bench::VirtualBench> MakeBench(const Options& options);
   [[nodiscard]] SerialControl& Serial();
   [[nodiscard]] GpibBus& Bus();
 
   DiskFiles files_;
   QtSerialControl line_;
+  LongWaits waits_;
   RoutedGpibBus bus_;
   std::unique_ptr<bench::VirtualBench> bench_;
+  WaitedBus waitedBus_;
   std::optional<TracedWires> traced_;
   std::optional<RecordedPorts> recorded_;
   /// Outermost: what a message waits for its instrument is no time of that instrument.

@@ -33,11 +33,11 @@ auto RouteSession::Guarded(const Message& message) {
 }
 
 void RouteSession::Write(std::string_view text, TimePoint timeOut) {
-  Guarded([&] { Send(text, Deadline(timeOut)); });
+  Guarded([&] { Send(text, Deadline(timeOut, waits_)); });
 }
 
 std::string RouteSession::Read(std::size_t size, TimePoint timeOut) {
-  return Guarded([&] { return Receive(size, Deadline(timeOut)); });
+  return Guarded([&] { return Receive(size, Deadline(timeOut, waits_)); });
 }
 
 bool RouteSession::TryLock() {
@@ -55,7 +55,7 @@ void RouteSession::Unlock() {
 }
 
 void RouteSession::Local() {
-  Guarded([&] { GoLocal(Deadline(kFarewell)); });
+  Guarded([&] { GoLocal(Deadline(kFarewell, waits_)); });
   HangUp();
 }
 

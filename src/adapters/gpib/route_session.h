@@ -25,6 +25,8 @@ class RouteFailure : public TextFailure {
 /// session fails at once; the next Configure opens a new one.
 class RouteSession : public GpibSession {
  public:
+  /// Whom its waits are told; nobody before this.
+  void TellWaitsTo(const LongWaits* waits) { waits_ = waits; }
   void Write(std::string_view text, TimePoint timeOut) final;
   [[nodiscard]] std::string Read(std::size_t size, TimePoint timeOut) final;
   void Local() final;
@@ -55,6 +57,7 @@ class RouteSession : public GpibSession {
   auto Guarded(const Message& message);
 
   std::string name_;
+  const LongWaits* waits_ = nullptr;
   /// What ended the session, if something did.
   std::string ended_;
 };

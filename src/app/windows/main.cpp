@@ -30,9 +30,10 @@ struct Windows {
       strip->AddField(new orvane::SerialField(program.TheUnit(), strip));
       orvane::ShowInTitle(program.TheUnit(), *frontEnd.WindowOf(program.TheStation().Panels().main));
       if (records) records->AddTo(*strip);
-      strip->AddAtEnd(new orvane::StopButton(
-          status, [this, &program] { PressStop(program); }, strip));
+      strip->AddAtEnd(new orvane::StopButton(status, frontEnd.TheHands(),
+                                             program.TheStation().Panels().autoCal.cmdAutoCalStop, strip));
       if (page) strip->AddAtEnd(ButtonToPage(strip));
+      strip->Follow(program.TheWorld().Waits());
       return strip;
     };
     if (program.TheRecords() != nullptr) {
@@ -82,11 +83,6 @@ struct Windows {
     if (page) page->Abandon();
   }
 
-  void PressStop(orvane::Program& program) {
-    frontEnd.TheHands().Do(
-        [&stop = program.TheStation().Panels().autoCal.cmdAutoCalStop](orvane::Operator& hand) { hand.Click(stop); });
-  }
-
   /// Where the records are, and the way to look at them.
   struct Records {
     Records(orvane::RecordNews& told, const std::string& store) : news(told), runs(store) {}
@@ -127,6 +123,7 @@ std::shared_ptr<void> OpenWindows(orvane::Program& program) {
   program.TheWorld().loop.onFreeTime = [&program, all = windows.get()](orvane::TimePoint until) {
     all->UseFreeTime(until, program.TheWorld().loop.Now());
   };
+  program.TheWorld().Waits().onWait = [&program] { program.TheWorld().loop.ServeWindows(); };
   program.TheWorld().loop.onDisplayGone = [&program, all = windows.get()] {
     all->Abandon();
     program.GoOnWithoutScreen();
