@@ -56,6 +56,8 @@ struct Options {
   bool askSerial = false;
   /// Read back what a save wrote to the Target's EEPROM.
   bool verifyEeprom = false;
+  /// Switch supply and load off behind a run without PASS, and at the station's end.
+  bool safeOff = false;
 
   /// The SHA-256 that installed data files have to have, by name.
   TableDigests tables;

@@ -5,6 +5,8 @@
 #include "adapters/sha256.h"
 #include "app/automation/state_reader.h"
 #include "app/route_text.h"
+#include "app/safe_off/bench_off_hand.h"
+#include "app/safe_off/off_process.h"
 
 namespace orvane {
 namespace {
@@ -26,7 +28,9 @@ std::unique_ptr<ListeningSocket> SocketOf(const Options& options) {
   }
 }
 
-StationWishes WishesOf(const Options& options) { return {options.tables, &Sha256Of, options.verifyEeprom}; }
+StationWishes WishesOf(const Options& options) {
+  return {options.tables, &Sha256Of, options.verifyEeprom, options.safeOff};
+}
 
 }  // namespace
 
@@ -45,10 +49,14 @@ Program::Program(const Options& options)
              station_.Panels().All(),
              [this](std::string_view name) { return ReadState(station_.State(), name); },
              {&station_.Panels().autoCal.cmdAutoCalStop},
-             [this] { return Gathering(station_.State().reply); }}) {
+             [this] { return Gathering(station_.State().reply); },
+             [this] { return safeOff_ && safeOff_->UnderWay(); }}) {
   world_.Watch(station_.Nest());
   unit_.Follow(station_.Panels());
-  station_.Nest().refusal = [this](const Control& button) { return SerialRefusal(unit_, station_.Panels(), button); };
+  station_.Nest().refusal = [this](const Control& button) {
+    const auto why = safeOff_ ? safeOff_->Refusal(button) : std::nullopt;
+    return why ? why : SerialRefusal(unit_, station_.Panels(), button);
+  };
   const bool outputIsFree = !std::holds_alternative<StdioAutomation>(options.automation);
   if (options.headless && !Automated()) world_.desk.LeaveUnattended(std::cerr);
   if (options.headless && outputIsFree) {
@@ -61,6 +69,7 @@ Program::Program(const Options& options)
   station_.State().charger.faults.told.Connect(
       [](const GpibFault& fault) { std::cerr << "orvane: " << OneLine(fault.text) << std::endl; });
   KeepRecords();
+  KeepSafe();
   OpenAutomation();
 }
 
@@ -69,6 +78,24 @@ void Program::KeepRecords() {
   records_.emplace(options_, world_.loop, *world_.Recorder(), station_, unit_);
   records_->onKept = [this](const Kept& kept) { TellKept(kept); };
   station_.State().report.runBegan.Connect([this](RunKind) { recordNews_.Forget(); });
+}
+
+/// Behind all that may refuse the options: the process takes a station that is not there any more for a dead one.
+void Program::KeepSafe() {
+  if (!options_.safeOff) return;
+  if (options_.bench) {
+    offHand_ = std::make_unique<BenchOffHand>(world_.loop, world_.Bus());
+  } else {
+    auto process = std::make_unique<OffProcess>(world_.loop, options_.gpib);
+    process->onTrouble = [this](const std::string& text) {
+      std::cerr << "orvane: --safe-off: " << text << std::endl;
+    };
+    offHand_ = std::move(process);
+  }
+  safeOff_.emplace(world_.Ports(), station_, *offHand_, [this] { world_.LetBusGo(); });
+  if (!records_) return;
+  records_->waits = [this] { return safeOff_->UnderWay(); };
+  safeOff_->onAnswered = [this](const std::string& notOff) { records_->GoOn(notOff); };
 }
 
 void Program::TellKept(const Kept& kept) {
@@ -96,6 +123,7 @@ int Program::Run() {
     Serve();
   } catch (const StationEnded&) {
   }
+  if (safeOff_) safeOff_->EndOfStation(!options_.headless || !Automated());
   if (records_) records_->Finish();
   port_.TellExit();
   if (abandoned_) return runBegan_ ? VerdictStatus() : kNoWindows;

@@ -10,6 +10,7 @@
 #include "app/keeping/record_news.h"
 #include "app/keeping/station_records.h"
 #include "app/narrator.h"
+#include "app/safe_off/station_safe_off.h"
 #include "app/station.h"
 #include "app/unit_identity.h"
 #include "app/world.h"
@@ -49,6 +50,7 @@ class Program {
   void EndBehindWhatIsUnderWay();
   void OpenAutomation();
   void KeepRecords();
+  void KeepSafe();
   /// What became of a record, to everybody who looks on.
   void TellKept(const Kept& kept);
   void Serve();
@@ -71,6 +73,8 @@ class Program {
   std::optional<Narrator> narrator_;
   RecordNews recordNews_;
   std::optional<StationRecords> records_;
+  std::unique_ptr<OffHand> offHand_;
+  std::optional<SafeOff> safeOff_;
   std::variant<std::monostate, std::unique_ptr<StdioTransport>, std::unique_ptr<UnixSocketTransport>> transport_;
 };
 

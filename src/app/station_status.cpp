@@ -95,7 +95,8 @@ StationStatus::Link StationStatus::LinkState() const {
 
 std::string StationStatus::Stage() const {
   const auto& fault = state_.charger.faults.Last();
-  return StageOfRun() + (fault ? "; " + fault->text : "");
+  const std::string& notOff = state_.charger.notOff;
+  return StageOfRun() + (fault ? "; " + fault->text : "") + (notOff.empty() ? "" : "; " + notOff);
 }
 
 std::string_view StationStatus::StopWords() const {

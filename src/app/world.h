@@ -32,6 +32,10 @@ class World {
   /// From now on a device that vanishes ends what the station is doing, with a box that says so; and the trace has
   /// every failure that stops an operation.
   void Watch(OperationNest& nest);
+  /// The bus that the instruments hang on, or the bench's, with a trace of what passes.
+  [[nodiscard]] GpibBus& Bus();
+  /// Leaves what their routes hold for one client only to somebody else.
+  void LetBusGo() { bus_.LetGo(); }
 
   QtEventLoop loop;
   Desk desk;
@@ -47,7 +51,6 @@ class World {
 
   [[nodiscard]] StationPorts PlainPorts() { return {loop, Serial(), Bus(), files_, desk, desk}; }
   [[nodiscard]] SerialControl& Serial();
-  [[nodiscard]] GpibBus& Bus();
 
   DiskFiles files_;
   QtSerialControl line_;

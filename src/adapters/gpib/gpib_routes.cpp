@@ -81,6 +81,10 @@ std::string RoutedGpibBus::RouteOf(const GpibAddress& address) const {
   return RouteText(routes_.bus);
 }
 
+void RoutedGpibBus::LetGo() {
+  if (adapter_) adapter_->LetGo();
+}
+
 std::unique_ptr<GpibSession> RoutedGpibBus::OpenOnBus(const GpibAddress& address) {
   if (adapter_) return std::make_unique<AdapterSession>(address, RouteText(routes_.bus), adapter_);
   if (const auto* gateway = std::get_if<GatewayRoute>(&routes_.bus)) {

@@ -91,7 +91,22 @@ RecorderLinks StationRecords::Links() {
           [this] { return documents_.After(); },
           [this](const RunIdentity& run) { keeper_.Begin(run); },
           [this](const std::string& run, std::string bytes) { keeper_.Grow(run, std::move(bytes)); },
-          [this](RunRecord record) { keeper_.Finish(std::move(record)); }};
+          [this](RunRecord record) { Take(std::move(record)); }};
+}
+
+void StationRecords::Take(RunRecord record) {
+  if (!waits()) return keeper_.Finish(std::move(record));
+  waiting_ = std::move(record);
+}
+
+void StationRecords::GoOn(const std::string& notOff) {
+  recorder_.Flush();
+  if (!waiting_) return;
+  // Nobody has answered it yet, and the record does not wait for that.
+  if (!notOff.empty()) {
+    waiting_->boxes.push_back({std::string(kSafeOffTitle), notOff, "", waiting_->end->seconds, std::nullopt});
+  }
+  keeper_.Finish(*std::exchange(waiting_, std::nullopt));
 }
 
 RunIdentity StationRecords::IdentityOf(RunKind kind) {

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -30,6 +31,11 @@ class StationRecords {
   /// What became of a record, and any other fault of the store, with an empty `run`. As an event of the loop.
   std::function<void(const Kept& kept)> onKept;
 
+  /// Whether the record of a run that is over waits, for something that belongs into it.
+  std::function<bool()> waits = [] { return false; };
+  /// It waits no longer. `notOff`: what could not be made sure to be off behind the run; empty when nothing was.
+  void GoOn(const std::string& notOff);
+
   /// The station ends: what is not told yet is told now.
   void Finish();
 
@@ -37,6 +43,7 @@ class StationRecords {
   [[nodiscard]] RecorderLinks Links();
   [[nodiscard]] RunIdentity IdentityOf(RunKind kind);
   [[nodiscard]] KeeperWays Ways() const;
+  void Take(RunRecord record);
   /// On the keeper's thread.
   void Hear(const Kept& kept);
   void TellWhatWasHeard();
@@ -47,6 +54,7 @@ class StationRecords {
   const UnitIdentity& unit_;
   RunDocuments documents_;
   std::random_device chance_;
+  std::optional<RunRecord> waiting_;
   /// Takes the keeper's word to the station's thread.
   class Ear final : public QObject {
    public:
