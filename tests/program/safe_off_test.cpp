@@ -31,14 +31,30 @@ std::string StateOf(const WiredBench& bench) {
 constexpr const char* kOn = "supply 1, load 1";
 constexpr const char* kOff = "supply 0, load 0";
 
-/// Whether the bench is off in the end: who switches it off is nobody's child here, and cannot be waited for.
-bool GoesOff(const WiredBench& bench) {
+/// The process that switches it off for a station of this test's own, by a word of its command; 0 when there is none.
+pid_t ProcessWith(const std::string& word) {
+  for (const auto& entry : fs::directory_iterator("/proc")) {
+    const std::string command = ContentOf(entry.path() / "cmdline");
+    if (command.find("orvane-safe-off") < command.find('\0') && command.find(word) != std::string::npos) {
+      return std::stoi(entry.path().filename().string());
+    }
+  }
+  return 0;
+}
+
+/// Whether it is so in the end. Who brings it about is nobody's child here, and cannot be waited for.
+bool Comes(const std::function<bool()>& what) {
   const auto limit = std::chrono::steady_clock::now() + 60s;
-  while (StateOf(bench) != kOff) {
+  while (!what()) {
     if (std::chrono::steady_clock::now() > limit) return false;
     std::this_thread::sleep_for(20ms);
   }
   return true;
+}
+
+/// The bench goes off, and the process that did it is gone: its devices may be another bench's next.
+bool GoesOff(const WiredBench& bench, const std::string& word) {
+  return Comes([&] { return StateOf(bench) == kOff; }) && Comes([&] { return ProcessWith(word) == 0; });
 }
 
 Arguments SafeWith(WiredBench& bench, const Arguments& more = {}) {
@@ -102,7 +118,7 @@ TEST(SafeOff, AStoppedRunLeavesThemOffAndTheNextOneBeginsWithTheirInitialize) {
     Station station(With(options, {"--safe-off"}));
     station.InitializeInstruments();
     const int run = station.SendClick("OrvaneMain.cmdTargetInitialize");
-    station.AwaitState("CalMode", "TxALL");
+    station.AwaitState("DcsCalDone", true);
     EXPECT_EQ(StateOf(bench), kOn);
     station.Click("frmAutoCal.cmdAutoCalStop");
     station.AnswerTo(run);
@@ -119,6 +135,8 @@ TEST(SafeOff, AStoppedRunLeavesThemOffAndTheNextOneBeginsWithTheirInitialize) {
     const Json verdict = station.Await("verdict");
     EXPECT_EQ(verdict["result"], "PASS");
     EXPECT_EQ(verdict["complete"], true) << verdict;
+    station.Process().CloseInput();
+    EXPECT_EQ(station.Process().WaitForEnd().errors, "");
   }
 }
 
@@ -131,7 +149,7 @@ TEST(SafeOff, AStationThatIsKilledInMidRunLeavesThemOff) {
     ASSERT_TRUE(station.Says("transmitDCS ..."));
     EXPECT_EQ(StateOf(bench), kOn);
     station.Kill();
-    EXPECT_TRUE(GoesOff(bench)) << StateOf(bench);
+    EXPECT_TRUE(GoesOff(bench, options[3])) << StateOf(bench);
   }
 }
 
@@ -144,7 +162,7 @@ TEST(SafeOff, SoDoesOneThatIsKilledWithItsWholeGroupOrTerminated) {
     Child station(command);
     ASSERT_TRUE(station.Says("transmitDCS ..."));
     group ? station.KillGroup() : station.Terminate();
-    EXPECT_TRUE(GoesOff(bench)) << StateOf(bench);
+    EXPECT_TRUE(GoesOff(bench, bench.Place("supply"))) << StateOf(bench);
   }
 }
 
@@ -211,22 +229,14 @@ TEST(SafeOff, NobodyWaitsForABoxAtTheEndOfAStationThatAClientEnds) {
   Station station({"--com1", bench.Place("target"), "--instrument", "2=" + nobody, "--instrument",
                    "5=tcp:" + bench.Place("load"), "--safe-off"});
   station.answersBoxes = false;
-  station.Click("OrvaneMain.cmdExit");
+  (void)station.SendClick("OrvaneMain.cmdExit");
+  const Json question = station.Await("box");
+  (void)station.Send("answer", {{"id", question["id"]}, {"button", "OK"}});
   station.Await("exit");
+  EXPECT_EQ(station.Heard("box").size(), 1U);
   const auto end = station.Process().WaitForEnd();
   EXPECT_EQ(end.status, 0);
   EXPECT_EQ(end.errors, std::string("orvane: ") + kRefused + "\n");
-}
-
-/// The process of that command, of a station of this test's own.
-pid_t ProcessWith(const std::string& program, const std::string& word) {
-  for (const auto& entry : fs::directory_iterator("/proc")) {
-    const std::string command = ContentOf(entry.path() / "cmdline");
-    if (command.find(program) < command.find('\0') && command.find(word) != std::string::npos) {
-      return std::stoi(entry.path().filename().string());
-    }
-  }
-  return 0;
 }
 
 TEST(SafeOff, AProcessForItThatIsKilledIsStartedAnew) {
@@ -234,20 +244,16 @@ TEST(SafeOff, AProcessForItThatIsKilledIsStartedAnew) {
   Station station(SafeWith(bench));
   station.InitializeInstruments();
   const std::string ofThisBench = "2=tcp:" + bench.Place("supply");
-  const pid_t first = ProcessWith("orvane-safe-off", ofThisBench);
+  const pid_t first = ProcessWith(ofThisBench);
   ASSERT_GT(first, 0);
   ASSERT_EQ(::kill(first, SIGKILL), 0);
-  pid_t second = first;
-  for (const auto limit = std::chrono::steady_clock::now() + 60s;
-       (second == first || second == 0) && std::chrono::steady_clock::now() < limit;) {
-    std::this_thread::sleep_for(20ms);
-    second = ProcessWith("orvane-safe-off", ofThisBench);
-  }
-  ASSERT_GT(second, 0);
-  EXPECT_NE(second, first);
+  ASSERT_TRUE(Comes([&] {
+    const pid_t second = ProcessWith(ofThisBench);
+    return second != 0 && second != first;
+  }));
   EXPECT_EQ(StateOf(bench), kOn) << "the station lives";
   station.Process().Kill();
-  EXPECT_TRUE(GoesOff(bench));
+  EXPECT_TRUE(GoesOff(bench, ofThisBench));
 }
 
 TEST(SafeOff, OnTheEmbeddedBenchTheStationDoesItItself) {

@@ -118,10 +118,8 @@ TEST_F(StationSafeOff, ARunThatAFailureEndsAndOneThatIsStoppedHaveItSwitchedOff)
 
   Start();
   auto& autoCal = station_->Panels().autoCal;
-  station_->State().report.entered.Connect([&](RunStep step) {
-    if (step == RunStep::TransmitDcs) {
-      station_->loop.Post([&] { station_->op.Click(autoCal.cmdAutoCalStop); });
-    }
+  station_->State().searchTrail.passed.Connect([&, asked = false](const SearchPass&) mutable {
+    if (!std::exchange(asked, true)) station_->loop.Post([&] { station_->op.Click(autoCal.cmdAutoCalStop); });
   });
   EXPECT_FALSE(station_->TakeTargetThrough());
   Turn();
