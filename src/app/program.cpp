@@ -95,6 +95,7 @@ void Program::KeepSafe() {
   safeOff_.emplace(world_.Ports(), station_, *offHand_, [this] { world_.LetBusGo(); });
   if (!records_) return;
   records_->waits = [this] { return safeOff_->UnderWay(); };
+  records_->onNoteFile = [this](const std::string& file) { offHand_->Note(file); };
   safeOff_->onAnswered = [this](const std::string& notOff) { records_->GoOn(notOff); };
 }
 

@@ -7,6 +7,7 @@ namespace orvane {
 namespace {
 
 constexpr char kBetween = '\t';
+constexpr std::string_view kNote = "note ";
 
 std::string PlaceText(const std::optional<GpibAddress>& place) {
   if (!place) return " none";
@@ -48,6 +49,7 @@ std::string LineOf(const OffWord& word) {
   if (const auto* move = std::get_if<OffMove>(&word)) {
     return "places" + PlaceText(move->places.supply) + PlaceText(move->places.load) + "\n";
   }
+  if (const auto* note = std::get_if<OffNote>(&word)) return std::string(kNote) + note->file + "\n";
   if (const auto* order = std::get_if<OffOrder>(&word)) return "off " + std::to_string(order->number) + "\n";
   return "farewell\n";
 }
@@ -58,6 +60,7 @@ std::string LineOf(const OffAnswer& answer) {
 }
 
 std::optional<OffWord> OffWordOf(const std::string& line) {
+  if (line.starts_with(kNote)) return OffNote{line.substr(kNote.size())};
   std::istringstream words(line);
   std::string what;
   words >> what;

@@ -45,13 +45,18 @@ struct NotOff {
 struct OffMove {
   OffPlaces places;
 };
+/// Where what is not sure is to be written down, should the station die from now on: a file, which becomes part of
+/// the record of the run that is under way. Empty where there is none.
+struct OffNote {
+  std::string file;
+};
 /// To be done now, and answered under this number.
 struct OffOrder {
   long number = 0;
 };
 /// The station has ended, and nothing is left to be done.
 struct OffFarewell {};
-using OffWord = std::variant<OffMove, OffOrder, OffFarewell>;
+using OffWord = std::variant<OffMove, OffNote, OffOrder, OffFarewell>;
 
 struct OffAnswer {
   long number = 0;

@@ -83,6 +83,7 @@ operator = "김"
 part = "T9300"
 askserial = true
 verify_eeprom = true
+safe_off = true
 headless = true
 initialize = true
 [instrument]
@@ -270,6 +271,7 @@ station = "Line 3"
 operator = "김 <b>"
 ask_serial = true
 verify_eeprom = true
+safe_off = true
 [instrument]
 1 = "tcp:bench7:5025"
 [tag]

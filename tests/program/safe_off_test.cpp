@@ -166,9 +166,11 @@ TEST(SafeOff, SoDoesOneThatIsKilledWithItsWholeGroupOrTerminated) {
   }
 }
 
-TEST(SafeOff, WhatCouldNotBeMadeSureBehindAKillIsOnStandardErrorAllTheSame) {
+TEST(SafeOff, WhatCouldNotBeMadeSureBehindAKillIsOnStandardErrorAndInTheRecordAllTheSame) {
+  const TempFolder folder;
+  const std::string store = "sqlite:" + (folder / "records.sqlite");
   WiredBench bench({"--fault", "supply-absent@5"});
-  Child station(Orvane(SafeWith(bench, {"--initialize"})));
+  Child station(Orvane(SafeWith(bench, {"--initialize", "--records", store})));
   ASSERT_TRUE(station.Says("charger ..."));
   station.Terminate();
   // Both hold the standard error.
@@ -176,6 +178,18 @@ TEST(SafeOff, WhatCouldNotBeMadeSureBehindAKillIsOnStandardErrorAllTheSame) {
   EXPECT_EQ(end.status, -SIGTERM);
   EXPECT_THAT(end.errors, HasSubstr(std::string("orvane-safe-off: ") + kRefused + "\n"));
   EXPECT_EQ(bench.Ask("load", "INPUT?"), "0");
+
+  EXPECT_EQ(RunOrvane({"--bench", "virtual", "--initialize", "--records", store}).status, 0);
+  const auto records = OpenStore(store);
+  const auto runs = records->List({});
+  ASSERT_EQ(runs.size(), 2U);
+  const auto killed = records->Load(runs.back().identity.id);
+  ASSERT_TRUE(killed && killed->end);
+  EXPECT_EQ(killed->end->ending, Ending::Abandoned);
+  ASSERT_EQ(killed->boxes.size(), 1U);
+  EXPECT_EQ(killed->boxes.front().title, "Safe-off");
+  EXPECT_EQ(killed->boxes.front().text, kRefused);
+  EXPECT_TRUE(fs::is_empty(folder / "spool")) << "nothing is left beside the store";
 }
 
 TEST(SafeOff, WhatCouldNotBeMadeSureIsInABoxOnStandardErrorAndInTheRecord) {

@@ -18,12 +18,15 @@ TEST(OffWords, AreLinesThatAreReadAsTheyWereMeant) {
   EXPECT_EQ(LineOf(OffWord(OffMove{{GpibAddress{1, 9, 97}, std::nullopt}})), "places 1 9 97 none\n");
   EXPECT_EQ(LineOf(OffWord(OffOrder{7})), "off 7\n");
   EXPECT_EQ(LineOf(OffWord(OffFarewell{})), "farewell\n");
+  EXPECT_EQ(LineOf(OffWord(OffNote{"/a b/c"})), "note /a b/c\n");
 
   EXPECT_EQ(Heard<OffMove>("places 0 2 0 0 5 0").places, kUsualOffPlaces);
   EXPECT_EQ(Heard<OffMove>("places 1 9 97 none").places, (OffPlaces{GpibAddress{1, 9, 97}, std::nullopt}));
   EXPECT_EQ(Heard<OffMove>("places none none").places, OffPlaces{});
   EXPECT_EQ(Heard<OffOrder>("off 7").number, 7);
   (void)Heard<OffFarewell>("farewell");
+  EXPECT_EQ(Heard<OffNote>("note /a b/c").file, "/a b/c");
+  EXPECT_EQ(Heard<OffNote>("note ").file, "");
 }
 
 TEST(OffWords, ThatAreNoneAreNotTakenForAnything) {

@@ -22,6 +22,7 @@ using testing::Not;
 class ScriptedHand final : public OffHand {
  public:
   void Tell(const OffPlaces& places) override { told.push_back(places); }
+  void Note(const std::string& /*file*/) override {}
   void SwitchOff(std::function<void(const OffOutcome&)> answered) override {
     ++orders;
     answered_ = std::move(answered);

@@ -36,6 +36,10 @@ class StationRecords {
   /// It waits no longer. `notOff`: what could not be made sure to be off behind the run; empty when nothing was.
   void GoOn(const std::string& notOff);
 
+  /// Who outlives the station is told, as a run begins, of the file in which something can be left for its record,
+  /// and behind it of none.
+  std::function<void(const std::string& file)> onNoteFile = [](const std::string&) {};
+
   /// The station ends: what is not told yet is told now.
   void Finish();
 
@@ -43,7 +47,9 @@ class StationRecords {
   [[nodiscard]] RecorderLinks Links();
   [[nodiscard]] RunIdentity IdentityOf(RunKind kind);
   [[nodiscard]] KeeperWays Ways() const;
+  void Begin(const RunIdentity& run);
   void Take(RunRecord record);
+  void Keep(RunRecord record);
   /// On the keeper's thread.
   void Hear(const Kept& kept);
   void TellWhatWasHeard();

@@ -15,6 +15,8 @@ class BenchOffHand final : public OffHand {
   BenchOffHand(EventLoop& loop, GpibBus& bus) : loop_(loop), bus_(bus) {}
 
   void Tell(const OffPlaces& places) override { places_ = places; }
+  /// A bench that dies with its station is off.
+  void Note(const std::string& /*file*/) override {}
   void SwitchOff(std::function<void(const OffOutcome&)> answered) override {
     loop_.Post([this, answered = std::move(answered)] { answered(Done()); });
   }

@@ -7,6 +7,8 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 
 #include "app/route_text.h"
@@ -53,21 +55,33 @@ void Answer(const OffAnswer& answer) {
   [[maybe_unused]] const auto count = ::write(STDOUT_FILENO, line.data(), line.size());
 }
 
+/// The station puts it into the record of its run when it is next started.
+void WriteDown(const std::string& name, const std::vector<NotOff>& texts) {
+  if (name.empty() || texts.empty()) return;
+  std::error_code unmade;
+  std::filesystem::create_directories(std::filesystem::path(name).parent_path(), unmade);
+  std::ofstream file(name);
+  for (const NotOff& each : texts) file << (&each == &texts.front() ? "" : " ") << each.text;
+}
+
 /// @return the exit status.
 int Serve(const GpibRoutes& routes) {
   OffPlaces places = kUsualOffPlaces;
+  std::string note;
   std::string received;
   while (const auto line = NextLine(received)) {
     const auto word = OffWordOf(*line);
     if (!word) continue;
     if (std::holds_alternative<OffFarewell>(*word)) return kOff;
     if (const auto* move = std::get_if<OffMove>(&*word)) places = move->places;
+    if (const auto* noted = std::get_if<OffNote>(&*word)) note = noted->file;
     if (const auto* order = std::get_if<OffOrder>(&*word)) {
       Answer({order->number, SwitchBenchOff(routes, places)});
     }
   }
   const auto texts = TextsOf(SwitchBenchOff(routes, places));
   for (const NotOff& each : texts) std::cerr << "orvane-safe-off: " << each.text << std::endl;
+  WriteDown(note, texts);
   return texts.empty() ? kOff : kNotSure;
 }
 

@@ -16,6 +16,8 @@ class OffHand {
 
   /// Where they stand from now on.
   virtual void Tell(const OffPlaces& places) = 0;
+  /// The file that takes what is not sure when the station dies; empty for none.
+  virtual void Note(const std::string& file) = 0;
   /// Does it now. The answer comes as an event of the loop, within 4 s, whatever happens. One at a time.
   virtual void SwitchOff(std::function<void(const OffOutcome&)> answered) = 0;
   /// The station has come to its end in its own way, and all that it wanted is done.

@@ -119,6 +119,11 @@ void OffProcess::Tell(const OffPlaces& places) {
   Say(OffMove{places_});
 }
 
+void OffProcess::Note(const std::string& file) {
+  note_ = file;
+  Say(OffNote{note_});
+}
+
 void OffProcess::SwitchOff(std::function<void(const OffOutcome&)> answered) {
   answered_ = std::move(answered);
   ++number_;
@@ -155,7 +160,8 @@ void OffProcess::StartAnew() {
     if (starts_ >= kMostStarts) throw OptionFault("--safe-off: its process ended again and again");
     Start();
     if (onTrouble) onTrouble("The process that switches the bench off had ended. It was started anew.");
-    if (places_ != kUsualOffPlaces) Say(OffMove{places_});
+    Say(OffMove{places_});
+    Say(OffNote{note_});
     if (answered_) Say(OffOrder{number_});
   } catch (const OptionFault& fault) {
     if (onTrouble)

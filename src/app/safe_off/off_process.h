@@ -23,6 +23,7 @@ class OffProcess final : public OffHand {
   ~OffProcess() override;
 
   void Tell(const OffPlaces& places) override;
+  void Note(const std::string& file) override;
   void SwitchOff(std::function<void(const OffOutcome&)> answered) override;
   void Dismiss() override;
 
@@ -42,6 +43,7 @@ class OffProcess final : public OffHand {
   EventLoop& loop_;
   GpibRoutes routes_;
   OffPlaces places_ = kUsualOffPlaces;
+  std::string note_;
   int starts_ = 0;
   pid_t process_ = -1;
   int pipe_ = -1;
