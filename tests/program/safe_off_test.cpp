@@ -153,6 +153,18 @@ TEST(SafeOff, AStationThatIsKilledInMidRunLeavesThemOff) {
   }
 }
 
+TEST(SafeOff, SoDoesOneOnTheSystemsGpibLibrary) {
+  WiredBench bench;
+  const Variable library("LD_LIBRARY_PATH", GPIB_STAND_IN_FOLDER);
+  const Variable instruments("GPIB_STAND_IN", "1=" + bench.Place("testset") + " 2=" + bench.Place("supply") +
+                                                  " 5=" + bench.Place("load"));
+  Child station(Orvane({"--com1", bench.Place("target"), "--safe-off", "--initialize"}));
+  ASSERT_TRUE(station.Says("transmitDCS ..."));
+  EXPECT_EQ(StateOf(bench), kOn);
+  station.Kill();
+  EXPECT_TRUE(Comes([&] { return StateOf(bench) == kOff; })) << StateOf(bench);
+}
+
 TEST(SafeOff, SoDoesOneThatIsKilledWithItsWholeGroupOrTerminated) {
   for (const bool group : {true, false}) {
     WiredBench bench;
