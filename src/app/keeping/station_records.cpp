@@ -20,11 +20,6 @@
 namespace orvane {
 namespace {
 
-std::int64_t NowMs() {
-  const auto now = std::chrono::system_clock::now().time_since_epoch();
-  return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
-}
-
 /// Whatever fails beside a store is a fault of the store to whoever asked for it.
 template <class Act>
 void AsStoreFault(const Act& act) {
@@ -77,6 +72,11 @@ DiskFiles Disk() { return {"/nonexistent", "/nonexistent"}; }
 
 }  // namespace
 
+std::int64_t WallClockMs() {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+}
+
 StationRecords::StationRecords(const Options& options, EventLoop& loop, RunRecorder& recorder, Station& station,
                                const UnitIdentity& unit)
     : options_(options),
@@ -97,7 +97,7 @@ StationRecords::~StationRecords() = default;
 
 RecorderLinks StationRecords::Links() {
   return {[this](RunKind kind) { return IdentityOf(kind); },
-          &NowMs,
+          &WallClockMs,
           [this] { return documents_.State(); },
           [this] { return documents_.Before(); },
           [this] { return documents_.After(); },
@@ -118,6 +118,7 @@ void StationRecords::Keep(RunRecord record) {
 }
 
 void StationRecords::Take(RunRecord record) {
+  if (onEnd) onEnd(record);
   if (!waits()) return Keep(std::move(record));
   waiting_ = std::move(record);
 }
@@ -135,7 +136,7 @@ void StationRecords::GoOn(const std::string& notOff) {
 RunIdentity StationRecords::IdentityOf(RunKind kind) {
   const auto chance = [this] { return (std::uint64_t{chance_()} << 32U) | chance_(); };
   RunIdentity run;
-  run.beganMs = NowMs();
+  run.beganMs = WallClockMs();
   run.id = RunIdOf(run.beganMs, chance(), chance());
   run.station = options_.station;
   run.bench = options_.bench ? "virtual" : "real";
@@ -147,6 +148,7 @@ RunIdentity StationRecords::IdentityOf(RunKind kind) {
   run.part = texts.part;
   run.operatorName = texts.operatorName;
   run.tags = texts.tags;
+  if (onBegin) onBegin(run);
   return run;
 }
 
@@ -169,7 +171,7 @@ KeeperWays StationRecords::Ways() const {
               return WriterMayLive(run.writer) || LiesInSpool(spool, run.id);
             };
             std::vector<std::string> ended;
-            (void)EndAbandoned(store, mayEndByItself, NowMs(), [&](RunRecord& left) {
+            (void)EndAbandoned(store, mayEndByItself, WallClockMs(), [&](RunRecord& left) {
               TakeTrace(spool, left);
               TakeNotOff(spool, left);
               ended.push_back(left.identity.id);
