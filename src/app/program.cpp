@@ -117,8 +117,9 @@ void Program::KeepSafe() {
     offHand_ = std::make_unique<BenchOffHand>(world_.loop, world_.Bus());
   } else {
     auto process = std::make_unique<OffProcess>(world_.loop, options_.gpib);
-    process->onTrouble = [this](const std::string& text) {
+    process->onTrouble = [this, runs = process.get()](const std::string& text) {
       std::cerr << "orvane: --safe-off: " << text << std::endl;
+      if (!runs->Runs()) station_.State().charger.notOff = text;
     };
     offHand_ = std::move(process);
   }

@@ -383,7 +383,7 @@ TEST_F(ProfileTest, ASettingThatIsCommentedOutNeedsItsMarkTakenAwayAlone) {
     }
     active += line + "\n";
   }
-  EXPECT_EQ(settings, static_cast<int>(PanelRows().size()) + 4);
+  EXPECT_EQ(settings, static_cast<int>(PanelRows().size()) + 5);
   EXPECT_EQ(With(active).panels.size(), PanelRows().size());
 }
 

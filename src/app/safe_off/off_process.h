@@ -27,6 +27,8 @@ class OffProcess final : public OffHand {
   void SwitchOff(std::function<void(const OffOutcome&)> answered) override;
   void Dismiss() override;
 
+  /// Whether there is one now.
+  [[nodiscard]] bool Runs() const { return pipe_ >= 0; }
   /// Something is the matter with the process itself, as a sentence. As an event of the loop.
   std::function<void(const std::string& text)> onTrouble;
 
