@@ -77,7 +77,7 @@ Program::Program(const Options& options)
 }
 
 std::optional<std::string> Program::RefusalOf(const Control& pressed) {
-  if (const auto why = safeOff_ ? safeOff_->Refusal(pressed) : std::nullopt) return why;
+  if (auto why = safeOff_ ? safeOff_->Refusal(pressed) : std::nullopt) return why;
   if (auto why = SerialRefusal(unit_, station_.Panels(), pressed)) return why;
   if (!golden_ || !StartsARun(station_.Panels(), pressed)) return std::nullopt;
   // A check that is over counts, also in the same turn of the loop.

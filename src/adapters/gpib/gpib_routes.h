@@ -62,7 +62,8 @@ class RoutedGpibBus final : public GpibBus {
   explicit RoutedGpibBus(GpibRoutes routes);
   [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address) override;
   [[nodiscard]] std::string RouteOf(const GpibAddress& address) const override;
-  /// Leaves what the sessions share and holds one client only to somebody else; a message that needs it takes it back.
+  /// Leaves what the sessions share, and what serves one client alone, to somebody else. A message that needs it takes
+  /// it back.
   void LetGo();
 
  private:
