@@ -76,6 +76,8 @@ struct Options {
   bool askSerial = false;
   /// Read back what a save wrote to the Target's EEPROM.
   bool verifyEeprom = false;
+  /// Switch supply and load off behind a run without PASS, and at the station's end.
+  bool safeOff = false;
   GoldenOptions golden;
 
   /// What tells the engineer's word from any other; empty: there is none.

@@ -120,6 +120,10 @@ void AddBench(std::vector<OptionRow>& rows) {
                   .means = "tcp:HOST:PORT or vxi11:HOST[:PORT][,DEVICE]: the way to one instrument; may be repeated",
                   .take = &TakeInstrument,
                   .ofDevices = true});
+  rows.push_back(FlagRow("safe-off",
+                         "Switch the supply's output and the load's input off when a run ends without PASS, and when "
+                         "the station ends in any way",
+                         &Options::safeOff));
 }
 
 void AddPlaces(std::vector<OptionRow>& rows) {

@@ -6,6 +6,8 @@
 #include "app/automation/state_reader.h"
 #include "app/engineer/word_thread.h"
 #include "app/route_text.h"
+#include "app/safe_off/bench_off_hand.h"
+#include "app/safe_off/off_process.h"
 
 namespace orvane {
 namespace {
@@ -27,7 +29,9 @@ std::unique_ptr<ListeningSocket> SocketOf(const Options& options) {
   }
 }
 
-StationWishes WishesOf(const Options& options) { return {options.tables, &Sha256Of, options.verifyEeprom}; }
+StationWishes WishesOf(const Options& options) {
+  return {options.tables, &Sha256Of, options.verifyEeprom, options.safeOff};
+}
 
 }  // namespace
 
@@ -47,7 +51,8 @@ Program::Program(const Options& options)
              station_.Panels().All(),
              [this](std::string_view name) { return ReadState(station_.State(), name); },
              {&station_.Panels().autoCal.cmdAutoCalStop},
-             [this] { return Gathering(station_.State().reply); }}) {
+             [this] { return Gathering(station_.State().reply); },
+             [this] { return safeOff_ && safeOff_->UnderWay(); }}) {
   world_.Watch(station_.Nest());
   unit_.Follow(station_.Panels());
   station_.Nest().refusal = [this](const Control& button) { return RefusalOf(button); };
@@ -68,10 +73,12 @@ Program::Program(const Options& options)
     engineerWord_.emplace(world_.loop, LookOnAThread(world_.loop, options_.engineerSecret));
   }
   world_.Share(station_);
+  KeepSafe();
   OpenAutomation();
 }
 
 std::optional<std::string> Program::RefusalOf(const Control& pressed) {
+  if (auto why = safeOff_ ? safeOff_->Refusal(pressed) : std::nullopt) return why;
   if (auto why = SerialRefusal(unit_, station_.Panels(), pressed)) return why;
   if (!golden_ || !StartsARun(station_.Panels(), pressed)) return std::nullopt;
   // A check that is over counts, also in the same turn of the loop.
@@ -105,6 +112,26 @@ void Program::KeepRecords() {
   station_.State().report.runBegan.Connect([this](RunKind) { recordNews_.Forget(); });
 }
 
+/// Behind all that may refuse the options: the process takes a station that is not there any more for a dead one.
+void Program::KeepSafe() {
+  if (!options_.safeOff) return;
+  if (options_.bench) {
+    offHand_ = std::make_unique<BenchOffHand>(world_.loop, world_.Bus());
+  } else {
+    auto process = std::make_unique<OffProcess>(world_.loop, options_.gpib);
+    process->onTrouble = [this, runs = process.get()](const std::string& text) {
+      std::cerr << "orvane: --safe-off: " << text << std::endl;
+      if (!runs->Runs()) station_.State().charger.notOff = text;
+    };
+    offHand_ = std::move(process);
+  }
+  safeOff_.emplace(world_.Ports(), station_, *offHand_, [this] { world_.LetBusGo(); });
+  if (!records_) return;
+  records_->waits = [this] { return safeOff_->UnderWay(); };
+  records_->onNoteFile = [this](const std::string& file) { offHand_->Note(file); };
+  safeOff_->onAnswered = [this](const std::string& notOff) { records_->GoOn(notOff); };
+}
+
 void Program::TellKept(const Kept& kept) {
   if (!kept.fault.empty()) {
     std::cerr << "orvane: --records: " << OneLine(kept.fault)
@@ -130,6 +157,7 @@ int Program::Run() {
     Serve();
   } catch (const StationEnded&) {
   }
+  if (safeOff_) safeOff_->EndOfStation(!options_.headless || !Automated());
   if (records_) records_->Finish();
   port_.TellExit();
   if (abandoned_) return runBegan_ ? VerdictStatus() : kNoWindows;

@@ -12,6 +12,7 @@
 #include "app/keeping/record_news.h"
 #include "app/keeping/station_records.h"
 #include "app/narrator.h"
+#include "app/safe_off/station_safe_off.h"
 #include "app/station.h"
 #include "app/unit_identity.h"
 #include "app/world.h"
@@ -56,6 +57,7 @@ class Program {
   void EndBehindWhatIsUnderWay();
   void OpenAutomation();
   void KeepRecords();
+  void KeepSafe();
   void WatchGoldenUnit(GoldenBook book);
   void TellGolden(const GoldenFinding& finding);
   /// Why an operator may not press this control now; no value where he may.
@@ -86,6 +88,8 @@ class Program {
   std::optional<GoldenUnit> golden_;
   std::optional<EngineerWord> engineerWord_;
   std::optional<StationRecords> records_;
+  std::unique_ptr<OffHand> offHand_;
+  std::optional<SafeOff> safeOff_;
   std::variant<std::monostate, std::unique_ptr<StdioTransport>, std::unique_ptr<UnixSocketTransport>> transport_;
 };
 

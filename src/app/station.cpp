@@ -152,7 +152,7 @@ struct Station::Operations {
     resultViews.Connect();
     baseBandPanel.Connect();
     benchSupply.Connect();
-    benchLoad.Connect();
+    benchLoad.Connect(wishes.safeOff);
     chargerManual.Connect();
     chargerParameters.Connect();
     chargerRun.Connect();
@@ -176,6 +176,11 @@ Station::Station(const StationPorts& ports, const StationWishes& wishes)
 }
 
 Station::~Station() { operations_->ports.mscomTarget.onComm = nullptr; }
+
+void Station::LetBenchGo() {
+  operations_->benchSupply.LetGo();
+  operations_->benchLoad.LetGo();
+}
 
 void Station::Start() {
   nest_.Run([this] { panels_.main.Show(); });

@@ -33,6 +33,9 @@ struct StationWishes {
   DigestOf digestOf{};
   /// Behind a save to the Target's EEPROM it is read back and compared.
   bool verifyEeprom = false;
+  /// The supply's output and the load's input are switched off behind its back: a load that is initialized is
+  /// switched on.
+  bool safeOff = false;
 };
 
 /// One station: its state, its panels and the operations behind them. Two stations in one process do not know each
@@ -46,6 +49,9 @@ class Station {
 
   /// Shows the main panel, whose load brings the station up. Files that are missing cost their boxes; it stays up.
   void Start();
+
+  /// Somebody else speaks to the supply and the load: both have to be initialized before they are used again.
+  void LetBenchGo();
 
   [[nodiscard]] StationState& State() { return state_; }
   [[nodiscard]] StationPanels& Panels() { return panels_; }

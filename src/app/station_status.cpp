@@ -95,7 +95,8 @@ StationStatus::Link StationStatus::LinkState() const {
 
 std::string StationStatus::Stage() const {
   const auto& fault = state_.charger.faults.Last();
-  return StageOfRun() + StageOfWait() + (fault ? "; " + fault->text : "");
+  const std::string& notOff = state_.charger.notOff;
+  return StageOfRun() + StageOfWait() + (fault ? "; " + fault->text : "") + (notOff.empty() ? "" : "; " + notOff);
 }
 
 std::string StationStatus::StageOfWait() const {

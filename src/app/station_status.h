@@ -39,7 +39,7 @@ class StationStatus {
   /// What a stop does at this point of a run: "stops behind this level".
   [[nodiscard]] std::string_view StopWords() const;
   /// "Transmit DCS: DCS level 7, pass 3"; between runs what the last whole one has come to. Behind it a failure of
-  /// the supply or the load, until that is initialized again.
+  /// the supply or the load, until that is initialized again, and what could not be made sure to be off.
   [[nodiscard]] std::string Stage() const;
   /// Of the run under way, or of the last one; no value before the first.
   [[nodiscard]] std::optional<TimePoint> Elapsed() const;

@@ -46,6 +46,11 @@ class World {
   /// The instruments that keep the station waiting.
   [[nodiscard]] LongWaits& Waits() { return waits_; }
 
+  /// The bus that the instruments hang on, or the bench's, with a trace of what passes.
+  [[nodiscard]] GpibBus& Bus();
+  /// Leaves what their routes hold for one client only to somebody else.
+  void LetBusGo() { bus_.LetGo(); }
+
   QtEventLoop loop;
   Desk desk;
 
@@ -61,7 +66,6 @@ class World {
   [[nodiscard]] StationPorts PlainPorts() { return {loop, Serial(), Bus(), files_, desk, desk}; }
   [[nodiscard]] std::unique_ptr<bench::VirtualBench> MakeBench(const Options& options);
   [[nodiscard]] SerialControl& Serial();
-  [[nodiscard]] GpibBus& Bus();
 
   DiskFiles files_;
   QtSerialControl line_;

@@ -1,8 +1,20 @@
 #include "bench/supply.h"
 
 #include <array>
+#include <optional>
 
 namespace orvane::bench {
+namespace {
+
+/// "ON", "1", "OFF", "0"; no value for anything else.
+std::optional<bool> SwitchOf(std::string_view argument) {
+  const std::string word = CapitalsOf(argument);
+  if (word == "ON" || word == "1") return true;
+  if (word == "OFF" || word == "0") return false;
+  return std::nullopt;
+}
+
+}  // namespace
 
 std::span<const Supply::Row> Supply::Rows() {
   using S = Supply;
@@ -47,11 +59,8 @@ std::string Supply::SetLimit(std::string_view argument) {
 }
 
 std::string Supply::SetOutput(std::string_view argument) {
-  const std::string word = CapitalsOf(argument);
-  if (word == "ON" || word == "1") {
-    fixture_.Feed(true, fixture_.supplyVolts);
-  } else if (word == "OFF" || word == "0") {
-    fixture_.Feed(false, fixture_.supplyVolts);
+  if (const auto on = SwitchOf(argument)) {
+    fixture_.Feed(*on, fixture_.supplyVolts);
   } else {
     Refuse();
   }
@@ -80,6 +89,8 @@ std::span<const Load::Row> Load::Rows() {
       Row{"CURRent?", false, &L::TellCurrent},
       Row{"RESistance", true, &L::SetResistance},
       Row{"RESistance?", false, &L::TellResistance},
+      Row{"INPut", true, &L::SetInput},
+      Row{"INPut?", false, &L::TellInput},
   };
   return kRows;
 }
@@ -89,6 +100,7 @@ std::string Load::Identify(std::string_view) { return "ORVANE,VIRTUAL LOAD,0,1.0
 std::string Load::Reset(std::string_view) {
   amps_ = 0;
   ohms_ = kStartOhms;
+  inputOn_ = true;
   return {};
 }
 
@@ -103,7 +115,17 @@ std::string Load::SetResistance(std::string_view argument) {
   return {};
 }
 
+std::string Load::SetInput(std::string_view argument) {
+  if (const auto on = SwitchOf(argument)) {
+    inputOn_ = *on;
+  } else {
+    Refuse();
+  }
+  return {};
+}
+
 std::string Load::TellCurrent(std::string_view) { return ReadingText(amps_); }
 std::string Load::TellResistance(std::string_view) { return ReadingText(ohms_); }
+std::string Load::TellInput(std::string_view) { return inputOn_ ? "1" : "0"; }
 
 }  // namespace orvane::bench

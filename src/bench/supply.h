@@ -42,11 +42,14 @@ class Load : public ScpiInstrument<Load> {
   std::string Reset(std::string_view);
   std::string SetCurrent(std::string_view argument);
   std::string SetResistance(std::string_view argument);
+  std::string SetInput(std::string_view argument);
   std::string TellCurrent(std::string_view);
   std::string TellResistance(std::string_view);
+  std::string TellInput(std::string_view);
 
   double amps_ = 0;
   double ohms_ = kStartOhms;
+  bool inputOn_ = true;
   static constexpr double kStartOhms = 4000;
 };
 

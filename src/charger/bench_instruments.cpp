@@ -54,12 +54,13 @@ void BenchSupply::ToggleOutput() {
   }
 }
 
-void BenchLoad::Connect() {
+void BenchLoad::Connect(bool switchesOn) {
   FrmBaseBand& panel = panel_.Untouched();
   session_.Connect();
-  session_.onReady = [this] {
+  session_.onReady = [this, switchesOn] {
     panel_->cmdLoaderResisterSet.Click();
     panel_->cmdLoaderCurrentSet.Click();
+    if (switchesOn) session_.Write("INPUT ON");
   };
   panel.TxtLoaderCurrent.onChange = [this] { FilterInput(panel_->TxtLoaderCurrent, kDigitsAndPoint, "0.1", boxes_); };
   panel.txtLoaderResister.onChange = [this] {

@@ -15,6 +15,7 @@ class BenchSupply {
         boxes_(boxes) {}
 
   void Connect();
+  void LetGo() { session_.LetGo(); }
 
  private:
   void SetVoltage();
@@ -33,7 +34,9 @@ class BenchLoad {
             ResultsConsole& console, Boxes& boxes)
       : session_(kLoadSession, CWGPIBLoader, panel, main, state, console, boxes), panel_(panel), boxes_(boxes) {}
 
-  void Connect();
+  /// `switchesOn`: an Initialize switches the load's input on, which something else switches off.
+  void Connect(bool switchesOn = false);
+  void LetGo() { session_.LetGo(); }
 
  private:
   void SetCurrent();

@@ -43,6 +43,7 @@ void BenchSession::Initialize() {
   }
   state_.faults.Settle(control_.address.primary);
   Configure();
+  state_.configured.Emit();
   control_.Write("*IDN?");
   if (state_.*row_.error) {
     state_.*row_.error = false;
@@ -85,6 +86,15 @@ void BenchSession::Reset() {
   }
   control_.Write("*RST");
   control_.Release();
+  ShowAsNew();
+}
+
+void BenchSession::LetGo() {
+  control_.Drop();
+  if (Ready()) ShowAsNew();
+}
+
+void BenchSession::ShowAsNew() {
   state_.*row_.ready = false;
   ((*panel_).*row_.face).initialize.SetBackColor(kButtonFace);
   if (onReset) onReset();

@@ -48,12 +48,16 @@ class BenchSession {
   std::function<void()> onReady;
   std::function<void()> onReset;
 
+  /// Somebody else speaks to the instrument: it has to be initialized before it is spoken to again.
+  void LetGo();
+
   [[nodiscard]] bool Ready() const { return state_.*row_.ready; }
   void Write(const std::string& text) { control_.Write(text); }
 
  private:
   void Initialize();
   void Reset();
+  void ShowAsNew();
   [[nodiscard]] std::string_view MissingInput() const;
   void Configure();
   void ConnectInputLimits();

@@ -106,6 +106,8 @@ class CWGPIB {
   /// The reply with its line feed, one character per byte; an empty text after an error event.
   [[nodiscard]] std::string Read();
   void Release();
+  /// The same without a word to the instrument, which somebody else is to speak to.
+  void Drop() { session_.reset(); }
   [[nodiscard]] bool HasSession() const { return session_ != nullptr; }
   [[nodiscard]] const NiGlobal& Status() const { return status_; }
 

@@ -102,6 +102,10 @@ struct RecordedPass {
   friend bool operator==(const RecordedPass&, const RecordedPass&) = default;
 };
 
+/// The title of the box that comes behind a run, when what is switched off then could not be made sure to be off. It
+/// is no word of the run's: the one that is run again does not say it.
+inline constexpr std::string_view kSafeOffTitle = "Safe-off";
+
 struct RecordedBox {
   std::string title;
   std::string text;

@@ -82,6 +82,11 @@ void CompareReadings(Comparison& told, const RunRecord& then, const RunRecord& n
       });
 }
 
+std::vector<RecordedBox> OfTheRun(std::vector<RecordedBox> boxes) {
+  std::erase_if(boxes, [](const RecordedBox& box) { return box.title == kSafeOffTitle; });
+  return boxes;
+}
+
 void CompareSteps(Comparison& told, const RunRecord& then, const RunRecord& now) {
   told.Rows(
       then.steps, now.steps, [](const RecordedStep& step) { return "Step " + step.name; },
@@ -90,7 +95,8 @@ void CompareSteps(Comparison& told, const RunRecord& then, const RunRecord& now)
         told.Value("Step " + left.name + ", reason", Quoted(left.reason), Quoted(right.reason));
       });
   told.Rows(
-      then.boxes, now.boxes, [](const RecordedBox& box) { return "Box " + Quoted(box.title + ": " + box.text); },
+      OfTheRun(then.boxes), OfTheRun(now.boxes),
+      [](const RecordedBox& box) { return "Box " + Quoted(box.title + ": " + box.text); },
       [&](const RecordedBox& left, const RecordedBox& right) {
         told.Value("Box " + Quoted(left.title + ": " + left.text) + ", answer", Quoted(left.answer),
                    Quoted(right.answer));

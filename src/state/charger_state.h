@@ -46,6 +46,10 @@ struct ChargerState {
   std::string CC2CVADCSaved;
   std::string ShutDownADCSaved;
   InstrumentFaults faults;
+  /// A session to the supply or to the load is being made.
+  Signal<> configured;
+  /// What was to be off and could not be made sure to be, in words; empty when nothing was.
+  std::string notOff;
 };
 
 }  // namespace orvane

@@ -79,7 +79,7 @@ TEST(CommandLine, ThePanelsAreOnTheScreenUnlessTheOperatorsPageIsAskedFor) {
 TEST(CommandLine, WithoutAWordNothingIsKnownOfTheUnitAndNothingIsAsked) {
   const Options options = Accepted({});
   EXPECT_EQ(options.unit, UnitTexts{});
-  EXPECT_FALSE(options.askSerial || options.verifyEeprom || options.printProfile);
+  EXPECT_FALSE(options.askSerial || options.verifyEeprom || options.safeOff || options.printProfile);
   EXPECT_TRUE(options.tables.empty() && options.panels.empty());
   EXPECT_EQ(options.records, std::nullopt) << "nobody knows the user's folder";
 }
@@ -92,6 +92,11 @@ TEST(CommandLine, TakesWhatGoesIntoRecords) {
   EXPECT_EQ(options.station, "Line 3");
   EXPECT_EQ(options.unit, (UnitTexts{"A-1", "김", "T9300", {{"line", "A"}, {"shift", "2=late"}, {"empty", ""}}}));
   EXPECT_TRUE(options.askSerial && options.verifyEeprom);
+}
+
+TEST(CommandLine, TakesTheWishForASafeBench) {
+  EXPECT_TRUE(Accepted({"--safe-off"}).safeOff);
+  EXPECT_TRUE(Accepted({"--safe-off", "--bench", "virtual"}).safeOff);
 }
 
 TEST(CommandLine, KeepsTheWordsThatItWasGiven) {
@@ -216,6 +221,7 @@ TEST(CommandLine, ABadOptionIsOneLineThatNamesItAndItsFault) {
       {{"--tag", "line=A", "--tag", "line=B"}, "--tag", "already"},
       {{"--tag", "line=A", "shift=B"}, "shift=B", "not expected"},
       {{"--ask-serial=no"}, "--ask-serial", "no value"},
+      {{"--safe-off=1"}, "--safe-off", "no value"},
       {{"--verify-eeprom=1"}, "--verify-eeprom", "no value"},
       {{"--profile", "a", "--profile", "b"}, "--profile", "1"},
       {{"--profile", "/nonexistent/profile.toml"}, "/nonexistent/profile.toml", "No such file"},
@@ -242,7 +248,7 @@ TEST(CommandLine, HelpNamesEveryOption) {
        {"--bench",    "--com1",       "--com4",       "--gpib",          "--instrument",   "--system-dir",
         "--temp-dir", "--headless",   "--automation", "--initialize",    "--list",         "--help",
         "--version",  "--records",    "--station",    "--serial",        "--operator",     "--part",
-        "--tag",      "--ask-serial", "--profile",    "--verify-eeprom", "--print-profile"}) {
+        "--tag",      "--ask-serial", "--profile",    "--verify-eeprom", "--print-profile", "--safe-off"}) {
     EXPECT_THAT(end.text, HasSubstr(option));
   }
 }

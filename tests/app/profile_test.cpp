@@ -83,6 +83,7 @@ operator = "김"
 part = "T9300"
 askserial = true
 verify_eeprom = true
+safe_off = true
 headless = true
 initialize = true
 share = [1, 5]
@@ -318,6 +319,7 @@ station = "Line 3"
 operator = "김 <b>"
 ask_serial = true
 verify_eeprom = true
+safe_off = true
 golden = "G-001"
 golden_reference = "/srv/golden.orvane"
 check_every = "8h"
@@ -400,7 +402,7 @@ TEST_F(ProfileTest, ASettingThatIsCommentedOutNeedsItsMarkTakenAwayAlone) {
     }
     active += line + "\n";
   }
-  EXPECT_EQ(settings, static_cast<int>(PanelRows().size()) + 4);
+  EXPECT_EQ(settings, static_cast<int>(PanelRows().size()) + 5);
   EXPECT_EQ(With(active).panels.size(), PanelRows().size());
 }
 

@@ -196,6 +196,18 @@ TEST(Supply, GivesWhatItIsToldAndSaysSo) {
   EXPECT_EQ(on.supply.Execute("OUTP?").text, "0");
 }
 
+TEST(Load, SwitchesItsInputAndTellsOfIt) {
+  Instruments on;
+  EXPECT_EQ(on.load.Execute("INPUT?").text, "1");
+  (void)on.load.Execute("INPUT OFF");
+  EXPECT_EQ(on.load.Execute("INP?").text, "0");
+  (void)on.load.Execute("INPUT MAYBE");
+  EXPECT_EQ(on.load.Execute("INPUT?").text, "0");
+  EXPECT_EQ(Errors(on.load), "-224,\"Illegal parameter value\"\n");
+  (void)on.load.Execute("*RST");
+  EXPECT_EQ(on.load.Execute("INPUT?").text, "1");
+}
+
 TEST(Load, KeepsCurrentAndResistance) {
   Instruments on;
   (void)on.load.Execute("RES 2000");

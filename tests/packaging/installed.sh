@@ -25,6 +25,12 @@ status=0
 told=$(windows) || status=$?
 [ "$status" -eq 69 ] || fail "without the windows: status $status, $told"
 
+# Nobody answers at port 1; that it is told shows that the program for it was found.
+told=$("$place/usr/bin/orvane" --headless --automation stdio --safe-off --instrument 2=tcp:127.0.0.1:1 \
+  --instrument 5=tcp:127.0.0.1:1 </dev/null 2>&1 >"$place/log") || fail "with --safe-off: status $?, $told"
+grep -q "^orvane: The supply's output could not be made sure to be off: no connection" <<<"$told" || fail "--safe-off: $told"
+ldd "$place/usr/libexec/orvane/orvane-safe-off" | grep Qt && fail "the program that outlives the station loads the toolkit"
+
 put windows
 told=$(windows) || fail "with the windows: status $?, $told"
 ldd "$place/usr/bin/orvane" | grep -E 'Widgets|Gui' && fail "the program without windows loads a widget library"

@@ -114,6 +114,12 @@ void Child::Kill() {
   ::waitpid(std::exchange(process_, -1), nullptr, 0);
 }
 
+void Child::KillGroup() {
+  if (!Runs() || ::getpgid(process_) != process_) throw std::runtime_error("the program leads no group");
+  ::kill(-process_, SIGKILL);
+  ::waitpid(std::exchange(process_, -1), nullptr, 0);
+}
+
 void Child::Terminate() {
   if (Runs()) ::kill(process_, SIGTERM);
 }

@@ -32,6 +32,8 @@ class Child : public Line {
   void CloseInput();
   /// As a loss of power does.
   void Kill();
+  /// The same to all that runs in its group, whose leader it has to be.
+  void KillGroup();
   /// As whoever shuts a machine down. It may still end in its own way.
   void Terminate();
   [[nodiscard]] bool Runs() const { return process_ > 0; }

@@ -19,6 +19,10 @@ class WiredBench {
   [[nodiscard]] Arguments Options();
   /// Where "target", "testset", "supply" or "load" is.
   [[nodiscard]] const std::string& Place(const std::string& what) const { return places_.at(what); }
+  /// What an instrument answers to somebody who is not the station.
+  [[nodiscard]] std::string Ask(const std::string& what, const std::string& line) const;
+  /// Something that it answers nothing to; done when this returns.
+  void Say(const std::string& what, const std::string& line) const { (void)Ask(what, line + ";*OPC?"); }
   void Kill() { child_.Kill(); }
 
  private:

@@ -21,7 +21,7 @@ TEST_F(InstrumentWaitOnScreen, TheWindowsAreDrawnAnewAndWhatIsClickedComesBehind
   const ScreenStation::Place console = station.Await("OrvaneMain/txtResults");
   const ScreenStation::Place exit = station.Await("OrvaneMain/cmdExit");
   const ScreenStation::Place stage = station.Await("OrvaneMain/statusStage");
-  (void)station.Port().Ask("pick", {{"control", "OrvaneMain.cboTimeOut"}, {"index", 15}});
+  (void)station.Port().Ask("set", {{"control", "OrvaneMain.cboTimeOut"}, {"select", "100s"}});
   ASSERT_EQ(station.Port().Get("OrvaneMain.cboTimeOut")["text"], "100s");
   const QImage stageBefore = station.Shown(stage);
   (void)station.Port().SendClick("OrvaneMain.cmdInstrumentInitialize");

@@ -25,6 +25,8 @@ class ControllerAdapter {
   /// Sessions come and go. The connection is made by the first message, and closed behind the last session.
   void Attach() { ++sessions_; }
   void Detach();
+  /// Leaves the adapter to somebody else. The next message makes the connection anew.
+  void LetGo() { stream_.Close(); }
 
   /// Sends one message, its last byte with EOI.
   void Write(const GpibAddress& address, std::string_view text, const Deadline& deadline);

@@ -91,6 +91,10 @@ std::string RoutedGpibBus::RouteOf(const GpibAddress& address) const {
   return RouteText(routes_.bus);
 }
 
+void RoutedGpibBus::LetGo() {
+  if (adapter_) adapter_->LetGo();
+}
+
 std::unique_ptr<RouteSession> RoutedGpibBus::RouteTo(const GpibAddress& address) const {
   if (const auto own = routes_.instruments.find(address.primary); own != routes_.instruments.end()) {
     return OpenByItself(address, own->second);

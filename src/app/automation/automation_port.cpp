@@ -101,6 +101,7 @@ std::optional<TimePoint> AutomationPort::NotBefore() {
   // A box that was answered a moment ago leaves the desk when its operation goes on; what a client asks behind its
   // answer is meant for the time after that.
   if (surface_.desk.Settling()) return now + 1us;
+  if (surface_.held() && !clientEnds()) return now + 5ms;
   if (surface_.nest.Idle()) {
     share_.Forget();
     return std::nullopt;

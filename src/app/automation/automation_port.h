@@ -36,6 +36,8 @@ struct AutomationSurface {
   std::vector<const Control*> stops = {};
   /// The bytes of a reply are coming in, which have a few milliseconds to do so.
   std::function<bool()> replyComing = [] { return false; };
+  /// Requests wait, for some seconds at the most: what they ask for could not be done now.
+  std::function<bool()> held = [] { return false; };
 };
 
 /// Lets another program press the station's buttons: JSON-RPC 2.0, one object a line. A transport brings bytes in and

@@ -39,6 +39,11 @@ std::filesystem::path TraceOf(const std::string& spool, const std::string& run) 
   return std::filesystem::path(spool) / (run + ".wires");
 }
 
+/// What could not be made sure to be off when its station died.
+std::filesystem::path NotOffOf(const std::string& spool, const std::string& run) {
+  return std::filesystem::path(spool) / (run + ".not-off");
+}
+
 void GrowTrace(const std::string& spool, const std::string& run, const std::string& bytes) {
   std::error_code unmade;
   std::filesystem::create_directories(spool, unmade);
@@ -48,6 +53,7 @@ void GrowTrace(const std::string& spool, const std::string& run, const std::stri
 void ForgetTrace(const std::string& spool, const std::string& run) {
   std::error_code kept;
   std::filesystem::remove(TraceOf(spool, run), kept);
+  std::filesystem::remove(NotOffOf(spool, run), kept);
 }
 
 void TakeTrace(const std::string& spool, RunRecord& left) {
@@ -55,6 +61,12 @@ void TakeTrace(const std::string& spool, RunRecord& left) {
   std::string content{std::istreambuf_iterator<char>(file), {}};
   if (content.empty() || left.Document("trace") != nullptr) return;
   left.documents.push_back({"trace", "trace", std::move(content)});
+}
+
+void TakeNotOff(const std::string& spool, RunRecord& left) {
+  std::ifstream file(NotOffOf(spool, left.identity.id), std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  if (!text.empty()) left.boxes.push_back({std::string(kSafeOffTitle), text, "", left.end->seconds, std::nullopt});
 }
 
 DiskFiles Disk() { return {"/nonexistent", "/nonexistent"}; }
@@ -90,13 +102,37 @@ RecorderLinks StationRecords::Links() {
           [this] { return documents_.State(); },
           [this] { return documents_.Before(); },
           [this] { return documents_.After(); },
-          [this](const RunIdentity& run) { keeper_.Begin(run); },
+          [this](const RunIdentity& run) { Begin(run); },
           [this](const std::string& run, std::string bytes) { keeper_.Grow(run, std::move(bytes)); },
-          [this](RunRecord record) {
-            AddWait(record.identity.tags);
-            if (onEnd) onEnd(record);
-            keeper_.Finish(std::move(record));
-          }};
+          [this](RunRecord record) { Take(std::move(record)); }};
+}
+
+void StationRecords::Begin(const RunIdentity& run) {
+  const std::string spool = SpoolFolderOf("sqlite:" + options_.records->string(), "");
+  onNoteFile(std::filesystem::absolute(NotOffOf(spool, run.id)).string());
+  keeper_.Begin(run);
+}
+
+void StationRecords::Keep(RunRecord record) {
+  keeper_.Finish(std::move(record));
+  onNoteFile("");
+}
+
+void StationRecords::Take(RunRecord record) {
+  AddWait(record.identity.tags);
+  if (onEnd) onEnd(record);
+  if (!waits()) return Keep(std::move(record));
+  waiting_ = std::move(record);
+}
+
+void StationRecords::GoOn(const std::string& notOff) {
+  recorder_.Flush();
+  if (!waiting_) return;
+  // Nobody has answered it yet, and the record does not wait for that.
+  if (!notOff.empty()) {
+    waiting_->boxes.push_back({std::string(kSafeOffTitle), notOff, "", waiting_->end->seconds, std::nullopt});
+  }
+  Keep(*std::exchange(waiting_, std::nullopt));
 }
 
 /// The names of readings are other programs' too; a tag is the station's own to give. A run that did not wait has
@@ -147,6 +183,7 @@ KeeperWays StationRecords::Ways() const {
             std::vector<std::string> ended;
             (void)EndAbandoned(store, mayEndByItself, WallClockMs(), [&](RunRecord& left) {
               TakeTrace(spool, left);
+              TakeNotOff(spool, left);
               ended.push_back(left.identity.id);
             });
             for (const std::string& run : ended) ForgetTrace(spool, run);

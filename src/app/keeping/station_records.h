@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -40,6 +41,15 @@ class StationRecords {
   /// How long the run that is over has waited for instruments that other stations use too.
   std::function<TimePoint()> waited = [] { return TimePoint{0}; };
 
+  /// Whether the record of a run that is over waits, for something that belongs into it.
+  std::function<bool()> waits = [] { return false; };
+  /// It waits no longer. `notOff`: what could not be made sure to be off behind the run; empty when nothing was.
+  void GoOn(const std::string& notOff);
+
+  /// Who outlives the station is told, as a run begins, of the file in which something can be left for its record,
+  /// and behind it of none.
+  std::function<void(const std::string& file)> onNoteFile = [](const std::string&) {};
+
   /// A run that is over has its record now, not a turn of the loop later.
   void CloseWhatIsOver() { recorder_.Flush(); }
   /// The station ends: what is not told yet is told now.
@@ -50,6 +60,9 @@ class StationRecords {
   [[nodiscard]] RunIdentity IdentityOf(RunKind kind);
   void AddWait(std::map<std::string, std::string>& tags) const;
   [[nodiscard]] KeeperWays Ways() const;
+  void Begin(const RunIdentity& run);
+  void Take(RunRecord record);
+  void Keep(RunRecord record);
   /// On the keeper's thread.
   void Hear(const Kept& kept);
   void TellWhatWasHeard();
@@ -60,6 +73,7 @@ class StationRecords {
   const UnitIdentity& unit_;
   RunDocuments documents_;
   std::random_device chance_;
+  std::optional<RunRecord> waiting_;
   /// Takes the keeper's word to the station's thread.
   class Ear final : public QObject {
    public:
