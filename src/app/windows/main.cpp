@@ -32,10 +32,17 @@ struct Windows {
           status, [this, &program] { PressStop(program); }, strip));
       return strip;
     };
-    if (program.TheOptions().desk) desk.emplace(orvane::ToQt(*program.TheOptions().desk));
+    if (program.TheOptions().desk) LinkToDesk(program);
     if (program.TheRecords() == nullptr) return;
     records.emplace(*program.TheRecords(), "sqlite:" + program.TheOptions().records->string());
     frontEnd.belowVerdict = [this](QWidget* parent) { return records->Button(parent); };
+  }
+
+  void LinkToDesk(orvane::Program& program) {
+    desk.emplace(orvane::ToQt(*program.TheOptions().desk));
+    const auto tell = [this, &unit = program.TheUnit()] { desk->TellUnit(orvane::ToQt(unit.Texts().serial)); };
+    program.TheUnit().changed.Connect(tell);
+    tell();
   }
 
   void PressStop(orvane::Program& program) {
