@@ -38,11 +38,14 @@ double RoadOf(Client& station) {
 }
 
 /// Over one without windows. Both stand on the same machine, by turns.
-Comparison WindowsBesideNone(XDisplay& display) {
+/// @param view the windows that are looked at, and the first of them
+Comparison WindowsBesideNone(XDisplay& display, const Arguments& view, const char* window) {
   constexpr int kTurns = 7;
   const Arguments bench{"--automation", "stdio", "--bench", "virtual:seed=7"};
   const auto seen = [&] {
-    ScreenStation station(display, bench);
+    Arguments arguments = bench;
+    arguments.insert(arguments.end(), view.begin(), view.end());
+    ScreenStation station(display, arguments, "xcb", window);
     return RoadOf(station.Port());
   };
   const auto unseen = [&] {
@@ -53,12 +56,45 @@ Comparison WindowsBesideNone(XDisplay& display) {
   return ByTurns(kTurns, seen, unseen);
 }
 
+/// What an operator waits for, as medians: from a key to its letter on the page, and from the key that ends a serial
+/// number to the line that is open, over which the first byte goes at once.
+void MeasureKeys(XDisplay& display, Table& table) {
+  constexpr int kTimes = 9;
+  constexpr std::uint32_t kReturnKey = 0xff0d;
+  std::vector<double> letters;
+  std::vector<double> starts;
+  for (int i = 0; i < kTimes; ++i) {
+    ScreenStation station(display, {"--automation", "stdio", "--bench", "virtual:seed=7", "--view", "operator"},
+                          "xcb", "operatorPage");
+    station.Port().InitializeInstruments();
+    const auto field = station.AwaitEnabled("operatorPage/serial");
+    display.GiveKeyboard(field.area.center());
+    const QImage before = station.Shown(field);
+    letters.push_back(Milliseconds([&] {
+      station.Type("a");
+      while (station.Shown(field) == before) {
+      }
+    }));
+    starts.push_back(Milliseconds([&] {
+      display.Press(kReturnKey);
+      while (station.Port().State("SerialPortState") != true) {
+      }
+    }));
+    (void)station.Port().Await("verdict");
+  }
+  table.Add("a key to its letter on the operator's page", Median(letters), "ms", 50);
+  table.Add("the end of a serial number to the line that is open", Median(starts), "ms", 100);
+}
+
 int Measure() {
   Table table;
   XDisplay display;
   table.Add("start to a main window that is served, X11", StartOn(display, "xcb"), "ms", 500);
   table.Add("start to a main window that is served, memory", StartOn(display, "offscreen"), "ms", 500);
-  table.Add("a road with windows over one without", WindowsBesideNone(display), 1.03);
+  MeasureKeys(display, table);
+  table.Add("a road with windows over one without", WindowsBesideNone(display, {}, "OrvaneMain"), 1.03);
+  table.Add("a road with the operator's page over one without",
+            WindowsBesideNone(display, {"--view", "operator"}, "operatorPage"), 1.01);
   return table.Status();
 }
 

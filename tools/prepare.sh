@@ -6,9 +6,11 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev libcli11-dev nlohmann-json3-dev libtomlplusplus-dev
                 libgtest-dev libgmock-dev libbenchmark-dev rpcsvc-proto libtirpc-dev qt6-svg-dev qt6-charts-dev
-                libqt6opengl6-dev libxcb-xtest0-dev libqt6sql6-sqlite libqt6sql6-psql libzstd-dev sqlite3 fonts-nanum groff-base)
+                libqt6opengl6-dev libxcb-xtest0-dev libqt6sql6-sqlite libqt6sql6-psql libzstd-dev libsodium-dev sqlite3 fonts-nanum groff-base
+                qt6-l10n-tools qt6-tools-dev)
 # A display for the windows' tests; a server for the records'; clients that nobody here wrote: the wires are held against them.
-foreign_packages=(python3 python3-pyvisa python3-pyvisa-py lxi-tools python3-serial socat sigrok-cli rpcbind iproute2 xvfb postgresql-15)
+foreign_packages=(python3 python3-pyvisa python3-pyvisa-py lxi-tools python3-serial socat sigrok-cli rpcbind iproute2 xvfb postgresql-15
+                  dbus at-spi2-core python3-pyatspi weasyprint)
 
 install_missing() {
   local missing=() package

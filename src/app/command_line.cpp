@@ -90,6 +90,7 @@ class ProfileTaker {
       }
     }
     options_.tables = profile_.tables;
+    options_.golden.limits = profile_.goldenLimits;
     options_.panels = profile_.panels;
   }
 
@@ -166,7 +167,7 @@ std::variant<Options, EndAtOnce> ParseCommandLine(int argc, const char* const* a
   DefineAll(app, options);
   try {
     app.parse(argc, argv);
-    if (const auto file = ProfileFile(options, machine); file && !options.explain) {
+    if (const auto file = ProfileFile(options, machine); file && !options.explain && !options.makeEngineerSecret) {
       ProfileTaker(options, ReadProfile(*file)).TakeAll();
     }
   } catch (const CLI::CallForHelp&) {

@@ -9,6 +9,7 @@
 
 #include "adapters/gpib/gpib_routes.h"
 #include "adapters/qt_serial_control.h"
+#include "app/golden/golden_options.h"
 #include "app/profile/panel_settings.h"
 #include "app/sharing/shared_instruments.h"
 #include "app/unit_identity.h"
@@ -26,6 +27,22 @@ struct UnixAutomation {
 /// A light or a dark screen, whatever the desktop is set to.
 enum class Theme { Light, Dark };
 
+/// What stands on the screen: the engineers' panels, or one page for the operator.
+enum class View { Panels, Operator };
+/// Of the operator's page; the panels have their own texts.
+enum class Language { English, Korean };
+
+/// What the operator's page goes by.
+struct OperatorWishes {
+  std::optional<Language> language{};
+  /// What a serial number looks like, as a Perl regular expression that all of it fits; empty where any will do.
+  std::string serialPattern{};
+  /// When the shifts begin, in minutes of the day; none: at midnight.
+  std::vector<int> shiftStarts{};
+  /// After so many days the cables' losses count as old; no value: never.
+  std::optional<int> lossesDays{};
+};
+
 /// What the command line and the profile say. Little of it reaches the station's own logic: it says which device
 /// stands for which port, and who presses the buttons.
 struct Options {
@@ -41,6 +58,8 @@ struct Options {
   /// A trace to tell, in place of running a station.
   std::optional<std::string> explain;
   std::optional<Theme> theme;
+  View view = View::Panels;
+  OperatorWishes operating;
   bool headless = false;
   bool initialize = false;
   /// Tell what is there, and end.
@@ -57,6 +76,12 @@ struct Options {
   bool askSerial = false;
   /// Read back what a save wrote to the Target's EEPROM.
   bool verifyEeprom = false;
+  GoldenOptions golden;
+
+  /// What tells the engineer's word from any other; empty: there is none.
+  std::string engineerSecret;
+  /// Make one of a word, and end.
+  bool makeEngineerSecret = false;
 
   SharedInstruments share;
   /// Of a station that orvane-desk has started: `NUMBER@SOCKET`.

@@ -1,7 +1,12 @@
 #include "app/option_rows.h"
 
+#include <QRegularExpression>
+#include <QTime>
 #include <algorithm>
+#include <sstream>
 
+#include "app/engineer/engineer_rows.h"
+#include "app/golden/golden_rows.h"
 #include "app/route_text.h"
 #include "app/sharing/share_rows.h"
 
@@ -24,6 +29,43 @@ void TakeAutomation(Options& options, const std::string& text) {
 void TakeTheme(Options& options, const std::string& text) {
   if (text != "light" && text != "dark") throw OptionFault("\"" + text + "\" is neither light nor dark");
   options.theme = text == "light" ? Theme::Light : Theme::Dark;
+}
+
+void TakeView(Options& options, const std::string& text) {
+  if (text != "panels" && text != "operator") throw OptionFault("\"" + text + "\" is neither panels nor operator");
+  options.view = text == "operator" ? View::Operator : View::Panels;
+}
+
+void TakeLanguage(Options& options, const std::string& text) {
+  if (text != "en" && text != "ko") throw OptionFault("\"" + text + "\" is neither en nor ko");
+  options.operating.language = text == "ko" ? Language::Korean : Language::English;
+}
+
+void TakeSerialPattern(Options& options, const std::string& text) {
+  const QRegularExpression pattern(QString::fromStdString(text));
+  if (!pattern.isValid()) {
+    throw OptionFault("\"" + text + "\" is no regular expression: " + pattern.errorString().toStdString());
+  }
+  options.operating.serialPattern = text;
+}
+
+/// "06:00,14:00,22:00"
+void TakeShifts(Options& options, const std::string& text) {
+  std::istringstream times(text);
+  std::vector<int> starts;
+  for (std::string time; std::getline(times, time, ',');) {
+    const QTime start = QTime::fromString(QString::fromStdString(time), "HH:mm");
+    if (!start.isValid()) throw OptionFault("\"" + time + "\" is no time such as 06:00");
+    starts.push_back(start.msecsSinceStartOfDay() / 60000);
+  }
+  std::sort(starts.begin(), starts.end());
+  options.operating.shiftStarts = std::move(starts);
+}
+
+void TakeLossesDays(Options& options, const std::string& text) {
+  const auto days = QString::fromStdString(text).toInt();
+  if (days < 1 || days > 3660) throw OptionFault("\"" + text + "\" is no number of days from 1 to 3660");
+  options.operating.lossesDays = days;
 }
 
 void TakeInstrument(Options& options, const std::string& text) {
@@ -49,22 +91,6 @@ void TakeRecords(Options& options, const std::string& text) {
 void TakeTag(Options& options, const std::string& text) {
   const auto [key, value] = ParseTag(text);
   if (!options.unit.tags.emplace(key, value).second) throw OptionFault("\"" + key + "\" was given already");
-}
-
-OptionRow TextRow(const char* name, const char* what, const char* means,
-                  const std::function<std::string&(Options&)>& text) {
-  return {.name = name, .what = what, .means = means, .take = [text](Options& options, const std::string& value) {
-            if (const auto fault = FaultOfUnitText(value)) throw OptionFault("it " + *fault);
-            text(options) = value;
-          }};
-}
-
-OptionRow FlagRow(const char* name, const char* means, bool Options::*flag, bool onCommandLineOnly = false) {
-  return {.name = name,
-          .kind = Kind::Flag,
-          .means = means,
-          .take = [flag](Options& options, const std::string&) { options.*flag = true; },
-          .onCommandLineOnly = onCommandLineOnly};
 }
 
 void AddBench(std::vector<OptionRow>& rows) {
@@ -148,11 +174,37 @@ void AddRecords(std::vector<OptionRow>& rows) {
       FlagRow("verify-eeprom", "Read back what a save wrote to the Target's EEPROM", &Options::verifyEeprom));
 }
 
+void AddOperatorsPage(std::vector<OptionRow>& rows) {
+  rows.push_back({.name = "view",
+                  .what = "panels|operator",
+                  .means = "On the screen: the engineers' panels, or one page for the operator [panels]",
+                  .take = &TakeView});
+  rows.push_back({.name = "language",
+                  .what = "en|ko",
+                  .means = "Of the operator's page [the desktop's]",
+                  .take = &TakeLanguage});
+  rows.push_back({.name = "serial-pattern",
+                  .what = "REGEX",
+                  .means = "What a serial number looks like that is given on the operator's page [any]",
+                  .take = &TakeSerialPattern});
+  rows.push_back({.name = "shifts",
+                  .what = "HH:MM,...",
+                  .means = "When the shifts begin that the operator's page counts [00:00]",
+                  .take = &TakeShifts});
+  rows.push_back({.name = "losses-days",
+                  .what = "N",
+                  .means = "The operator's page warns of a Cable.loss that is older [never]",
+                  .take = &TakeLossesDays});
+}
+
 std::vector<OptionRow> AllRows() {
   std::vector<OptionRow> rows;
   AddBench(rows);
   AddPlaces(rows);
   AddRecords(rows);
+  AddGoldenRows(rows);
+  AddEngineerRows(rows);
+  AddOperatorsPage(rows);
   AddSharing(rows);
   rows.push_back({.name = "profile",
                   .what = "FILE",
@@ -176,6 +228,22 @@ std::vector<OptionRow> AllRows() {
 }
 
 }  // namespace
+
+OptionRow TextRow(const char* name, const char* what, const char* means,
+                  const std::function<std::string&(Options&)>& text) {
+  return {.name = name, .what = what, .means = means, .take = [text](Options& options, const std::string& value) {
+            if (const auto fault = FaultOfUnitText(value)) throw OptionFault("it " + *fault);
+            text(options) = value;
+          }};
+}
+
+OptionRow FlagRow(const char* name, const char* means, bool Options::*flag, bool onCommandLineOnly) {
+  return {.name = name,
+          .kind = Kind::Flag,
+          .means = means,
+          .take = [flag](Options& options, const std::string&) { options.*flag = true; },
+          .onCommandLineOnly = onCommandLineOnly};
+}
 
 const std::vector<OptionRow>& OptionRows() {
   static const std::vector<OptionRow> rows = AllRows();

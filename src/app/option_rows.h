@@ -28,6 +28,12 @@ struct OptionRow {
   bool onCommandLineOnly = false;
 };
 
+/// One whose value is a text of a unit, and a flag: as most of them are.
+[[nodiscard]] OptionRow TextRow(const char* name, const char* what, const char* means,
+                                const std::function<std::string&(Options&)>& text);
+[[nodiscard]] OptionRow FlagRow(const char* name, const char* means, bool Options::*flag,
+                                bool onCommandLineOnly = false);
+
 /// All of them, in the order of the help.
 [[nodiscard]] const std::vector<OptionRow>& OptionRows();
 /// No such option: null.

@@ -4,6 +4,7 @@
 
 #include "adapters/sha256.h"
 #include "app/automation/state_reader.h"
+#include "app/engineer/word_thread.h"
 #include "app/route_text.h"
 
 namespace orvane {
@@ -32,6 +33,7 @@ StationWishes WishesOf(const Options& options) { return {options.tables, &Sha256
 
 Program::Program(const Options& options)
     : options_(options),
+      goldenBook_(OpenGoldenBook(options)),
       socket_(SocketOf(options)),
       world_(options),
       unit_(options.unit, options.askSerial),
@@ -48,7 +50,7 @@ Program::Program(const Options& options)
              [this] { return Gathering(station_.State().reply); }}) {
   world_.Watch(station_.Nest());
   unit_.Follow(station_.Panels());
-  station_.Nest().refusal = [this](const Control& button) { return SerialRefusal(unit_, station_.Panels(), button); };
+  station_.Nest().refusal = [this](const Control& button) { return RefusalOf(button); };
   const bool outputIsFree = !std::holds_alternative<StdioAutomation>(options.automation);
   if (options.headless && !Automated()) world_.desk.LeaveUnattended(std::cerr);
   if (options.headless && outputIsFree) {
@@ -61,8 +63,38 @@ Program::Program(const Options& options)
   station_.State().charger.faults.told.Connect(
       [](const GpibFault& fault) { std::cerr << "orvane: " << OneLine(fault.text) << std::endl; });
   KeepRecords();
+  if (goldenBook_) WatchGoldenUnit(std::move(*goldenBook_));
+  if (!options_.engineerSecret.empty()) {
+    engineerWord_.emplace(world_.loop, LookOnAThread(world_.loop, options_.engineerSecret));
+  }
   world_.Share(station_);
   OpenAutomation();
+}
+
+std::optional<std::string> Program::RefusalOf(const Control& pressed) {
+  if (auto why = SerialRefusal(unit_, station_.Panels(), pressed)) return why;
+  if (!golden_ || !StartsARun(station_.Panels(), pressed)) return std::nullopt;
+  // A check that is over counts, also in the same turn of the loop.
+  records_->CloseWhatIsOver();
+  return golden_->NextUnitRefusal(unit_.Texts().serial);
+}
+
+void Program::WatchGoldenUnit(GoldenBook book) {
+  if (!book.fault.empty()) std::cerr << "orvane: --golden: " << OneLine(book.fault) << std::endl;
+  golden_.emplace(options_.golden, std::move(book), world_.loop, &WallClockMs);
+  if (options_.golden.excuse && !golden_->Excuse(*options_.golden.excuse)) {
+    std::cerr << "orvane: --golden-excuse: there is nothing to excuse: the golden unit was inside its limits."
+              << std::endl;
+  }
+  golden_->checked.Connect([this](const GoldenFinding& finding) { TellGolden(finding); });
+  records_->onBegin = [this](RunIdentity& run) { golden_->Mark(run); };
+  records_->onEnd = [this](RunRecord& record) { golden_->Take(record); };
+}
+
+void Program::TellGolden(const GoldenFinding& finding) {
+  std::cerr << "orvane: The golden unit " << golden_->Serial() << " is "
+            << (finding.Inside() ? "inside its limits." : "outside its limits: " + OneLine(finding.Text()))
+            << std::endl;
 }
 
 void Program::KeepRecords() {
@@ -146,8 +178,9 @@ void Program::GoOnWithoutScreen() {
 void Program::PressInitialize() {
   Operator hand(station_.Nest());
   StationPanels& panels = station_.Panels();
+  const bool takesUnit = options_.view == View::Panels;
   // What would be refused behind the instruments' Initialize is refused ahead of it: nothing goes out in vain.
-  if (const auto why = SerialRefusal(unit_, panels, panels.main.cmdTargetInitialize)) {
+  if (const auto why = RefusalOf(panels.main.cmdTargetInitialize); takesUnit && why) {
     station_.Nest().Refuse(*why);
     return;
   }
@@ -155,14 +188,16 @@ void Program::PressInitialize() {
   hand.Click(panels.main.cmdPSInitialize);
   station_.Nest().Run([&] { panels.baseBand.Touch(); });
   hand.Click(panels.baseBand.load.initialize);
-  hand.Click(panels.main.cmdTargetInitialize);
+  // At the operator's page a unit begins with the operator.
+  if (takesUnit) hand.Click(panels.main.cmdTargetInitialize);
 }
 
 int Program::VerdictStatus() {
   const RunReport& report = station_.State().report;
   const auto verdict = report.Concluded().value_or(Verdict::None);
   if (verdict == Verdict::Fail) return kFailed;
-  if (verdict == Verdict::Pass && report.AllComplete()) return kPassed;
+  const bool isGoldenOutside = golden_ && golden_->LastCheck() != nullptr && !golden_->LastCheck()->Inside();
+  if (verdict == Verdict::Pass && report.AllComplete()) return isGoldenOutside ? kUndecided : kPassed;
 
   const auto doubt = verdict == Verdict::Pass ? report.Doubt() : std::nullopt;
   std::cerr << (doubt ? "PASS, but not every step was completed." : "The run ended without a verdict.") << std::endl;

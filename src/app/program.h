@@ -7,6 +7,8 @@
 #include "app/automation/automation_port.h"
 #include "app/automation/automation_transport.h"
 #include "app/command_line.h"
+#include "app/engineer/engineer_word.h"
+#include "app/golden/golden_unit.h"
 #include "app/keeping/record_news.h"
 #include "app/keeping/station_records.h"
 #include "app/narrator.h"
@@ -25,7 +27,8 @@ inline constexpr int kNoWindows = 69;
 /// One station in its world, with the front ends that the command line asks for. It needs a QCoreApplication.
 class Program {
  public:
-  /// @throws OptionFault, naming the option, when the bench's store or the automation port's path cannot be used;
+  /// @throws OptionFault, naming the option, when the bench's store, the automation port's path or the golden unit's
+  /// reference cannot be used;
   /// TraceFault when the trace cannot be written.
   explicit Program(const Options& options);
 
@@ -33,6 +36,10 @@ class Program {
   [[nodiscard]] World& TheWorld() { return world_; }
   [[nodiscard]] const Options& TheOptions() const { return options_; }
   [[nodiscard]] UnitIdentity& TheUnit() { return unit_; }
+  /// Null for a station that has none.
+  [[nodiscard]] GoldenUnit* TheGoldenUnit() { return golden_ ? &*golden_ : nullptr; }
+  /// Null where the profile has no engineer's word.
+  [[nodiscard]] EngineerWord* TheEngineersWord() { return engineerWord_ ? &*engineerWord_ : nullptr; }
   /// Null where no records are kept.
   [[nodiscard]] RecordNews* TheRecords() { return records_ ? &recordNews_ : nullptr; }
 
@@ -49,6 +56,10 @@ class Program {
   void EndBehindWhatIsUnderWay();
   void OpenAutomation();
   void KeepRecords();
+  void WatchGoldenUnit(GoldenBook book);
+  void TellGolden(const GoldenFinding& finding);
+  /// Why an operator may not press this control now; no value where he may.
+  [[nodiscard]] std::optional<std::string> RefusalOf(const Control& pressed);
   /// What became of a record, to everybody who looks on.
   void TellKept(const Kept& kept);
   void Serve();
@@ -61,6 +72,8 @@ class Program {
   bool clientLost_ = false;
   /// Since the operator's last act.
   bool runBegan_ = false;
+  /// Until it is watched.
+  std::optional<GoldenBook> goldenBook_;
   /// Until somebody is served there.
   std::unique_ptr<ListeningSocket> socket_;
   World world_;
@@ -70,6 +83,8 @@ class Program {
   std::optional<LineClearing> lineClearing_;
   std::optional<Narrator> narrator_;
   RecordNews recordNews_;
+  std::optional<GoldenUnit> golden_;
+  std::optional<EngineerWord> engineerWord_;
   std::optional<StationRecords> records_;
   std::variant<std::monostate, std::unique_ptr<StdioTransport>, std::unique_ptr<UnixSocketTransport>> transport_;
 };

@@ -9,6 +9,7 @@
 
 #include "app/command_line.h"
 #include "app/device_list.h"
+#include "app/engineer/make_secret.h"
 #include "app/profile/profile.h"
 #include "app/route_text.h"
 #include "app/trace/story.h"
@@ -81,6 +82,7 @@ int RunProgram(int argc, char** argv, const Screen& screen) {
     return end->status;
   }
   const auto& options = std::get<Options>(parsed);
+  if (options.makeEngineerSecret) return MakeEngineerSecret(std::cout, std::cerr);
   if (options.printProfile) return TellProfile(options);
   if (options.list) {
     const DeviceList list = ListDevices(options);
@@ -88,6 +90,10 @@ int RunProgram(int argc, char** argv, const Screen& screen) {
     return list.AllNamedAnswer() ? 0 : kNotAll;
   }
   if (options.explain) return Explain(*options.explain);
+  if (options.headless && options.view == View::Operator) {
+    std::cerr << "orvane: --view operator needs a screen: leave --headless out." << std::endl;
+    return kBadOptions;
+  }
   if (!options.headless && !screen.open) return screen.elsewhere(argv);
 
   const std::unique_ptr<QCoreApplication> application = screen.application(options, argc, argv);

@@ -70,12 +70,15 @@ void UnitIdentity::Change(const UnitChange& change) {
   changed.Emit();
 }
 
-std::optional<std::string> SerialRefusal(const UnitIdentity& unit, StationPanels& panels, const Control& pressed) {
+bool StartsARun(StationPanels& panels, const Control& pressed) {
   const auto starters = RunStarters(panels.autoCal, panels.mpAutoCal, panels.baseBand);
   // The bring-up goes on into the whole run by itself.
-  const bool starts = &pressed == &panels.main.cmdTargetInitialize ||
-                      std::find(starters.begin(), starters.end(), &pressed) != starters.end();
-  if (!starts || !unit.LacksSerial()) return std::nullopt;
+  return &pressed == &panels.main.cmdTargetInitialize ||
+         std::find(starters.begin(), starters.end(), &pressed) != starters.end();
+}
+
+std::optional<std::string> SerialRefusal(const UnitIdentity& unit, StationPanels& panels, const Control& pressed) {
+  if (!unit.LacksSerial() || !StartsARun(panels, pressed)) return std::nullopt;
   return std::string(kSerialNeeded);
 }
 

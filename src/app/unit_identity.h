@@ -73,6 +73,9 @@ class UnitIdentity {
   bool inRun_ = false;
 };
 
+/// Whether an operator who presses this control starts a run of any kind.
+[[nodiscard]] bool StartsARun(StationPanels& panels, const Control& pressed);
+
 /// Why an operator may not press this control for want of a serial number: it starts a run. No value where he may.
 [[nodiscard]] std::optional<std::string> SerialRefusal(const UnitIdentity& unit, StationPanels& panels,
                                                        const Control& pressed);

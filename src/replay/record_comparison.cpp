@@ -49,16 +49,19 @@ class Comparison {
   }
 };
 
-bool IsOfTheClock(const RecordedReading& reading) { return reading.name.starts_with("road."); }
+/// What was told of the run behind its end: its times, and how a golden unit did.
+bool IsOfNoStep(const RecordedReading& reading) {
+  return reading.name.starts_with("road.") || reading.name.starts_with("golden.");
+}
 
-std::vector<RecordedReading> WithoutTimes(std::vector<RecordedReading> readings) {
-  readings.erase(std::remove_if(readings.begin(), readings.end(), &IsOfTheClock), readings.end());
+std::vector<RecordedReading> OfSteps(std::vector<RecordedReading> readings) {
+  readings.erase(std::remove_if(readings.begin(), readings.end(), &IsOfNoStep), readings.end());
   return readings;
 }
 
 void CompareReadings(Comparison& told, const RunRecord& then, const RunRecord& now) {
   told.Rows(
-      WithoutTimes(then.readings), WithoutTimes(now.readings),
+      OfSteps(then.readings), OfSteps(now.readings),
       [](const RecordedReading& reading) { return "Reading " + reading.name; },
       [&](const RecordedReading& left, const RecordedReading& right) {
         const std::string what = "Reading " + left.name;

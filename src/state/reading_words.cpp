@@ -31,7 +31,8 @@ std::string_view WordsOf(std::string_view part) {
 
 bool IsNumber(std::string_view part) { return part.find_first_not_of("0123456789") == std::string_view::npos; }
 
-/// "tx.gsm.level.5.power" as "GSM level 5, power": receiver and transmitter go without saying.
+}  // namespace
+
 std::string NameInWords(std::string_view name) {
   std::string words;
   std::string_view before;
@@ -48,8 +49,6 @@ std::string NameInWords(std::string_view name) {
   }
   return words;
 }
-
-}  // namespace
 
 std::string LimitsText(const Reading& reading) {
   std::string text = NameInWords(reading.name) + ": " + NumberText(reading.value) + " " + std::string(reading.unit);

@@ -128,6 +128,25 @@ TEST_F(ProfileTest, HasTheDigestsOfTablesAndWhatIsSetOnThePanels) {
                                     "tx_loss_gsm=-1:8", "test_set_address=7:9"));
 }
 
+TEST_F(ProfileTest, HasTheGoldenUnitAndItsLimitsInTheOrderOfTheFile) {
+  const GoldenOptions golden =
+      With(
+          "golden = \"G-001\"\ngolden_reference = \"01a2\"\ncheck_every = \"90m\"\n[golden_limits]\n"
+          "\"tx.gsm.level.*.power\" = 0.3\n\"battery.*\" = 8\n\"a*\" = 0\n",
+          {"--golden-reference", "01a3"})
+          .golden;
+  EXPECT_EQ(golden.serial, "G-001");
+  EXPECT_EQ(golden.reference, "01a3") << "the command line wins";
+  EXPECT_EQ(golden.checkEvery, std::chrono::minutes(90));
+  const std::string file = folder_.Path("bench.toml");
+  EXPECT_EQ(golden.limits,
+            (GoldenLimits{
+                {"tx.gsm.level.*.power", 0.3, file + ":5"}, {"battery.*", 8, file + ":6"}, {"a*", 0, file + ":7"}}));
+  const GoldenOptions inOneLine = With("golden_limits = { \"b*\" = 1, \"a*\" = 2 }\n").golden;
+  EXPECT_EQ(inOneLine.limits, (GoldenLimits{{"b*", 1, file + ":1"}, {"a*", 2, file + ":1"}}));
+  EXPECT_EQ(Accepted({}).golden.checkEvery, std::chrono::hours(12));
+}
+
 TEST_F(ProfileTest, AFaultIsOneLineWithFileLineAndKey) {
   const std::pair<std::string, std::string> rows[] = {
       {"com1 = \"/dev/ttyUSB0\"\n\ncom9 = \"/dev/x\"\n", "3: com9: there is no such key"},
@@ -161,6 +180,16 @@ TEST_F(ProfileTest, AFaultIsOneLineWithFileLineAndKey) {
        "2: tables.Cable.loss: it must be the SHA-256 of the file in lower-case hexadecimal"},
       {"[tables]\n\"Cable.loss\" = \"abc\"\n",
        "2: tables.Cable.loss: it must be the SHA-256 of the file in lower-case hexadecimal"},
+      {"golden_excuse = \"why\"\n", "1: golden_excuse: it is an option of the command line alone"},
+      {"check_every = \"12\"\n", "1: check_every: \"12\" is no time like 90m, 12h or 7d, up to 366d"},
+      {"check_every = 12\n", "1: check_every: it must be a text in quotes"},
+      {"golden_limits = 5\n", "1: golden_limits: it must be a table"},
+      {"[golden_limits]\nbattery.full = 5\n", "2: golden_limits.battery: a name with points in it stands in quotes"},
+      {"[golden_limits]\n\"rx.*\" = 1\n\"battery.*\" = -1\n", "3: golden_limits.battery.*: it must not be negative"},
+      {"[golden_limits]\n\"battery.*\" = \"5\"\n", "2: golden_limits.battery.*: it must be a number"},
+      {"\nengineer_secret = \"$argon2id$v=19$m=65536,t=2,p=1$abc\"\n",
+       "2: engineer_secret: it is nothing that --make-engineer-secret has made"},
+      {"make_engineer_secret = true\n", "1: make_engineer_secret: it is an option of the command line alone"},
       {"[panel]\npaces = 1\n", "2: panel.paces: there is no such key"},
       {"[panel]\npace = \"20000\"\n", "2: panel.pace: it must be a whole number"},
       {"[panel]\npace = 20000.0\n", "2: panel.pace: it must be a whole number"},
@@ -289,6 +318,9 @@ station = "Line 3"
 operator = "김 <b>"
 ask_serial = true
 verify_eeprom = true
+golden = "G-001"
+golden_reference = "/srv/golden.orvane"
+check_every = "8h"
 [instrument]
 1 = "tcp:bench7:5025"
 [tag]
@@ -296,6 +328,9 @@ line = "A"
 "two = words" = "x=y"
 [tables]
 "Cable.loss" = "0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef"
+[golden_limits]
+"tx.gsm.*.power" = 0.25
+"a \"b\" \\ *" = 8
 [panel]
 pace = 35000
 dialect = "4400M(WaveTek)"
@@ -320,6 +355,13 @@ TEST_F(ProfileTest, IsPrintedAsItWasRead) {
   EXPECT_EQ(again.theme, Theme::Dark);
   EXPECT_TRUE(again.askSerial && again.verifyEeprom);
   EXPECT_EQ(again.tables, options.tables);
+  EXPECT_EQ(again.golden.serial, "G-001");
+  EXPECT_EQ(again.golden.reference, "/srv/golden.orvane");
+  EXPECT_EQ(again.golden.checkEvery, std::chrono::hours(8));
+  ASSERT_EQ(again.golden.limits.size(), 2U);
+  EXPECT_EQ(again.golden.limits[0].pattern, "tx.gsm.*.power");
+  EXPECT_EQ(again.golden.limits[1].pattern, "a \"b\" \\ *");
+  EXPECT_EQ(again.golden.limits[1].allowed, 8);
   ASSERT_EQ(again.panels.size(), options.panels.size());
   for (const PanelSetting& setting : options.panels) {
     const auto same = [&](const PanelSetting& each) {

@@ -61,7 +61,7 @@ std::string LeakOptions(const std::string& file) {
 
 }  // namespace
 
-ScreenStation::ScreenStation(XDisplay& display, const Arguments& arguments, const char* platform)
+ScreenStation::ScreenStation(XDisplay& display, const Arguments& arguments, const char* platform, const char* window)
     : display_(display),
       displayName_("DISPLAY", display.Name()),
       runtimeFolder_("XDG_RUNTIME_DIR", folder_.Path().string()),
@@ -71,7 +71,7 @@ ScreenStation::ScreenStation(XDisplay& display, const Arguments& arguments, cons
       leaks_("LSAN_OPTIONS", LeakOptions(folder_ / "leaks")),
       process_(Windows(arguments)) {
   port_.answersBoxes = false;
-  (void)Await("OrvaneMain");
+  (void)Await(window);
 }
 
 std::optional<ScreenStation::Place> ScreenStation::Find(const std::string& widget) const {

@@ -16,11 +16,14 @@ class ScreenStation {
  public:
   /// @throws std::runtime_error when its windows do not come.
   /// On the toolkit's platform "offscreen" the display shows nothing of it.
-  ScreenStation(XDisplay& display, const Arguments& arguments, const char* platform = "xcb");
+  /// `window` is the one that comes first.
+  ScreenStation(XDisplay& display, const Arguments& arguments, const char* platform = "xcb",
+                const char* window = "OrvaneMain");
 
   struct Place {
     QRect area;
     bool enabled = false;
+    /// Of a label its text.
     std::string tip{};
   };
   /// Where a widget can be seen and reached now; "OrvaneMain/cmdExit", "box/OK", "OrvaneMain/SSTab1:2".

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QGenericPlugin>
+#include <QLabel>
 #include <QSocketNotifier>
 #include <QTabBar>
 #include <QTabWidget>
@@ -24,7 +25,7 @@ class Wanted {
         widget_(path.section(u'/', 1).section(u':', 0, 0)),
         tab_(path.section(u':', 1)) {}
 
-  /// "x y width height enabled tooltip" in pixels of the screen; empty while it cannot be seen and reached with the
+  /// "x y width height enabled words" in pixels of the screen; empty while it cannot be seen and reached with the
   /// mouse.
   [[nodiscard]] QByteArray Place() const {
     QWidget* window = Window();
@@ -40,7 +41,7 @@ class Wanted {
     const qreal scale = window->devicePixelRatioF();
     const auto pixels = [scale](int length) { return QByteArray::number(qRound(length * scale)) + ' '; };
     return pixels(place.x()) + pixels(place.y()) + pixels(place.width()) + pixels(place.height()) +
-           QByteArray::number(widget->isEnabled() ? 1 : 0) + ' ' + widget->toolTip().toUtf8();
+           QByteArray::number(widget->isEnabled() ? 1 : 0) + ' ' + Words(*widget).toUtf8();
   }
 
  private:
@@ -58,6 +59,11 @@ class Wanted {
       if (button->text().remove(u'&') == widget_) return button;
     }
     return nullptr;
+  }
+  /// A label's text in one line, or else the tip.
+  [[nodiscard]] static QString Words(const QWidget& widget) {
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    return label == nullptr ? widget.toolTip() : label->text().replace(u'\n', u' ');
   }
   [[nodiscard]] static bool Covered(const QWidget& widget, QPoint at) {
     const QWidget* there = QApplication::widgetAt(at);

@@ -51,7 +51,7 @@ void XDisplay::GiveKeyboard(QPoint at) {
   xcb_flush(connection_);
 }
 
-void XDisplay::Type(std::string_view keys) {
+int XDisplay::KeyOf(std::uint32_t symbol) const {
   const xcb_setup_t& setup = *xcb_get_setup(connection_);
   const auto count = static_cast<std::uint8_t>(setup.max_keycode - setup.min_keycode + 1);
   const auto asked = xcb_get_keyboard_mapping(connection_, setup.min_keycode, count);
@@ -59,13 +59,20 @@ void XDisplay::Type(std::string_view keys) {
       xcb_get_keyboard_mapping_reply(connection_, asked, nullptr), &std::free);
   if (reply == nullptr) throw std::runtime_error("the display has no keyboard");
   const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
-  for (const char key : keys) {
-    int code = 0;
-    while (code < count && symbols[code * reply->keysyms_per_keycode] != static_cast<xcb_keysym_t>(key)) ++code;
-    if (code == count) throw std::runtime_error(std::string("the keyboard has no key ") + key);
-    Fake(XCB_KEY_PRESS, setup.min_keycode + code, {});
-    Fake(XCB_KEY_RELEASE, setup.min_keycode + code, {});
+  for (int code = 0; code < count; ++code) {
+    if (symbols[code * reply->keysyms_per_keycode] == symbol) return setup.min_keycode + code;
   }
+  throw std::runtime_error("the keyboard has no key " + std::to_string(symbol));
+}
+
+void XDisplay::Press(std::uint32_t symbol) {
+  const int key = KeyOf(symbol);
+  Fake(XCB_KEY_PRESS, key, {});
+  Fake(XCB_KEY_RELEASE, key, {});
+}
+
+void XDisplay::Type(std::string_view keys) {
+  for (const char key : keys) Press(static_cast<unsigned char>(key));
 }
 
 void XDisplay::MoveMouse(QPoint to) { Fake(XCB_MOTION_NOTIFY, 0, to); }

@@ -29,6 +29,8 @@ class XDisplay {
   void GiveKeyboard(QPoint at);
   /// Presses a key for each character, which the keyboard has without others.
   void Type(std::string_view keys);
+  /// A key that stands for no character, by its X keysym.
+  void Press(std::uint32_t symbol);
   void MoveMouse(QPoint to);
   void Click(QPoint at);
   /// What stands on the display within that rectangle.
@@ -38,6 +40,8 @@ class XDisplay {
   void Kill();
 
  private:
+  /// The key that has it without others. @throws std::runtime_error for a keyboard without one.
+  [[nodiscard]] int KeyOf(std::uint32_t symbol) const;
   void Fake(int event, int detail, QPoint at);
 
   Child server_;

@@ -6,6 +6,8 @@
 //       "brief": each window, but no run that waits long.
 //   screenshots --all FOLDER
 //       Every state, light and dark, on screens of one and two dots a pixel, each set in a folder of its own.
+//   screenshots --operator FOLDER
+//       The operator's page in every state, light and dark, in each language, each set in a folder of its own.
 //
 // QT_SCALE_FACTOR=2 doubles the pictures.
 
@@ -16,6 +18,7 @@
 #include <iostream>
 
 #include "app/windows/theme.h"
+#include "operator_pages.h"
 #include "photographer.h"
 
 namespace {
@@ -169,18 +172,32 @@ int TakeAllSets(const QString& program, const path& folder) {
   return 0;
 }
 
+int TakeOperator(const path& folder) {
+  using orvane::Language;
+  using orvane::Theme;
+  for (const auto& [theme, dress] : {std::pair(Theme::Light, "light"), std::pair(Theme::Dark, "dark")}) {
+    orvane::Wear(theme);
+    orvane::TakeOperatorsPages(folder / (std::string("en-") + dress), theme, Language::English);
+    orvane::TakeOperatorsPages(folder / (std::string("ko-") + dress), theme, Language::Korean);
+  }
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const std::vector<std::string_view> words(argv + 1, argv + argc);
   const auto says = [&](std::string_view word) { return std::find(words.begin(), words.end(), word) != words.end(); };
-  if (words.empty() || (words[0] == "--all") != (words.size() == 2 && says("--all"))) {
-    std::cerr << "screenshots FOLDER [light|dark] [large] [every|brief], or screenshots --all FOLDER" << std::endl;
+  const bool isWhole = !words.empty() && (words[0] == "--all" || words[0] == "--operator");
+  if (words.empty() || isWhole != (words.size() == 2 && (says("--all") || says("--operator")))) {
+    std::cerr << "screenshots FOLDER [light|dark] [large] [every|brief], or screenshots --all|--operator FOLDER"
+              << std::endl;
     return orvane::kBadOptions;
   }
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
   (void)std::setlocale(LC_NUMERIC, "C");
+  if (words[0] == "--operator") return TakeOperator(words[1]);
   if (words[0] == "--all") return TakeAllSets(QApplication::applicationFilePath(), words[1]);
 
   orvane::Wear(says("dark") ? orvane::Theme::Dark : orvane::Theme::Light);

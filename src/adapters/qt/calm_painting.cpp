@@ -45,8 +45,9 @@ bool CalmPainting::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CalmPainting::AnswerHands() {
+  rest_ = QDeadlineTimer(0);
   heldUp_ = rest_;
-  if (patience_.isActive()) patience_.start(milliseconds(rest_.remainingTime()) + kPatience);
+  if (patience_.isActive()) patience_.start(kPatience);
 }
 
 void CalmPainting::UseFreeTime(nanoseconds left) {

@@ -21,6 +21,7 @@ struct Said {
 // The toolkit hands a message to a plain function.
 QtMessageHandler toolkitsOwn = nullptr;
 int statusOfNone = EXIT_FAILURE;
+const char* adviceOnNone = "With --headless it runs without them.";
 bool opened = false;
 bool gone = false;
 std::vector<Said> held;  // NOLINT(cert-err58-cpp)
@@ -30,7 +31,7 @@ std::vector<Said> held;  // NOLINT(cert-err58-cpp)
     if (said->category.startsWith("qt.qpa")) reason = said->text;
   }
   std::cerr << "orvane: no windows: " << reason.section(u'\n', 0, 0).trimmed().toStdString()
-            << ". With --headless it runs without them." << std::endl;
+            << ". " << adviceOnNone << std::endl;
   // Nothing of the station is there yet.
   std::_Exit(statusOfNone);
 }
@@ -55,6 +56,11 @@ DisplayWatch::DisplayWatch(int statusWithoutDisplay) {
   // Beneath the other dispatcher lie frames of C, which an exception must not cross.
   qputenv("QT_NO_GLIB", "1");
   toolkitsOwn = qInstallMessageHandler(&Heed);
+}
+
+void DisplayWatch::WithoutDisplay(int status, const char* advice) {
+  statusOfNone = status;
+  adviceOnNone = advice;
 }
 
 DisplayWatch::~DisplayWatch() { qInstallMessageHandler(toolkitsOwn); }

@@ -11,6 +11,8 @@ class DisplayWatch {
  public:
   /// Until `Opened`, a display that cannot be had ends the program with that status and one line on standard error.
   explicit DisplayWatch(int statusWithoutDisplay);
+  /// Another status, and another sentence than that it runs without windows.
+  void WithoutDisplay(int status, const char* advice);
   DisplayWatch(const DisplayWatch&) = delete;
   DisplayWatch& operator=(const DisplayWatch&) = delete;
   ~DisplayWatch();

@@ -21,11 +21,6 @@
 namespace orvane {
 namespace {
 
-std::int64_t NowMs() {
-  const auto now = std::chrono::system_clock::now().time_since_epoch();
-  return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
-}
-
 /// Whatever fails beside a store is a fault of the store to whoever asked for it.
 template <class Act>
 void AsStoreFault(const Act& act) {
@@ -66,6 +61,11 @@ DiskFiles Disk() { return {"/nonexistent", "/nonexistent"}; }
 
 }  // namespace
 
+std::int64_t WallClockMs() {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
+}
+
 StationRecords::StationRecords(const Options& options, EventLoop& loop, RunRecorder& recorder, Station& station,
                                const UnitIdentity& unit)
     : options_(options),
@@ -86,7 +86,7 @@ StationRecords::~StationRecords() = default;
 
 RecorderLinks StationRecords::Links() {
   return {[this](RunKind kind) { return IdentityOf(kind); },
-          &NowMs,
+          &WallClockMs,
           [this] { return documents_.State(); },
           [this] { return documents_.Before(); },
           [this] { return documents_.After(); },
@@ -94,6 +94,7 @@ RecorderLinks StationRecords::Links() {
           [this](const std::string& run, std::string bytes) { keeper_.Grow(run, std::move(bytes)); },
           [this](RunRecord record) {
             AddWait(record.identity.tags);
+            if (onEnd) onEnd(record);
             keeper_.Finish(std::move(record));
           }};
 }
@@ -109,7 +110,7 @@ void StationRecords::AddWait(std::map<std::string, std::string>& tags) const {
 RunIdentity StationRecords::IdentityOf(RunKind kind) {
   const auto chance = [this] { return (std::uint64_t{chance_()} << 32U) | chance_(); };
   RunIdentity run;
-  run.beganMs = NowMs();
+  run.beganMs = WallClockMs();
   run.id = RunIdOf(run.beganMs, chance(), chance());
   run.station = options_.station;
   run.bench = options_.bench ? "virtual" : "real";
@@ -121,6 +122,7 @@ RunIdentity StationRecords::IdentityOf(RunKind kind) {
   run.part = texts.part;
   run.operatorName = texts.operatorName;
   run.tags = texts.tags;
+  if (onBegin) onBegin(run);
   return run;
 }
 
@@ -143,7 +145,7 @@ KeeperWays StationRecords::Ways() const {
               return WriterMayLive(run.writer) || LiesInSpool(spool, run.id);
             };
             std::vector<std::string> ended;
-            (void)EndAbandoned(store, mayEndByItself, NowMs(), [&](RunRecord& left) {
+            (void)EndAbandoned(store, mayEndByItself, WallClockMs(), [&](RunRecord& left) {
               TakeTrace(spool, left);
               ended.push_back(left.identity.id);
             });

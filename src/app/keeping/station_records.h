@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <cstdint>
 #include <functional>
 #include <mutex>
 #include <random>
@@ -17,6 +18,9 @@
 
 namespace orvane {
 
+/// Milliseconds since 1970, UTC.
+[[nodiscard]] std::int64_t WallClockMs();
+
 /// Gives each run of a station to its store: who and what it was of, what the recorder gathered, and where it went.
 class StationRecords {
  public:
@@ -29,9 +33,15 @@ class StationRecords {
 
   /// What became of a record, and any other fault of the store, with an empty `run`. As an event of the loop.
   std::function<void(const Kept& kept)> onKept;
+  /// A run begins: what else is to stand among what it is of.
+  std::function<void(RunIdentity& run)> onBegin;
+  /// A run is over, and this is its record: what else is to stand in it.
+  std::function<void(RunRecord& record)> onEnd;
   /// How long the run that is over has waited for instruments that other stations use too.
   std::function<TimePoint()> waited = [] { return TimePoint{0}; };
 
+  /// A run that is over has its record now, not a turn of the loop later.
+  void CloseWhatIsOver() { recorder_.Flush(); }
   /// The station ends: what is not told yet is told now.
   void Finish();
 

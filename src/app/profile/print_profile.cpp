@@ -4,6 +4,7 @@
 
 #include "app/profile/profile.h"
 #include "app/route_text.h"
+#include "base/numbers.h"
 
 namespace orvane {
 namespace {
@@ -74,6 +75,20 @@ void PrintTables(std::string& text, const Options& options) {
   }
 }
 
+void PrintGoldenLimits(std::string& text, const Options& options) {
+  text +=
+      "\n# How far a reading of the golden unit may be from its reference: the first line that fits counts, and "
+      "behind "
+      "them these\n[golden_limits]\n";
+  for (const GoldenLimit& limit : options.golden.limits) {
+    text += Quoted("golden_limits", limit.pattern) + " = " + NumberText(limit.allowed) + "\n";
+  }
+  for (const GoldenDefault& usual : GoldenDefaults()) {
+    text += "# " + std::string(usual.because) + "\n" +
+            CommentedOut(Quoted("golden_limits", std::string(usual.pattern)), NumberText(usual.allowed));
+  }
+}
+
 void PrintPanels(std::string& text, const Options& options) {
   text += "\n# What is set on the panels as the station starts, in this order\n[panel]\n";
   for (const PanelRow& row : PanelRows()) {
@@ -104,6 +119,7 @@ std::string PrintProfile(const Options& options) {
     if (row.kind == OptionRow::Kind::Repeated) PrintRepeated(text, row, options);
   }
   PrintTables(text, options);
+  PrintGoldenLimits(text, options);
   PrintPanels(text, options);
   return text;
 }

@@ -35,6 +35,8 @@ class Reader {
     for (const Entry& entry : EntriesOf(top, "")) {
       if (entry.key == "tables") {
         ReadTables(entry);
+      } else if (entry.key == "golden_limits") {
+        ReadGoldenLimits(entry);
       } else if (entry.key == "panel") {
         ReadPanels(entry);
       } else {
@@ -50,11 +52,14 @@ class Reader {
 
   /// In the order of the file, so that its first fault is the one that is told.
   static std::vector<Entry> EntriesOf(const toml::table& table, const std::string& head) {
-    std::vector<Entry> entries;
+    std::vector<std::pair<toml::source_position, Entry>> placed;
     for (const auto& [key, node] : table) {
-      entries.push_back({head + std::string(key.str()), &node, static_cast<long>(key.source().begin.line)});
+      const toml::source_position begin = key.source().begin;
+      placed.push_back({begin, {head + std::string(key.str()), &node, static_cast<long>(begin.line)}});
     }
-    std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.line < b.line; });
+    std::stable_sort(placed.begin(), placed.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<Entry> entries;
+    for (auto& [begin, entry] : placed) entries.push_back(std::move(entry));
     return entries;
   }
 
@@ -96,6 +101,7 @@ class Reader {
 
   void ReadOption(const Entry& entry);
   void ReadTables(const Entry& entry);
+  void ReadGoldenLimits(const Entry& entry);
   void ReadPanels(const Entry& entry);
   void AddOption(const OptionRow& row, const Entry& entry, std::string value);
 
@@ -170,6 +176,16 @@ void Reader::ReadTables(const Entry& entry) {
       Fail(part, "it must be the SHA-256 of the file in lower-case hexadecimal");
     }
     profile_.tables[name] = digest;
+  }
+}
+
+void Reader::ReadGoldenLimits(const Entry& entry) {
+  for (const Entry& part : EntriesIn(entry)) {
+    const std::string pattern = part.key.substr(entry.key.size() + 1);
+    if (part.node->is_table()) Fail(part, "a name with points in it stands in quotes");
+    const double allowed = ToDouble(DecimalOf(part));
+    if (allowed < 0) Fail(part, "it must not be negative");
+    profile_.goldenLimits.push_back({pattern, allowed, profile_.file + ":" + std::to_string(part.line)});
   }
 }
 

@@ -17,7 +17,8 @@ class ProfileFault : public std::runtime_error {
 
 /// A TOML file of settings. At its top stand options of the command line under their names; `ask_serial` is the usual
 /// form, `ask-serial` and `askserial` are the same. `[instrument]` and `[tag]` have what may be repeated, `[tables]`
-/// the SHA-256 of installed data files, `[panel]` what is set on the panels as the station starts.
+/// the SHA-256 of installed data files, `[golden_limits]` how far readings of the golden unit may be off, `[panel]`
+/// what is set on the panels as the station starts.
 struct Profile {
   struct Option {
     const OptionRow* row;
@@ -32,6 +33,7 @@ struct Profile {
   /// In the order of the file.
   std::vector<Option> options;
   TableDigests tables;
+  GoldenLimits goldenLimits;
   std::vector<PanelSetting> panels;
 };
 

@@ -102,8 +102,19 @@ DeskWindows::DeskWindows(EventLoop& loop, Desk& desk) : loop_(loop), desk_(desk)
   desk.closed.Connect([this](Desk::Id id) { open_.erase(id); });
 }
 
+void DeskWindows::Rest() {
+  rests_ = true;
+  open_.clear();
+}
+
+void DeskWindows::Wake() {
+  rests_ = false;
+  for (const Desk::OpenBox& open : desk_.OpenBoxes()) Open(open);
+  for (const Desk::OpenDialog& open : desk_.OpenDialogs()) Open(open);
+}
+
 void DeskWindows::Open(const Desk::OpenBox& open) {
-  if (abandoned_) return;
+  if (abandoned_ || rests_) return;
   auto box = std::make_unique<QMessageBox>(QApplication::activeWindow());
   box->setObjectName("box");
   box->setWindowTitle(ToQt(open.box.title));
@@ -125,7 +136,7 @@ void DeskWindows::Open(const Desk::OpenBox& open) {
 }
 
 void DeskWindows::Open(const Desk::OpenDialog& open) {
-  if (abandoned_) return;
+  if (abandoned_ || rests_) return;
   auto dialog = std::make_unique<QFileDialog>(QApplication::activeWindow(), ToQt(open.dialog.title));
   dialog->setObjectName("fileDialog");
   // The station asks before it writes over a file, and adds the extension, by itself.

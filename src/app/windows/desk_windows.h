@@ -19,6 +19,9 @@ class DeskWindows {
 
   /// Opens no more.
   void Abandon() { abandoned_ = true; }
+  /// Takes away what is there, unanswered, and opens no more until `Wake`, which opens what lies on the desk then.
+  void Rest();
+  void Wake();
 
  private:
   void Open(const Desk::OpenBox& open);
@@ -27,6 +30,7 @@ class DeskWindows {
   EventLoop& loop_;
   Desk& desk_;
   bool abandoned_ = false;
+  bool rests_ = false;
   std::map<Desk::Id, std::unique_ptr<QDialog>> open_;
 };
 

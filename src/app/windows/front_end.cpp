@@ -43,7 +43,7 @@ PanelWindow* FrontEnd::WindowOf(const Panel& panel) const {
 }
 
 void FrontEnd::UseFreeTime(TimePoint until) {
-  if (abandoned_) return;
+  if (abandoned_ || rests_) return;
   for (const auto& [panel, window] : windows_) window->UseFreeTime(until - loop_.Now());
   if (until - loop_.Now() > kQuiet) MakeOneAhead();
 }
@@ -63,8 +63,20 @@ void FrontEnd::Abandon() {
   for (const auto& [panel, window] : windows_) window->setUpdatesEnabled(false);
 }
 
+void FrontEnd::Rest() {
+  rests_ = true;
+  deskWindows_.Rest();
+  for (const auto& [panel, window] : windows_) window->hide();
+}
+
+void FrontEnd::Wake() {
+  rests_ = false;
+  for (const PanelLayout& layout : layouts_) Follow(layout);
+  deskWindows_.Wake();
+}
+
 void FrontEnd::Follow(const PanelLayout& layout) {
-  if (abandoned_) return;
+  if (abandoned_ || rests_) return;
   PanelWindow* window = WindowOf(*layout.panel);
   if (layout.panel->Visible()) {
     if (window == nullptr) window = &Make(layout);

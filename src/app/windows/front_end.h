@@ -39,6 +39,11 @@ class FrontEnd {
   /// The display has gone: shows nothing more.
   void Abandon();
 
+  /// Somebody else has the screen: no window and no box of the station comes up on it until `Wake`, which shows
+  /// whatever is there by then.
+  void Rest();
+  void Wake();
+
  private:
   void Follow(const PanelLayout& panel);
   PanelWindow& Make(const PanelLayout& panel);
@@ -52,6 +57,7 @@ class FrontEnd {
   Hands hands_;
   DeskWindows deskWindows_;
   bool abandoned_ = false;
+  bool rests_ = false;
   StationState& state_;
   StationPanels& panels_;
   std::vector<PanelLayout> layouts_;

@@ -6,6 +6,8 @@
 
 #include "adapters/qt/appearance.h"
 #include "adapters/qt/display_watch.h"
+#include "app/operator/operator_view.h"
+#include "app/operator/page_language.h"
 #include "app/program_main.h"
 #include "app/stations/desk_link.h"
 #include "app/windows/front_end.h"
@@ -30,12 +32,54 @@ struct Windows {
       if (records) records->AddTo(*strip);
       strip->AddAtEnd(new orvane::StopButton(
           status, [this, &program] { PressStop(program); }, strip));
+      if (page) strip->AddAtEnd(ButtonToPage(strip));
       return strip;
     };
+    if (program.TheRecords() != nullptr) {
+      records.emplace(*program.TheRecords(), "sqlite:" + program.TheOptions().records->string());
+      frontEnd.belowVerdict = [this](QWidget* parent) { return records->Button(parent); };
+    }
     if (program.TheOptions().desk) LinkToDesk(program);
-    if (program.TheRecords() == nullptr) return;
-    records.emplace(*program.TheRecords(), "sqlite:" + program.TheOptions().records->string());
-    frontEnd.belowVerdict = [this](QWidget* parent) { return records->Button(parent); };
+    if (program.TheOptions().view == orvane::View::Operator) GiveToOperator(program);
+  }
+
+  /// The panels' windows rest while the operator's page has the screen.
+  void GiveToOperator(orvane::Program& program) {
+    frontEnd.Rest();
+    const orvane::Options& options = program.TheOptions();
+    orvane::World& world = program.TheWorld();
+    page.emplace(
+        orvane::OperatorWorld{world.loop, program.TheStation(), world.desk, program.TheUnit(), world.Ports().files,
+                              status, options, program.TheRecords(), records ? &records->runs : nullptr,
+                              program.TheEngineersWord(), program.TheGoldenUnit()},
+        orvane::IsDark(options.theme));
+    page->openPanels = [this] {
+      page->Hide();
+      frontEnd.Wake();
+    };
+    page->Show();
+  }
+
+  QWidget* ButtonToPage(QWidget* parent) {
+    auto* button = new QToolButton(parent);
+    button->setObjectName("statusOperatorsPage");
+    button->setText(QToolButton::tr("Operator's page"));
+    button->setFocusPolicy(Qt::NoFocus);
+    QObject::connect(button, &QToolButton::clicked, button, [this] {
+      frontEnd.Rest();
+      page->Show();
+    });
+    return button;
+  }
+
+  void UseFreeTime(orvane::TimePoint until, orvane::TimePoint now) {
+    frontEnd.UseFreeTime(until);
+    if (page) page->Page().UseFreeTime(until - now);
+  }
+
+  void Abandon() {
+    frontEnd.Abandon();
+    if (page) page->Abandon();
   }
 
   void LinkToDesk(orvane::Program& program) {
@@ -70,6 +114,7 @@ struct Windows {
   /// Ahead of the windows: they are gone first.
   std::optional<Records> records;
   orvane::FrontEnd frontEnd;
+  std::optional<orvane::OperatorView> page;
   /// The way back to the desk that has started this station.
   std::optional<orvane::DeskLink> desk;
 };
@@ -80,16 +125,17 @@ std::unique_ptr<QCoreApplication> OpenDisplay(const orvane::Options& options, in
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setDesktopFileName("orvane");
   QApplication::setWindowIcon(QIcon(":/orvane.svg"));
+  if (options.view == orvane::View::Operator) orvane::Speak(options.operating.language);
   return application;
 }
 
 std::shared_ptr<void> OpenWindows(orvane::Program& program) {
   auto windows = std::make_shared<Windows>(program);
-  program.TheWorld().loop.onFreeTime = [front = &windows->frontEnd](orvane::TimePoint until) {
-    front->UseFreeTime(until);
+  program.TheWorld().loop.onFreeTime = [&program, all = windows.get()](orvane::TimePoint until) {
+    all->UseFreeTime(until, program.TheWorld().loop.Now());
   };
-  program.TheWorld().loop.onDisplayGone = [&program, front = &windows->frontEnd] {
-    front->Abandon();
+  program.TheWorld().loop.onDisplayGone = [&program, all = windows.get()] {
+    all->Abandon();
     program.GoOnWithoutScreen();
   };
   return windows;
@@ -101,6 +147,9 @@ int main(int argc, char** argv) {
   orvane::DisplayWatch watch(orvane::kNoWindows);
   orvane::Screen screen;
   screen.application = [&watch](const orvane::Options& options, int& count, char** words) {
+    if (options.view == orvane::View::Operator) {
+      watch.WithoutDisplay(orvane::kBadOptions, "--view operator needs a screen.");
+    }
     auto application =
         options.headless ? std::make_unique<QCoreApplication>(count, words) : OpenDisplay(options, count, words);
     watch.Opened();

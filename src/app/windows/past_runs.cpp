@@ -54,9 +54,7 @@ void PastRuns::Do(Work work, std::function<void(const Answer&)> told) {
   });
 }
 
-void PastRuns::List(int count, std::function<void(const Listed&)> told) {
-  RunQuery query;
-  query.limit = static_cast<std::size_t>(count);
+void PastRuns::List(const RunQuery& query, std::function<void(const Listed&)> told) {
   Do<Listed>(
       [store = store_, query] {
         return Listed{OpenStore(store, {.readOnly = true})->List(query), ""};

@@ -25,8 +25,8 @@ class PastRuns {
     /// Why there are none, in words; empty when nothing went wrong.
     std::string fault;
   };
-  /// The last runs of all stations on that store. `told` is called in a later turn of this thread's event loop.
-  void List(int count, std::function<void(const Listed&)> told);
+  /// `told` is called in a later turn of this thread's event loop.
+  void List(const RunQuery& query, std::function<void(const Listed&)> told);
 
   struct Reported {
     /// The page with the report; empty when there is none.

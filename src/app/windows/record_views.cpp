@@ -12,7 +12,7 @@
 namespace orvane {
 namespace {
 
-constexpr int kUnitsListed = 10;
+constexpr std::size_t kUnitsListed = 10;
 
 QString ClockOf(const RunIdentity& run) {
   const QDateTime began = QDateTime::fromMSecsSinceEpoch(run.beganMs);
@@ -80,7 +80,9 @@ UnitsButton::UnitsButton(PastRuns& runs, ReportOpener& reports, QWidget* parent)
 }
 
 void UnitsButton::Ask() {
-  runs_.List(kUnitsListed, [this, seen = QPointer(this)](const PastRuns::Listed& listed) {
+  RunQuery query;
+  query.limit = kUnitsListed;
+  runs_.List(query, [this, seen = QPointer(this)](const PastRuns::Listed& listed) {
     if (seen) List(listed);
   });
 }

@@ -37,6 +37,11 @@ QPalette PaletteOf(Theme theme) {
   return palette;
 }
 
+bool IsDark(std::optional<Theme> theme) {
+  constexpr int kHalf = 128;
+  return theme ? *theme == Theme::Dark : QApplication::palette().color(QPalette::Window).lightness() < kHalf;
+}
+
 void Wear(std::optional<Theme> theme) {
   QApplication::setStyle(StationStyle::ForApplication());
   if (theme) QApplication::setPalette(PaletteOf(*theme));

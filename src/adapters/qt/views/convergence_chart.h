@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QCoreApplication>
+
 #include "adapters/qt/views/chart_view.h"
 #include "state/search_trail.h"
 
@@ -12,6 +14,8 @@ namespace orvane {
 /// Power and DAC value of the search under way, or of the last one, pass by pass, with the target and the tolerance
 /// around it as it was in force.
 class ConvergenceChart final : public ChartView {
+  Q_DECLARE_TR_FUNCTIONS(ConvergenceChart)
+
  public:
   ConvergenceChart(SearchTrail& trail, QWidget* parent);
 
