@@ -138,6 +138,15 @@ TEST_F(RealStations, TheWindowsOfAStationComeWhenTheDeskCallsThem) {
   Await([&] { return !server.BringToFront(4); });
 }
 
+TEST_F(RealStations, OneWithAnOperatorsPageIsSeenToo) {
+  folder_.Put("page.toml", "station = \"Page\"\nrecords = \"none\"\nbench = \"virtual\"\nserial = \"A-7\"\n");
+  Open({folder_.Path("page.toml")});
+  Await([&] { return Sight(0).stands == Stands::Idle && Sight(0).unit == "A-7"; });
+  EXPECT_EQ(On(0, "tileUnit"), "Unit A-7");
+  desk_->Page().TileOf(0).onTouched();
+  EXPECT_TRUE(desk_->StationAt(0).Runs());
+}
+
 TEST_F(RealStations, APageIsNotClosedOverARunByASlip) {
   Open({Line(1)});
   Await([&] { return Sight(0).stands == Stands::InRun; });
