@@ -45,6 +45,19 @@ TEST_F(Link, BringsThePageOfThatStationToTheFrontAndNoOther) {
   EXPECT_FALSE(server_.BringToFront(3));
 }
 
+TEST_F(Link, TellsTheUnitAlsoWhenItWasGivenAheadOfTheConnection) {
+  std::vector<std::pair<int, QString>> told;
+  server_.onUnit = [&](int station, const QString& serial) { told.emplace_back(station, serial); };
+  DeskLink link("2@" + path_);
+  link.TellUnit(QString::fromUtf8("\uB2E8\uB9D0 7 "));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }, kLongMs));
+  EXPECT_EQ(told.back(), std::pair(2, QString::fromUtf8("\uB2E8\uB9D0 7 "))) << "as it is, blanks and all";
+  link.TellUnit(QString(5000, u'x'));
+  link.TellUnit("");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return told.back().second.isEmpty(); }, kLongMs));
+  EXPECT_EQ(told[told.size() - 2].second, QString(100, u'x'));
+}
+
 TEST_F(Link, CtrlHomeLeadsToTheDeskFromEveryWindow) {
   DeskLink link("1@" + path_);
   AwaitPage(1);

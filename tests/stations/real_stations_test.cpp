@@ -124,15 +124,27 @@ TEST_F(RealStations, AllOfThemEndWithTheDesk) {
 
 TEST_F(RealStations, TheWindowsOfAStationComeWhenTheDeskCallsThem) {
   DeskServer server;
+  QString unit;
+  server.onUnit = [&](int, const QString& serial) { unit = serial; };
   ASSERT_TRUE(server.Listen(QString::fromStdString(folder_.Path("desk"))));
   QProcess station;
-  station.start(ORVANE_PROGRAM, {"--bench", "virtual", "--records", "none", "--desk",
+  station.start(ORVANE_PROGRAM, {"--bench", "virtual", "--records", "none", "--serial", "A-7", "--desk",
                                  QString::fromStdString("4@" + folder_.Path("desk"))});
   Await([&] { return server.BringToFront(4); });
   EXPECT_FALSE(server.BringToFront(1));
+  Await([&] { return unit == "A-7"; });
   station.terminate();
   EXPECT_TRUE(station.waitForFinished());
   Await([&] { return !server.BringToFront(4); });
+}
+
+TEST_F(RealStations, OneWithAnOperatorsPageIsSeenToo) {
+  folder_.Put("page.toml", "station = \"Page\"\nrecords = \"none\"\nbench = \"virtual\"\nserial = \"A-7\"\n");
+  Open({folder_.Path("page.toml")});
+  Await([&] { return Sight(0).stands == Stands::Idle && Sight(0).unit == "A-7"; });
+  EXPECT_EQ(On(0, "tileUnit"), "Unit A-7");
+  desk_->Page().TileOf(0).onTouched();
+  EXPECT_TRUE(desk_->StationAt(0).Runs());
 }
 
 TEST_F(RealStations, APageIsNotClosedOverARunByASlip) {

@@ -94,12 +94,22 @@ TEST(StationSight, ABoxStandsUntilTheRunGoesOn) {
   EXPECT_EQ(sight.box, "");
 }
 
-TEST(StationSight, TakesTheUnitsNumberAndItsAbsence) {
+TEST(StationSight, TheUnitIsTheOneUnderWayOrElseTheNextOrElseTheOneWhoseVerdictStands) {
   StationSight sight = Idle();
-  sight.TakeUnit({{"serial", "A-1"}, {"operator", nullptr}});
+  sight.TakeUnit("A-1");
   EXPECT_EQ(sight.unit, "A-1");
-  sight.TakeUnit({{"serial", nullptr}});
-  EXPECT_EQ(sight.unit, "");
+  sight.TakeUnit("");
+  EXPECT_EQ(sight.unit, "") << "taken back";
+  sight.TakeUnit("A-2");
+  sight.Take("step", StepNote("receive", "began"));
+  EXPECT_EQ(sight.unit, "A-2");
+  sight.Take("verdict", VerdictNote("PASS", true));
+  sight.TakeUnit("");
+  EXPECT_EQ(sight.unit, "A-2") << "whose verdict stands";
+  sight.Take("step", StepNote("receive", "began"));
+  EXPECT_EQ(sight.unit, "") << "a unit without a number is not the last one";
+  sight.TakeUnit("A-3");
+  EXPECT_EQ(sight.unit, "A-3") << "told within the run";
 }
 
 TEST(StationSight, WhatMeansNothingHereChangesNothing) {
@@ -110,7 +120,6 @@ TEST(StationSight, WhatMeansNothingHereChangesNothing) {
     if (!odd.is_object()) {
       for (const char* method : {"step", "verdict", "box"}) sight.Take(method, odd);
     }
-    sight.TakeUnit(odd);
   }
   EXPECT_EQ(sight.stands, Stands::Idle);
   EXPECT_EQ(sight.units, 0);

@@ -21,7 +21,10 @@ void RaiseWindows() {
 
 DeskLink::DeskLink(const QString& address, QObject* parent) : QObject(parent), onFront(&RaiseWindows) {
   const QString number = address.section('@', 0, 0);
-  connect(&socket_, &QLocalSocket::connected, this, [this, number] { socket_.write(number.toUtf8() + '\n'); });
+  connect(&socket_, &QLocalSocket::connected, this, [this, number] {
+    Say(number.toUtf8());
+    TellUnit(unit_);
+  });
   connect(&socket_, &QLocalSocket::readyRead, this, [this] {
     while (socket_.canReadLine()) {
       if (socket_.readLine().trimmed() == kFrontWord) onFront();
@@ -31,8 +34,15 @@ DeskLink::DeskLink(const QString& address, QObject* parent) : QObject(parent), o
   qApp->installEventFilter(this);
 }
 
-void DeskLink::GoToDesk() {
-  if (socket_.state() == QLocalSocket::ConnectedState) socket_.write(QByteArray(kDeskWord) + '\n');
+void DeskLink::Say(const QByteArray& word) {
+  if (socket_.state() == QLocalSocket::ConnectedState) socket_.write(word + '\n');
+}
+
+void DeskLink::GoToDesk() { Say(kDeskWord); }
+
+void DeskLink::TellUnit(const QString& serial) {
+  unit_ = serial;
+  Say(kUnitWord + serial.left(kLongestUnit).toUtf8());
 }
 
 bool DeskLink::eventFilter(QObject* watched, QEvent* event) {

@@ -15,6 +15,8 @@ class DeskLink final : public QObject {
 
   /// The operator leaves for the desk.
   void GoToDesk();
+  /// Which unit is under way or comes next. The automation port keeps that to itself within a run.
+  void TellUnit(const QString& serial);
   /// The desk asks for this station's page. Without anything else said its windows come to the front.
   std::function<void()> onFront;
 
@@ -22,7 +24,11 @@ class DeskLink final : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void Say(const QByteArray& word);
+
   QLocalSocket socket_;
+  /// Told when there is a desk to tell.
+  QString unit_;
 };
 
 }  // namespace orvane

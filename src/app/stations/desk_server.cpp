@@ -5,7 +5,8 @@
 namespace orvane {
 namespace {
 
-constexpr qint64 kLongestWord = 64;
+/// A letter has four bytes at the most.
+constexpr qint64 kLongestWord = 4 * kLongestUnit + 64;
 
 }  // namespace
 
@@ -26,14 +27,22 @@ void DeskServer::Welcome() {
 
 void DeskServer::Hear(QLocalSocket& page) {
   while (page.canReadLine()) {
-    const QByteArray word = page.readLine(kLongestWord).trimmed();
+    QByteArray word = page.readLine(kLongestWord);
+    if (word.endsWith('\n')) word.chop(1);
     bool isNumber = false;
     const int station = word.toInt(&isNumber);
     if (isNumber) pages_[station] = &page;
     if (word == kDeskWord) onDeskAskedFor();
+    if (word.startsWith(kUnitWord)) TakeUnit(page, QString::fromUtf8(word.mid(QByteArrayView(kUnitWord).size())));
   }
   // Longer than any word.
   if (page.bytesAvailable() >= kLongestWord) page.abort();
+}
+
+void DeskServer::TakeUnit(const QLocalSocket& page, const QString& serial) {
+  for (const auto& [station, its] : pages_) {
+    if (its == &page) onUnit(station, serial);
+  }
 }
 
 bool DeskServer::BringToFront(int station) {

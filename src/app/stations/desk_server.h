@@ -21,10 +21,13 @@ class DeskServer final : public QObject {
 
   /// An operator has left a station's page for the desk.
   std::function<void()> onDeskAskedFor = [] {};
+  /// Which unit is under way at a station or comes next there; empty for none.
+  std::function<void(int station, const QString& serial)> onUnit = [](int, const QString&) {};
 
  private:
   void Welcome();
   void Hear(QLocalSocket& page);
+  void TakeUnit(const QLocalSocket& page, const QString& serial);
 
   QLocalServer server_;
   std::map<int, QPointer<QLocalSocket>> pages_;

@@ -9,5 +9,10 @@ namespace orvane {
 inline constexpr char kFrontWord[] = "front";
 /// To the desk: it comes to the front.
 inline constexpr char kDeskWord[] = "desk";
+/// To the desk, with the serial number behind it: the unit that is under way or comes next; nothing behind it for
+/// none.
+inline constexpr char kUnitWord[] = "unit ";
+/// In letters. What is longer is no number that anybody reads off a tile.
+inline constexpr int kLongestUnit = 100;
 
 }  // namespace orvane

@@ -38,6 +38,7 @@ void StationSight::Started() {
   stands = Stands::Starting;
   ending.clear();
   unit.clear();
+  next_.clear();
   step.clear();
   box.clear();
   verdict.clear();
@@ -63,7 +64,10 @@ void StationSight::Take(const std::string& method, const Json& params) {
 void StationSight::TakeStep(const Json& params) {
   box.clear();
   if (TextOf(params, "state") == "began") {
-    if (stands != Stands::InRun) stepsDone = 0;
+    if (stands != Stands::InRun) {
+      stepsDone = 0;
+      unit = next_;
+    }
     stands = Stands::InRun;
     verdict.clear();
     reason.clear();
@@ -96,7 +100,11 @@ void StationSight::EndedSo(const QString& how) {
   box.clear();
 }
 
-void StationSight::TakeUnit(const Json& answer) { unit = TextOf(answer, "serial"); }
+/// A serial number is forgotten behind its run: the verdict stands beside it until the next one is given.
+void StationSight::TakeUnit(const QString& serial) {
+  next_ = serial;
+  if (!serial.isEmpty() || (stands == Stands::Idle && verdict.isEmpty())) unit = serial;
+}
 
 QString StepInWords(const QString& step) {
   static constexpr std::array kWords{std::pair{"receive", QT_TRANSLATE_NOOP("Stations", "Receiver")},

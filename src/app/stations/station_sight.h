@@ -13,7 +13,8 @@ struct StationSight {
   /// As its records name it.
   QString name;
   Stands stands = Stands::NotStarted;
-  /// Of the unit that is under way, or else comes next; empty where nobody knows.
+  /// Of the unit that is under way, or else comes next, or else came to the verdict that stands; empty where nobody
+  /// knows.
   QString unit;
   /// The step that is under way: "transmitDCS".
   QString step;
@@ -44,10 +45,11 @@ struct StationSight {
   /// A notification of its automation port. One that means nothing here changes nothing.
   void Take(const std::string& method, const nlohmann::ordered_json& params);
   void EndedSo(const QString& how);
-  /// The answer to the method `unit`.
-  void TakeUnit(const nlohmann::ordered_json& unit);
+  /// The serial number that holds there; empty for none.
+  void TakeUnit(const QString& serial);
 
  private:
+  QString next_;
   void TakeStep(const nlohmann::ordered_json& params);
   void TakeVerdict(const nlohmann::ordered_json& params);
 };

@@ -40,6 +40,10 @@ StationsDesk::StationsDesk(const std::string& program, const std::vector<std::st
   page_ = std::make_unique<StationsPage>(seen);
   page_->onTouched = [this](std::size_t station) { (void)server_.BringToFront(static_cast<int>(station) + 1); };
   page_->onClosed = [this] { Stop(); };
+  server_.onUnit = [this](int number, const QString& serial) {
+    const auto index = static_cast<std::size_t>(number) - 1;
+    if (index < stations_.size()) stations_[index]->TakeUnit(serial);
+  };
   server_.onDeskAskedFor = [this] {
     page_->raise();
     page_->activateWindow();

@@ -58,14 +58,20 @@ void SupervisedStation::Look() {
   if (sight_.stands == StationSight::Stands::Idle) AskForTheUnit();
 }
 
-/// Between two runs. Within one the port keeps what the run began with to itself.
+/// Between two runs. Within one the port keeps what the run began with to itself; a station with a page tells it
+/// itself.
 void SupervisedStation::AskForTheUnit() {
   client_.Ask("unit", Json::object(), [this](const Json& result, const Json&) {
     if (!result.is_object() || sight_.stands != StationSight::Stands::Idle) return;
-    const QString before = sight_.unit;
-    sight_.TakeUnit(result);
-    if (sight_.unit != before) onChanged();
+    const Json serial = result.value("serial", Json());
+    TakeUnit(serial.is_string() ? QString::fromStdString(serial.get<std::string>()) : QString());
   });
+}
+
+void SupervisedStation::TakeUnit(const QString& serial) {
+  const QString before = sight_.unit;
+  sight_.TakeUnit(serial);
+  if (sight_.unit != before) onChanged();
 }
 
 /// A port tells of a box that opens, and not that it was answered at the station's own page. An act at nothing is

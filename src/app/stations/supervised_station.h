@@ -18,6 +18,8 @@ class SupervisedStation final : public QObject {
   explicit SupervisedStation(std::function<PlannedStation()> plan, QObject* parent = nullptr);
 
   void Start();
+  /// The serial number that holds there, as its page tells it.
+  void TakeUnit(const QString& serial);
   void Stop() { process_.Stop(); }
   [[nodiscard]] bool Runs() const { return process_.Runs(); }
   [[nodiscard]] const StationSight& Sight() const { return sight_; }

@@ -40,7 +40,7 @@ struct Windows {
       records.emplace(*program.TheRecords(), "sqlite:" + program.TheOptions().records->string());
       frontEnd.belowVerdict = [this](QWidget* parent) { return records->Button(parent); };
     }
-    if (program.TheOptions().desk) desk.emplace(orvane::ToQt(*program.TheOptions().desk));
+    if (program.TheOptions().desk) LinkToDesk(program);
     if (program.TheOptions().view == orvane::View::Operator) GiveToOperator(program);
   }
 
@@ -81,6 +81,13 @@ struct Windows {
   void Abandon() {
     frontEnd.Abandon();
     if (page) page->Abandon();
+  }
+
+  void LinkToDesk(orvane::Program& program) {
+    desk.emplace(orvane::ToQt(*program.TheOptions().desk));
+    const auto tell = [this, &unit = program.TheUnit()] { desk->TellUnit(orvane::ToQt(unit.Texts().serial)); };
+    program.TheUnit().changed.Connect(tell);
+    tell();
   }
 
   /// Where the records are, and the way to look at them.
