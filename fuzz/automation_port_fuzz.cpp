@@ -1,8 +1,9 @@
 // Lines from a client of the automation port, a millisecond apart, at a panel with a control of each kind. Each
-// request that wants an answer gets just one, with its id; all that is sent is JSON; and boxes that a click opens are
-// off the desk when all is over.
+// request that wants an answer gets just one, with its id; all that is sent is JSON; boxes that a click opens are off
+// the desk when all is over; and of a run the client is told what the last sound `subscribe` asked for.
 
 #include <map>
+#include <set>
 
 #include "app/automation/automation_port.h"
 #include "platform/controls.h"
@@ -56,6 +57,7 @@ class Station {
 
  private:
   void Ask() {
+    report_.Read({"tx.gsm.level.5.power", 31.9, "dBm", 31.8, 32.2});
     if (++asked_ % 2 == 0) {
       FileDialog dialog;
       (void)desk_.ShowOpen(dialog);
@@ -76,6 +78,7 @@ class Station {
     if (line.find_first_not_of(" \t\r") == std::string::npos) return;
     RpcRequest request;
     (void)fuzz::Done<RpcFailure>([&] { ParseRequest(line, request); });
+    silent_ = silent_ || !request.wantsAnswer;
     if (request.wantsAnswer) ++wishes_[request.id.dump(-1, ' ', false, Json::error_handler_t::replace)];
   }
 
@@ -88,6 +91,12 @@ class Station {
             "neither result nor error, or both");
     Require(answers != (message.contains("method") && message.contains("params")), "neither answer nor notification");
     if (answers) ++answers_[message["id"].dump()];
+    if (answers && message.contains("result") && message["result"].contains("topics")) {
+      topics_ = message["result"]["topics"].get<std::set<std::string>>();
+    }
+    const std::string method = message.value("method", "");
+    // A `subscribe` without an id holds and is answered with nothing.
+    if (method == "reading") Require(topics_.contains(method) || silent_, "a reading is told that nobody asked for");
   }
 
   VirtualEventLoop loop_;
@@ -98,6 +107,10 @@ class Station {
   UnitIdentity unit_;
   FrmTest panel_;
   int asked_ = 0;
+  /// Of the last answer to `subscribe`.
+  std::set<std::string> topics_;
+  /// A request came that wants no answer.
+  bool silent_ = false;
   std::map<std::string, int> wishes_;
   std::map<std::string, int> answers_;
   AutomationPort port_{{loop_, desk_, nest_, report_, faults_, unit_, {&panel_}, [](std::string_view name) {

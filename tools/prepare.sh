@@ -8,8 +8,8 @@ build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev lib
                 libgtest-dev libgmock-dev libbenchmark-dev rpcsvc-proto libtirpc-dev qt6-svg-dev qt6-charts-dev
                 libqt6opengl6-dev libxcb-xtest0-dev libqt6sql6-sqlite libqt6sql6-psql libzstd-dev libsodium-dev sqlite3 fonts-nanum groff-base
                 qt6-l10n-tools qt6-tools-dev)
-# A display for the windows' tests; a server for the records'; clients that nobody here wrote: the wires are held against them.
-foreign_packages=(python3 python3-pyvisa python3-pyvisa-py lxi-tools python3-serial socat sigrok-cli rpcbind iproute2 xvfb postgresql-15
+# A display and window managers for the windows' tests; a server for the records'; clients that nobody here wrote: the wires are held against them.
+foreign_packages=(python3 python3-pyvisa python3-pyvisa-py lxi-tools python3-serial socat sigrok-cli rpcbind iproute2 xvfb openbox icewm postgresql-15
                   dbus at-spi2-core python3-pyatspi weasyprint)
 
 install_missing() {

@@ -88,6 +88,13 @@ void QtEventLoop::Yield(TimePoint until) {
   ServeDue();
 }
 
+void QtEventLoop::ServeWindows() {
+  ServeSystem(QEventLoop::ExcludeSocketNotifiers);
+  // Whoever waits here looks up again soon.
+  constexpr std::chrono::milliseconds kNap{30};
+  if (onFreeTime) onFreeTime(Now() + kNap);
+}
+
 void QtEventLoop::Spin(std::int64_t turns) {
   for (std::int64_t turn = 0; turn < turns; ++turn) {
     __asm__ volatile("" : "+r"(turn));  // The compiler must take the count as changed here, and so keep the loop.

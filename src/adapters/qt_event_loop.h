@@ -30,6 +30,11 @@ class QtEventLoop final : public EventLoop {
   void Spin(std::int64_t turns) override;
   void PostAt(TimePoint when, std::function<void()> event) override;
 
+  /// Serves the windows alone, in a call that keeps the station waiting: they are painted, and what is typed and
+  /// clicked there is taken up as far as it is posted. No event of the station's own is served, nothing is read of
+  /// any line or socket.
+  void ServeWindows();
+
   /// Ahead of each sleep: until when it will last, unless the system has an event. What takes processor time and can
   /// wait, such as painting, costs the station nothing there.
   std::function<void(TimePoint)> onFreeTime;

@@ -46,7 +46,7 @@ CLI::Option* Define(CLI::App& app, const OptionRow& row, Options& options) {
         ->check(&NoValue);
   }
   CLI::Option* option = app.add_option(name, takeAll, row.means)->type_name(row.what)->type_size(1);
-  if (row.kind == OptionRow::Kind::Repeated) {
+  if (row.kind == OptionRow::Kind::Repeated || row.kind == OptionRow::Kind::List) {
     option->expected(1, CLI::detail::expected_max_vector_size)->allow_extra_args(false);
   }
   return option;

@@ -11,6 +11,7 @@
 #include "adapters/qt_serial_control.h"
 #include "app/golden/golden_options.h"
 #include "app/profile/panel_settings.h"
+#include "app/sharing/shared_instruments.h"
 #include "app/unit_identity.h"
 #include "bench/options.h"
 #include "state/table_digests.h"
@@ -83,6 +84,10 @@ struct Options {
   std::string engineerSecret;
   /// Make one of a word, and end.
   bool makeEngineerSecret = false;
+
+  SharedInstruments share;
+  /// Of a station that orvane-desk has started: `NUMBER@SOCKET`.
+  std::optional<std::string> desk;
 
   /// The SHA-256 that installed data files have to have, by name.
   TableDigests tables;

@@ -8,6 +8,7 @@
 #include "app/engineer/engineer_rows.h"
 #include "app/golden/golden_rows.h"
 #include "app/route_text.h"
+#include "app/sharing/share_rows.h"
 
 namespace orvane {
 namespace {
@@ -208,6 +209,7 @@ std::vector<OptionRow> AllRows() {
   AddGoldenRows(rows);
   AddEngineerRows(rows);
   AddOperatorsPage(rows);
+  AddSharing(rows);
   rows.push_back({.name = "profile",
                   .what = "FILE",
                   .means = "TOML file with any of these settings; the command line wins [orvane/profile.toml in the "

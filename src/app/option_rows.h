@@ -11,8 +11,8 @@ namespace orvane {
 /// One option of the program, as its help, its command line and a profile have it.
 struct OptionRow {
   /// Flags have no value, and a profile has true or false for them. What may be repeated is a table in a profile:
-  /// `--tag line=A` is `line = "A"` in `[tag]`.
-  enum class Kind { Value, Repeated, Flag };
+  /// `--tag line=A` is `line = "A"` in `[tag]`. A list has whole numbers: `--share 1 --share 2` is `share = [1, 2]`.
+  enum class Kind { Value, Repeated, Flag, List };
 
   /// Without dashes: "system-dir".
   std::string name;

@@ -72,6 +72,7 @@ Program::Program(const Options& options)
   if (!options_.engineerSecret.empty()) {
     engineerWord_.emplace(world_.loop, LookOnAThread(world_.loop, options_.engineerSecret));
   }
+  world_.Share(station_);
   KeepSafe();
   OpenAutomation();
 }
@@ -106,6 +107,7 @@ void Program::TellGolden(const GoldenFinding& finding) {
 void Program::KeepRecords() {
   if (world_.Recorder() == nullptr) return;
   records_.emplace(options_, world_.loop, *world_.Recorder(), station_, unit_);
+  records_->waited = [this] { return world_.TakeWaited(); };
   records_->onKept = [this](const Kept& kept) { TellKept(kept); };
   station_.State().report.runBegan.Connect([this](RunKind) { recordNews_.Forget(); });
 }
@@ -113,6 +115,11 @@ void Program::KeepRecords() {
 /// Behind all that may refuse the options: the process takes a station that is not there any more for a dead one.
 void Program::KeepSafe() {
   if (!options_.safeOff) return;
+  for (const auto& place : {kUsualOffPlaces.supply, kUsualOffPlaces.load}) {
+    if (!options_.share.addresses.contains(place->primary)) continue;
+    throw OptionFault("--safe-off: the instrument at address " + std::to_string(place->primary) +
+                      " is lent by --share, and may be what another station's unit stands on");
+  }
   if (options_.bench) {
     offHand_ = std::make_unique<BenchOffHand>(world_.loop, world_.Bus());
   } else {
@@ -164,6 +171,7 @@ int Program::Run() {
 
 void Program::Serve() {
   station_.Start();
+  world_.StationIsUp();
   Apply(options_.panels, station_.Panels(), station_.Nest(),
         [](const std::string& text) { std::cerr << "orvane: " << OneLine(text) << std::endl; });
   if (options_.initialize) {

@@ -96,7 +96,14 @@ StationStatus::Link StationStatus::LinkState() const {
 std::string StationStatus::Stage() const {
   const auto& fault = state_.charger.faults.Last();
   const std::string& notOff = state_.charger.notOff;
-  return StageOfRun() + (fault ? "; " + fault->text : "") + (notOff.empty() ? "" : "; " + notOff);
+  return StageOfRun() + StageOfWait() + (fault ? "; " + fault->text : "") + (notOff.empty() ? "" : "; " + notOff);
+}
+
+std::string StationStatus::StageOfWait() const {
+  const auto& wait = state_.instrumentWait;
+  if (!wait) return "";
+  return "; waits " + MinutesText(loop_.Now() - wait->since) + " for the instrument at address " +
+         std::to_string(wait->address) + ", which " + wait->holder + " has";
 }
 
 std::string_view StationStatus::StopWords() const {
@@ -161,6 +168,13 @@ std::optional<StationStatus::Progress> StationStatus::Transfer() const {
   const ProgressBar& bar = panels_.downLoad.prgDownload;
   if (!bar.Visible()) return std::nullopt;
   return Progress{bar.Value(), bar.Max()};
+}
+
+std::string_view StationStatus::InstrumentAt(Integer address) const {
+  const std::string text = std::to_string(address);
+  if (panels_.main.cboPrimaryAddress.Text() == text) return "test set";
+  if (panels_.baseBand.supply.primAddress.Text() == text) return "supply";
+  return panels_.baseBand.load.primAddress.Text() == text ? "load" : "instrument";
 }
 
 std::string MinutesText(TimePoint span) {

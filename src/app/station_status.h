@@ -46,6 +46,8 @@ class StationStatus {
   /// Channels, levels and steps of a whole run that are done. It never goes back within a run, and it comes to its
   /// end only when everything was done.
   [[nodiscard]] std::optional<Progress> WholeRun() const;
+  /// Who it is to the station that stands at an address of the bus: "test set", "supply", "load"; else "instrument".
+  [[nodiscard]] std::string_view InstrumentAt(Integer address) const;
   /// Of the parameters that are being moved to or from the Target.
   [[nodiscard]] std::optional<Progress> Transfer() const;
 
@@ -55,6 +57,7 @@ class StationStatus {
   void CountSearches();
   int& DoneIn(RunStep step) { return done_.at(static_cast<std::size_t>(step)); }
   [[nodiscard]] std::string StageOfRun() const;
+  [[nodiscard]] std::string StageOfWait() const;
   [[nodiscard]] std::string StageOfStep(RunStep step) const;
   [[nodiscard]] std::string StageOfSearch() const;
 

@@ -4,7 +4,7 @@
 
 #include <QCoreApplication>
 #include <iostream>
-#include <thread>
+#include <utility>
 
 #include "base/failure.h"
 
@@ -34,13 +34,24 @@ World::World(const Options& options)
     : desk(loop, fs::current_path()),
       files_(options.systemFolder.value_or(DataFolder()), options.tempFolder.value_or(UserTempFolder())),
       line_(loop, options.com),
-      bus_(options.gpib) {
-  if (options.bench) {
-    const auto block = [](TimePoint span) { std::this_thread::sleep_for(span); };
-    bench_ = std::make_unique<bench::VirtualBench>(loop, block, *options.bench);
-  }
+      bus_(options.gpib, &waits_),
+      bench_(MakeBench(options)),
+      waitedBus_(bench_ ? bench_->Bus() : bus_, waits_) {
   if (options.trace) traced_.emplace(loop, *options.trace, Serial(), Bus());
   if (options.records) recorded_.emplace(PlainPorts());
+  if (!options.share.addresses.empty()) shared_.emplace(Ports().bus, loop, options.share, options.station);
+}
+
+StationPorts World::Ports() {
+  const StationPorts ports = recorded_ ? recorded_->Ports() : PlainPorts();
+  if (!shared_) return ports;
+  return {ports.loop, ports.mscomTarget, *shared_, ports.files, ports.boxes, ports.dialogs};
+}
+
+std::unique_ptr<bench::VirtualBench> World::MakeBench(const Options& options) {
+  if (!options.bench) return nullptr;
+  return std::make_unique<bench::VirtualBench>(
+      loop, [this](TimePoint span) { waits_.Sleep(span); }, *options.bench);
 }
 
 World::TracedWires::TracedWires(EventLoop& loop, const std::string& path, SerialControl& plainLine, GpibBus& plainBus)
@@ -58,8 +69,27 @@ SerialControl& World::Serial() {
 
 GpibBus& World::Bus() {
   if (traced_) return traced_->bus;
-  if (bench_) return bench_->Bus();
-  return bus_;
+  return waitedBus_;
+}
+
+void World::Share(Station& station) {
+  if (!shared_) return;
+  StationState& state = station.State();
+  shared_->mayWait = [this] { return isUp_; };
+  shared_->stopsAsked = [&state] { return state.cal.stopsAsked; };
+  shared_->onWait = [&state](const std::optional<InstrumentWait>& wait) {
+    if (wait && !state.instrumentWait) {
+      std::cerr << "orvane: waits for the instrument at address " << wait->address << ", which " << wait->holder
+                << " has." << std::endl;
+    }
+    state.instrumentWait = wait;
+  };
+  // A wait belongs to the run that the same button has started, if it has.
+  state.report.runBegan.Connect([this](RunKind) { hasRun_ = true; });
+  station.Nest().onIdle = [this] {
+    shared_->OperationIsOver();
+    if (!std::exchange(hasRun_, false)) (void)shared_->TakeWaited();
+  };
 }
 
 void World::Watch(OperationNest& nest) {

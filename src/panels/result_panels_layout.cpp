@@ -60,7 +60,7 @@ Layout LayOut(FrmFailPass& panel) {
       Of(panel.lblIncomplete).Large(),
       Of(panel.lstIncomplete).Wide(72).Lines(5),
       View("verdictReasons"),
-      Of(panel.lblRemedy),
+      Of(panel.lblRemedy).Lines(2),
       Row({Space(), Of(panel.Command1).Large().Main().Wide(26), Space()}),
   });
 }

@@ -58,6 +58,12 @@ class GpibSession {
   [[nodiscard]] virtual std::string Read(std::size_t size, TimePoint timeOut) = 0;
   /// Back to local. The session is over.
   virtual void Local() = 0;
+
+  /// Keeps the instrument's other clients away until `Unlock`, where its route can do so; never waits for them.
+  /// @return false: another one has it.
+  [[nodiscard]] virtual bool TryLock() { return true; }
+  /// Lets others come, and lets go of all that the route holds until the next message. Never fails.
+  virtual void Unlock() {}
 };
 
 /// The ways to the instruments.

@@ -20,6 +20,7 @@ std::optional<std::string> OperationNest::RunGuarded(const std::function<void()>
 
 std::optional<std::string> OperationNest::Run(const std::function<void()>& operation) {
   auto failure = RunGuarded(operation);
+  if (Idle() && onIdle) onIdle();
   if (!failure) return failure;
   for (const auto& rest : onStopped) rest();
   for (const auto& tell : onFailure) tell(*failure);

@@ -49,6 +49,8 @@ class OperationNest {
   /// Run around each act of an operator, whoever else's operations it stands in.
   std::function<void()> beforeHand;
   std::function<void()> behindHand;
+  /// Runs behind each outermost operation, ahead of the box of a failure that ended it.
+  std::function<void()> onIdle;
   /// Runs when a failure has stopped everything, before its box: puts the link to rest.
   std::vector<std::function<void()>> onStopped;
   /// Tells front ends of the failure, with its text, before its box.

@@ -37,6 +37,8 @@ class RecordedSession final : public GpibSession {
     listener_.Note(link_, WireEvent::Close, {});
     Heard([&] { session_->Local(); }, [] {});
   }
+  [[nodiscard]] bool TryLock() override { return session_->TryLock(); }
+  void Unlock() override { session_->Unlock(); }
 
  private:
   template <class Act, class Failed>

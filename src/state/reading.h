@@ -17,6 +17,12 @@ struct Reading {
   std::optional<double> high{};
 };
 
+/// No value without limits. Both limits count as inside.
+[[nodiscard]] inline std::optional<bool> IsInside(const Reading& reading) {
+  if (!reading.low && !reading.high) return std::nullopt;
+  return (!reading.low || reading.value >= *reading.low) && (!reading.high || reading.value <= *reading.high);
+}
+
 /// Something whole that a run has made.
 struct RunDocument {
   /// "eeprom.sent", "flash.100".

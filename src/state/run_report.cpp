@@ -102,9 +102,7 @@ void RunReport::Read(const Reading& reading) {
   read.Emit(reading);
   if (runs_ == 0) return;
   std::erase_if(outside_, [&](const Reading& each) { return each.name == reading.name; });
-  const bool isBelow = reading.low && reading.value < *reading.low;
-  const bool isAbove = reading.high && reading.value > *reading.high;
-  if (isBelow || isAbove) outside_.push_back(reading);
+  if (!IsInside(reading).value_or(true)) outside_.push_back(reading);
 }
 
 void RunReport::Flaw(const std::string& reason, FlawKind kind) {

@@ -12,6 +12,13 @@ std::string ReadingNameOf(const SearchSubject& subject) {
   return name;
 }
 
+void SearchTrail::Forget() {
+  last_.reset();
+  underWay_ = false;
+  for (auto& found : found_) found.clear();
+  forgotten.Emit();
+}
+
 void SearchTrail::BeginBand(std::size_t band) {
   found_.at(band).clear();
   bandBegan.Emit(band);

@@ -56,6 +56,8 @@ struct FoundValue {
 /// the earlier ones what they found. The searches tell it and never ask it.
 class SearchTrail {
  public:
+  /// A run begins that searches both bands anew: nothing of the unit before is left.
+  void Forget();
   /// A band run comes to its first level: what was found in the band before is forgotten.
   void BeginBand(std::size_t band);
   void Begin(const SearchSubject& subject, Decimal4 target, Decimal4 tolerance);
@@ -69,6 +71,7 @@ class SearchTrail {
   /// Levels and channels of a band, in the order of searching.
   [[nodiscard]] const std::vector<FoundValue>& Found(std::size_t band) const { return found_.at(band); }
 
+  Signal<> forgotten;
   Signal<std::size_t> bandBegan;
   Signal<const SearchStory&> began;
   Signal<const SearchPass&> passed;

@@ -3,7 +3,11 @@
 namespace orvane {
 
 // Here, so that not every file that has a station compiles the making and the end of it.
-StationState::StationState() = default;
+StationState::StationState() {
+  report.runBegan.Connect([this](RunKind kind) {
+    if (kind == RunKind::Whole || kind == RunKind::Rf || kind == RunKind::Transmit) searchTrail.Forget();
+  });
+}
 StationState::~StationState() = default;
 
 }  // namespace orvane

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <optional>
+
 #include "platform/gpib.h"
 #include "state/cal_state.h"
 #include "state/charger_state.h"
 #include "state/console_state.h"
+#include "state/instrument_wait.h"
 #include "state/link_tally.h"
 #include "state/pattern_state.h"
 #include "state/ramp_state.h"
@@ -34,6 +37,8 @@ struct StationState {
   RunReport report;
   SearchTrail searchTrail;
   RxTrail rxTrail;
+  /// For an instrument that other stations use too.
+  std::optional<InstrumentWait> instrumentWait;
 };
 
 }  // namespace orvane

@@ -59,6 +59,23 @@ TEST(CommandLine, TakesTheDesktopsColoursUnlessATheme) {
   EXPECT_EQ(Accepted({"--theme=dark"}).theme, Theme::Dark);
 }
 
+TEST(CommandLine, ThePanelsAreOnTheScreenUnlessTheOperatorsPageIsAskedFor) {
+  EXPECT_EQ(Accepted({}).view, View::Panels);
+  EXPECT_EQ(Accepted({"--view", "operator"}).view, View::Operator);
+  const OperatorWishes nothing = Accepted({}).operating;
+  EXPECT_EQ(nothing.language, std::nullopt);
+  EXPECT_EQ(nothing.serialPattern, "");
+  EXPECT_TRUE(nothing.shiftStarts.empty());
+  EXPECT_EQ(nothing.lossesDays, std::nullopt);
+  const OperatorWishes all =
+      Accepted({"--language", "ko", "--serial-pattern", "A-[0-9]+", "--shifts", "14:00,06:30", "--losses-days", "90"})
+          .operating;
+  EXPECT_EQ(all.language, Language::Korean);
+  EXPECT_EQ(all.serialPattern, "A-[0-9]+");
+  EXPECT_EQ(all.shiftStarts, (std::vector<int>{390, 840})) << "in the order of the day";
+  EXPECT_EQ(all.lossesDays, 90);
+}
+
 TEST(CommandLine, WithoutAWordNothingIsKnownOfTheUnitAndNothingIsAsked) {
   const Options options = Accepted({});
   EXPECT_EQ(options.unit, UnitTexts{});

@@ -86,6 +86,9 @@ verify_eeprom = true
 safe_off = true
 headless = true
 initialize = true
+share = [1, 5]
+share_wait = "30"
+share_dir = "/srv/locks"
 [instrument]
 1 = "tcp:bench7:5025"
 5 = "vxi11:load"
@@ -106,6 +109,9 @@ line = "A"
   EXPECT_EQ(options.station, "Line 3");
   EXPECT_EQ(options.unit, (UnitTexts{"A-1", "김", "T9300", {{"line", "A"}, {"two words", "x=y"}}}));
   EXPECT_TRUE(options.askSerial && options.verifyEeprom && options.headless && options.initialize);
+  EXPECT_EQ(options.share.addresses, (std::set<int>{1, 5}));
+  EXPECT_EQ(options.share.wait, std::chrono::seconds(30));
+  EXPECT_EQ(options.share.folder, "/srv/locks");
   EXPECT_EQ(With("bench = \"virtual:seed=7\"\n").bench->seed, 7U);
   EXPECT_FALSE(With("headless = false\n").headless);
 }
@@ -164,6 +170,11 @@ TEST_F(ProfileTest, AFaultIsOneLineWithFileLineAndKey) {
       {"instrument = \"1=tcp:h:1\"\n", "1: instrument: it must be a table"},
       {"[instrument]\n31 = \"tcp:h:1\"\n", "2: instrument.31: \"31\" is no primary address"},
       {"[instrument]\n1 = 5025\n", "2: instrument.1: it must be a text in quotes"},
+      {"share = 1\n", "1: share: it must be a list of whole numbers"},
+      {"share = [\"1\"]\n", "1: share: it must be a list of whole numbers"},
+      {"share = [1, 31]\n", "1: share: \"31\" is no whole number from 0 to 30"},
+      {"share = [1, 1]\n", "1: share: address 1 was given already"},
+      {"share_wait = \"soon\"\n", "1: share_wait: \"soon\" is no whole number from 0 to 86400"},
       {"[tag]\nline = 7\n", "2: tag.line: it must be a text in quotes"},
       {"[tables]\n\"Other.loss\" = \"" + kDigest + "\"\n", "2: tables.Other.loss: there is no such key"},
       {"[tables]\n\"Cable.loss\" = \"" + std::string(64, 'A') + "\"\n",
@@ -248,6 +259,14 @@ TEST_F(ProfileTest, TheCommandLineWins) {
   EXPECT_EQ(RouteText(options.gpib.instruments.at(1)), "tcp:a:1") << "what is not said stays the profile's";
   EXPECT_EQ(RouteText(options.gpib.instruments.at(2)), "tcp:b:2");
   EXPECT_EQ(options.unit.tags, (std::map<std::string, std::string>{{"line", "b"}, {"cell", "a"}}));
+}
+
+TEST_F(ProfileTest, AListOnTheCommandLineIsTheWholeList) {
+  EXPECT_EQ(With("share = [1, 2]\n", {"--share", "5"}).share.addresses, std::set<int>{5});
+  EXPECT_EQ(With("share = [1, 2]\n").share.addresses, (std::set<int>{1, 2}));
+  EXPECT_EQ(With("share = []\n").share.addresses, std::set<int>{});
+  EXPECT_THAT(PrintProfile(With("share = [2, 1]\n")), HasSubstr("\nshare = [2, 1]\n"));
+  EXPECT_THAT(PrintProfile(Accepted({})), HasSubstr("\n# share = []\n"));
 }
 
 TEST_F(ProfileTest, ABenchOnTheCommandLineLeavesTheProfilesDevicesOut) {

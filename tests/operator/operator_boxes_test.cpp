@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "adapters/sql/open_store.h"
+#include "golden/golden_runs.h"
 #include "operator/operator_rig.h"
 #include "records/sample_record.h"
 #include "support/scratch_folder.h"
@@ -74,7 +75,7 @@ class OperatorStore : public testing::Test {
 
 TEST_F(OperatorStore, AUnitThatPassedIsNotRunAgainUnasked) {
   Keep("A-17", "PASS");
-  OperatorRig at({}, OperatorRig::VirtualOptions(), Place());
+  OperatorRig at({}, OperatorRig::VirtualOptions(), {.store = Place()});
   at.InitializeInstruments();
   at.Settle();
   at.Type("A-17");
@@ -96,7 +97,7 @@ TEST_F(OperatorStore, AUnitThatPassedIsNotRunAgainUnasked) {
 
 TEST_F(OperatorStore, AUnitThatFailedRunsAgainUnasked) {
   Keep("A-17", "FAIL");
-  OperatorRig at({}, OperatorRig::VirtualOptions(), Place());
+  OperatorRig at({}, OperatorRig::VirtualOptions(), {.store = Place()});
   at.InitializeInstruments();
   at.Settle();
   at.Type("A-17");
@@ -108,28 +109,73 @@ TEST_F(OperatorStore, AUnitThatFailedRunsAgainUnasked) {
   EXPECT_TRUE(at.UntilCovered());
 }
 
+void SayWord(OperatorRig& at, const char* word) {
+  EXPECT_EQ(at.Focus(), "cardTyped");
+  EXPECT_EQ(at.Of<QLineEdit>("cardTyped").echoMode(), QLineEdit::Password);
+  at.Type(word);
+  at.Press(Qt::Key_Return);
+  at.Settle();
+}
+
 TEST(OperatorCards, ThePanelsOpenBehindTheRightWordAlone) {
-  OperatorRig at;
+  OperatorRig at({}, OperatorRig::VirtualOptions(), {.hasWord = true});
   bool isOpen = false;
   at.view->openPanels = [&] { isOpen = true; };
-  at.view->checkWord = [](const QString& word, const std::function<void(const QString&)>& told) {
-    told(word == "open sesame" ? "" : "That is not the word.");
-  };
   at.Settle();
   const auto tryWord = [&](const char* word) {
     QTest::mouseClick(&at.Of("engineer"), Qt::LeftButton);
     at.Settle();
-    EXPECT_EQ(at.Focus(), "cardTyped");
-    EXPECT_EQ(at.Of<QLineEdit>("cardTyped").echoMode(), QLineEdit::Password);
-    at.Type(word);
-    at.Press(Qt::Key_Return);
-    at.Settle();
+    SayWord(at, word);
   };
-  tryWord("sesame");
+  for (int i = 0; i < 3; ++i) {
+    tryWord("sesame");
+    EXPECT_FALSE(isOpen);
+    EXPECT_EQ(at.Text("hint"), "That is not the word.");
+  }
+  tryWord("open sesame");
   EXPECT_FALSE(isOpen);
-  EXPECT_EQ(at.Text("hint"), "That is not the word.");
+  EXPECT_THAT(at.Text("hint"), testing::MatchesRegex("Too many wrong words: wait [0-9]+ seconds\\."));
+  at.loop.Yield(at.loop.Now() + std::chrono::seconds(31));
+  ASSERT_TRUE(at.Until([&at] { return at.word.SecondsToWait() == 0; }));
   tryWord("open sesame");
   EXPECT_TRUE(isOpen);
+}
+
+TEST(OperatorCards, WhileTheGoldenUnitIsDueNoOtherOneIsRunUnlessAnEngineerSaysWhy) {
+  OperatorRig at({}, OperatorRig::VirtualOptions(), {.hasWord = true, .goldenSerial = "G-001"});
+  at.InitializeInstruments();
+  at.Settle();
+  EXPECT_THAT(at.Text("station"), HasSubstr("golden unit is due"));
+  at.Type("A-17");
+  at.Press(Qt::Key_Return);
+  at.Settle();
+  EXPECT_EQ(at.Card(), "The golden unit G-001 is due: run it first.");
+  EXPECT_TRUE(at.station.Nest().Idle());
+  QTest::mouseClick(&at.Of("cardAnswer1"), Qt::LeftButton);
+  at.Settle();
+  SayWord(at, "open sesame");
+  EXPECT_EQ(at.Card(), "Why may units be run all the same?");
+  at.Type("the golden unit is at the calibration laboratory");
+  at.Press(Qt::Key_Return);
+  EXPECT_TRUE(at.UntilCovered());
+  EXPECT_EQ(at.Text("verdictSerial"), "A-17");
+  EXPECT_THAT(at.Text("station"), HasSubstr("golden unit excused until"));
+}
+
+TEST(OperatorCards, TheGoldenUnitItselfIsRunAndACheckThatIsOutsideSaysWhatItPointsTo) {
+  OperatorRig at({}, OperatorRig::VirtualOptions(), {.goldenSerial = "G-001"});
+  at.InitializeInstruments();
+  at.Settle();
+  at.Type("G-001");
+  at.Press(Qt::Key_Return);
+  ASSERT_TRUE(at.Until([&at] { return at.Covered() && at.station.Nest().Idle(); }));
+  RunRecord run = GoldenRun({.gsmLoss = 0.8, .dcsLoss = 0.8});
+  run.identity.serial = "G-001";
+  at.golden->Take(run);
+  at.Settle();
+  EXPECT_EQ(at.Text("cardTitle"), "The golden unit is outside its limits");
+  EXPECT_THAT(at.Text("cardMeans"), HasSubstr("cable"));
+  EXPECT_THAT(at.Text("station"), HasSubstr("golden unit was outside"));
 }
 
 TEST(OperatorCards, WithoutAWordThereIsNoWayToThePanels) {

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "golden/golden_runs.h"
+
 namespace orvane::test {
 namespace {
 
@@ -17,20 +19,13 @@ Options OperatorRig::VirtualOptions() {
   return options;
 }
 
-OperatorRig::OperatorRig(const std::vector<std::string>& faults, Options wishes)
-    : bench(loop, OptionsOf(7, faults)),
-      options(std::move(wishes)),
-      station(StationPorts{loop, bench.Serial(), bench.Bus(), files, desk, desk}),
-      status(loop, bench.Serial(), station.State(), station.Panels()) {
-  Begin();
-}
-
-OperatorRig::OperatorRig(const std::vector<std::string>& faults, Options wishes, const std::string& store)
+OperatorRig::OperatorRig(const std::vector<std::string>& faults, Options wishes, OperatorExtras extras)
     : bench(loop, OptionsOf(7, faults)),
       options(std::move(wishes)),
       station(StationPorts{loop, bench.Serial(), bench.Bus(), files, desk, desk}),
       status(loop, bench.Serial(), station.State(), station.Panels()),
-      runs(std::in_place, store) {
+      extras_(std::move(extras)) {
+  if (!extras_.store.empty()) runs.emplace(extras_.store);
   Begin();
 }
 
@@ -39,13 +34,26 @@ void OperatorRig::Begin() {
     files.content[files.SystemPath(name)] = InstalledFile(name);
   }
   unit.Follow(station.Panels());
-  view = std::make_unique<OperatorView>(OperatorWorld{loop, station, desk, unit, files, status, options,
-                                                      runs ? &news : nullptr, runs ? &*runs : nullptr},
-                                        options.theme == Theme::Dark);
+  if (!extras_.goldenSerial.empty()) HaveGoldenUnit();
+  view = std::make_unique<OperatorView>(
+      OperatorWorld{loop, station, desk, unit, files, status, options, runs ? &news : nullptr,
+                    runs ? &*runs : nullptr, extras_.hasWord ? &word : nullptr, golden.get()},
+      options.theme == Theme::Dark);
   station.Start();
   view->Page().resize(1280, 720);
   view->Page().show();
   Tick();
+}
+
+void OperatorRig::HaveGoldenUnit() {
+  GoldenBook book{GoldenRun()};
+  book.reference.identity.serial = extras_.goldenSerial;
+  golden = std::make_unique<GoldenUnit>(GoldenOptions{.serial = extras_.goldenSerial}, std::move(book), loop,
+                                        [] { return kFirstRunMs; });
+  station.Nest().refusal = [this](const Control& button) {
+    return &button == &station.Panels().main.cmdTargetInitialize ? golden->NextUnitRefusal(unit.Texts().serial)
+                                                                 : std::nullopt;
+  };
 }
 
 OperatorRig::~OperatorRig() {

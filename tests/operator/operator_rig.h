@@ -18,13 +18,22 @@
 
 namespace orvane::test {
 
+/// What a station may have beyond its bench.
+struct OperatorExtras {
+  /// The profile has an engineers' word: "open sesame".
+  bool hasWord = false;
+  /// Of a golden unit that was never run; empty: there is none.
+  std::string goldenSerial{};
+  /// Of its records, as OpenStore takes it; empty: none are kept.
+  std::string store{};
+};
+
 /// A station on the virtual bench in virtual time, behind the operator's page; the test has the operator's eyes, keys
 /// and mouse. The page is looked at and painted twenty times a second of the station's time.
 class OperatorRig {
  public:
-  explicit OperatorRig(const std::vector<std::string>& faults = {}, Options options = VirtualOptions());
-  /// With the store of its records.
-  OperatorRig(const std::vector<std::string>& faults, Options options, const std::string& store);
+  explicit OperatorRig(const std::vector<std::string>& faults = {}, Options options = VirtualOptions(),
+                       OperatorExtras extras = {});
   ~OperatorRig();
 
   static Options VirtualOptions();
@@ -68,16 +77,22 @@ class OperatorRig {
   StationStatus status;
   RecordNews news;
   std::optional<PastRuns> runs;
+  EngineerWord word{loop, [this](const std::string& said, const auto& told) {
+                      loop.Post([told, isRight = said == "open sesame"] { told(isRight); });
+                    }};
+  std::unique_ptr<GoldenUnit> golden;
   std::unique_ptr<OperatorView> view;
 
  private:
   void Begin();
+  void HaveGoldenUnit();
   void Tick();
 
   struct Waiting {
     std::function<bool()> condition;
     std::function<void()> act;
   };
+  OperatorExtras extras_;
   std::vector<Waiting> waiting_;
 };
 

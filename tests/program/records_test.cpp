@@ -110,6 +110,41 @@ TEST(Records, EachVerdictIsFollowedByTheRecordsId) {
   EXPECT_EQ(told, (Json{{"run", runs.front().identity.id}}));
 }
 
+TEST(Records, WhatASubscriberWasToldIsWhatTheRecordHas) {
+  const Shop shop;
+  Station station(shop.With({"--bench", "virtual:fault=battery"}));
+  station.InitializeInstruments();
+  (void)station.Ask("subscribe", {{"topics", {"reading", "step"}}});
+  (void)station.Click("OrvaneMain.cmdTargetInitialize");
+  (void)station.Await("record");
+  const auto record = OpenStore(shop.Place())->Load(shop.Runs().front().identity.id);
+  const auto textOrNull = [](const std::string& text) { return text.empty() ? Json() : Json(text); };
+  const auto numberOrNull = [](const std::optional<double>& value) { return value ? Json(*value) : Json(); };
+  Json readings = Json::array();
+  for (const RecordedReading& each : record->readings) {
+    if (each.name.starts_with("road.")) continue;
+    const auto inside = each.Inside();
+    readings.push_back({{"name", each.name},
+                        {"value", each.value},
+                        {"unit", each.unit},
+                        {"low", numberOrNull(each.low)},
+                        {"high", numberOrNull(each.high)},
+                        {"inside", inside ? Json(*inside) : Json()},
+                        {"step", textOrNull(each.step)}});
+  }
+  EXPECT_GT(readings.size(), 100U);
+  EXPECT_EQ(Json(station.Heard("reading")), readings);
+
+  Json steps = Json::array();
+  for (const RecordedStep& each : record->steps) {
+    steps.push_back({{"name", each.name}, {"state", "began"}, {"reason", ""}});
+    steps.push_back(
+        {{"name", each.name}, {"state", each.complete ? "complete" : "incomplete"}, {"reason", each.reason}});
+  }
+  EXPECT_EQ(steps.size(), 10U);
+  EXPECT_EQ(Json(station.Heard("step")), steps);
+}
+
 TEST(Records, AStoreThatCannotBeMadeHarmsNoRunAndIsTold) {
   const TempFolder folder;
   Fill(folder / "file", "in the way");

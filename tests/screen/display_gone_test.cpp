@@ -115,6 +115,15 @@ TEST_P(NoDisplay, IsOneLineAndAStatus) {
   }
 }
 
+TEST_P(NoDisplay, IsABadOptionWhereTheOperatorsPageIsAskedFor) {
+  const Variable platform("QT_QPA_PLATFORM", GetParam().platform);
+  const Variable display("DISPLAY", GetParam().display);
+  const Child::End end = Child({ORVANE_PROGRAM, "--view", "operator", "--bench", "virtual"}).WaitForEnd();
+  EXPECT_EQ(end.status, 64);
+  EXPECT_EQ(end.errors,
+            "orvane: no windows: " + std::string(GetParam().told) + ". --view operator needs a screen.\n");
+}
+
 INSTANTIATE_TEST_SUITE_P(Screen, NoDisplay,
                          testing::Values(Lack{"None", "xcb", "", "could not connect to display"},
                                          Lack{"NotThere", "xcb", ":47110", "could not connect to display :47110"},

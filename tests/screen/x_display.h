@@ -2,6 +2,8 @@
 
 #include <QImage>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -15,7 +17,7 @@ namespace orvane::test {
 class XDisplay {
  public:
   /// @throws std::runtime_error when the server does not start.
-  XDisplay();
+  explicit XDisplay(QSize size = {1600, 1200});
   XDisplay(const XDisplay&) = delete;
   XDisplay& operator=(const XDisplay&) = delete;
   ~XDisplay();
@@ -33,6 +35,14 @@ class XDisplay {
   void Press(std::uint32_t symbol);
   void MoveMouse(QPoint to);
   void Click(QPoint at);
+  /// Starts a window manager and waits until it has taken over. It goes with the display.
+  /// @throws std::runtime_error when it does not.
+  void Manage(const std::string& program);
+  /// The windows that are seen within that rectangle, each with the frame that a manager has put around it.
+  [[nodiscard]] std::set<std::uint32_t> WindowsSeen(QRect area) const;
+  /// Puts a window of nobody's over all others there, until it is taken away.
+  void Cover(QRect area);
+  void Uncover();
   /// What stands on the display within that rectangle.
   [[nodiscard]] QImage Shown(QRect area) const;
 
@@ -44,10 +54,14 @@ class XDisplay {
   [[nodiscard]] int KeyOf(std::uint32_t symbol) const;
   void Fake(int event, int detail, QPoint at);
 
+  [[nodiscard]] bool IsManaged() const;
+
   Child server_;
+  std::optional<Child> manager_;
   std::string name_;
   xcb_connection_t* connection_;
   std::uint32_t root_ = 0;
+  std::uint32_t cover_ = 0;
 };
 
 }  // namespace orvane::test

@@ -61,5 +61,21 @@ TEST(StandingStation, ShowsTheLastRowsOfItsTransfersAndNoMoreThanAClientTakes) {
   EXPECT_LT(told, 512UL * 1024);
 }
 
+TEST(StandingStation, ANewRunHasNoSearchesOfTheUnitBefore) {
+  VirtualStation station(1);
+  ASSERT_EQ(station.TakeTargetThrough(), std::nullopt);
+  SearchTrail& trail = station.State().searchTrail;
+  ASSERT_TRUE(trail.Last().has_value());
+  int looks = 0;
+  station.State().rxTrail.changed.Connect([&] {
+    ++looks;
+    EXPECT_FALSE(trail.Last().has_value());
+    EXPECT_TRUE(trail.Found(0).empty() && trail.Found(1).empty());
+  });
+  ASSERT_EQ(station.InitializeTarget(), std::nullopt);
+  EXPECT_GT(looks, 0);
+  EXPECT_FALSE(trail.Found(0).empty());
+}
+
 }  // namespace
 }  // namespace orvane::test

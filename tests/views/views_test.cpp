@@ -204,7 +204,8 @@ TEST(ChannelCodes, AreStepsThatEndWithTheirSegments) {
   for (int k = 0; k < 6; ++k) {
     record.BAND[0].chan_cal(3, k) = {static_cast<Integer>(gsm[k].first), static_cast<Integer>(gsm[k].second)};
   }
-  Shown shown(MakeChannelCodesView(record, nullptr));
+  RunReport report;
+  Shown shown(MakeChannelCodesView(record, report, nullptr));
   const auto at = [](std::size_t span, int channel, int code) {
     return QPointF(*PlaceOf(kChannelSpans[span], channel), code);
   };
@@ -216,7 +217,8 @@ TEST(ChannelCodes, AreStepsThatEndWithTheirSegments) {
 
 TEST(Compensation, ShowsTheRowsOfTheRecordAndSeesThemChange) {
   RFParameter record;
-  Shown shown(MakeCompensationView(record, nullptr));
+  RunReport report;
+  Shown shown(MakeCompensationView(record, report, nullptr));
   record.BAND[0].agc_bands[1] = {21, -3};
   record.BAND[1].agc_bands[6] = {885, 9};
   record.BAND[0].agc_bands[8] = {999, 2};
@@ -228,6 +230,62 @@ TEST(Compensation, ShowsTheRowsOfTheRecordAndSeesThemChange) {
   const auto* sound = shown.Find<QAreaSeries>("Sound receiver");
   EXPECT_EQ(sound->upperSeries()->at(0).y(), 5);
   EXPECT_EQ(sound->lowerSeries()->at(0).y(), -5);
+}
+
+TEST(Compensation, OfTheUnitBeforeAreNoneInANewRun) {
+  RFParameter record;
+  RunReport report;
+  record.BAND[1].agc_bands[6] = {885, 9};
+  Shown shown(MakeCompensationView(record, report, nullptr));
+  EXPECT_FALSE(shown.PointsOf("DCS 1800").isEmpty());
+  report.RunBegins(RunKind::Gsm);
+  shown.Renew();
+  EXPECT_FALSE(shown.PointsOf("DCS 1800").isEmpty()) << "that one finds none";
+  report.RunIsOver();
+
+  report.RunBegins(RunKind::Whole);
+  report.Read({"rx.885.level", 9, "0.1 dB"});
+  shown.Renew();
+  EXPECT_TRUE(shown.PointsOf("DCS 1800").isEmpty());
+  EXPECT_EQ(shown.charts[0]->chart()->title(), "Not found yet in this run");
+  report.Read({"rx.885.compensation", 9, "half dB"});
+  shown.Renew();
+  EXPECT_EQ(shown.PointsOf("DCS 1800"), (Points{{*PlaceOf(kChannelSpans[1], 885), 9}})) << "the same as before";
+  EXPECT_EQ(shown.charts[0]->chart()->title(), "");
+  report.RunIsOver();
+}
+
+TEST(ChannelCodes, OfTheUnitBeforeAreNoneInANewRunUntilTheRecordHasOthers) {
+  RFParameter record;
+  RunReport report;
+  record.BAND[1].chan_cal(3, 0) = {885, 130};
+  Shown shown(MakeChannelCodesView(record, report, nullptr));
+  EXPECT_FALSE(shown.PointsOf("DCS 1800").isEmpty());
+  report.RunBegins(RunKind::Transmit);
+  shown.Renew();
+  EXPECT_TRUE(shown.PointsOf("DCS 1800").isEmpty());
+  record.BAND[1].chan_cal(3, 0) = {885, 128};
+  Shown::ServeUntil([&] { return !shown.PointsOf("DCS 1800").isEmpty(); });
+  EXPECT_EQ(shown.PointsOf("DCS 1800").front().y(), 128);
+  report.RunIsOver();
+}
+
+TEST(SearchView, ShowsNothingOfTheUnitBefore) {
+  Search search;
+  search.trail.BeginBand(0);
+  search.Begin(19, 7);
+  search.trail.Pass({45, "6.5"_d4, "0.2"_d4});
+  search.trail.Accept(45, "6.5"_d4, false);
+  search.trail.End();
+  search.shown.Renew();
+  EXPECT_FALSE(search.shown.PointsOf("GSM").isEmpty());
+  search.trail.Forget();
+  search.shown.Renew();
+  for (const char* series : {"GSM", "Off target", "Power", "DAC", "Target"}) {
+    EXPECT_TRUE(search.shown.PointsOf(series).isEmpty()) << series;
+  }
+  EXPECT_EQ(search.shown.Find<QAreaSeries>("Tolerance")->upperSeries()->count(), 0);
+  EXPECT_TRUE(search.shown.charts[0]->chart()->title().startsWith("No search yet"));
 }
 
 TEST(ChartView, ABurstOfChangesIsDrawnOnce) {

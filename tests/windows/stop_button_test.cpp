@@ -24,9 +24,7 @@ class StopButtonTest : public testing::Test {
   StationStatus status_{on_.loop, on_.bench.Serial(), on_.State(), on_.Panels()};
   Hands hands_{on_.loop, on_.station.Nest(), [] { return true; }};
   QWidget window_;
-  StopButton button_{
-      status_, [this] { hands_.Do([this](Operator& hand) { hand.Click(on_.Panels().autoCal.cmdAutoCalStop); }); },
-      &window_};
+  StopButton button_{status_, hands_, on_.Panels().autoCal.cmdAutoCalStop, &window_};
 };
 
 TEST_F(StopButtonTest, IsThereWhileARunIsUnderWayAndSaysWhatItDoes) {
@@ -50,6 +48,22 @@ TEST_F(StopButtonTest, StopsTheRunAndSaysThatItIsAskedFor) {
     Turn();
     button_.Look();
     EXPECT_EQ(button_.text().toStdString(), "Take Stop back (F12): stops behind this level");
+  });
+  EXPECT_EQ(on_.Concluded(), Verdict::None);
+}
+
+TEST_F(StopButtonTest, APressThatTheStationHasNoTimeForYetIsTold) {
+  window_.show();
+  InMidRun([&] {
+    button_.click();
+    button_.Look();
+    EXPECT_EQ(button_.text().toStdString(), "Stop is taken up as soon as the station can");
+    EXPECT_TRUE(button_.isDown());
+    EXPECT_FALSE(status_.StopAsked());
+    Turn();
+    button_.Look();
+    EXPECT_EQ(button_.text().toStdString(), "Take Stop back (F12): stops behind this level");
+    EXPECT_TRUE(button_.isDown());
   });
   EXPECT_EQ(on_.Concluded(), Verdict::None);
 }

@@ -4,6 +4,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QScrollBar>
 #include <QStyle>
 #include <QSvgWidget>
@@ -172,6 +173,26 @@ int Contrast(const QImage& drawn) {
   return lightest - darkest;
 }
 
+TEST_F(WindowShapes, TheLampOfAClosedPortBearsNoCross) {
+  Lamp& port = windowed_->on.Panels().main.shpTargetOnOff;
+  PanelWindow& window = Shown(windowed_->on.Panels().main);
+  QWidget& lamp = windowed_->Of(port);
+  const auto drawn = [&] {
+    return window.grab(QRect(lamp.mapTo(&window, QPoint()), lamp.size())).toImage();
+  };
+  const QRgb ground = drawn().pixel(lamp.width() / 2, lamp.height() / 2);
+  port.SetBackColor(kRed);
+  windowed_->Settle();
+  const QImage ring = drawn();
+  EXPECT_EQ(ring.pixel(ring.width() / 2, ring.height() / 2), ground);
+  int reds = 0;
+  for (int x = 0; x < ring.width(); ++x) {
+    const QRgb dot = ring.pixel(x, ring.height() / 2);
+    reds += qRed(dot) > 180 && qGreen(dot) < 120 ? 1 : 0;
+  }
+  EXPECT_GE(reds, 3);
+}
+
 TEST_F(WindowShapes, OnADarkScreenEmptyBoxesAndLampsHaveAnEdge) {
   const QPalette usual = QApplication::palette();
   const QString usualStyle = QApplication::style()->objectName();
@@ -260,6 +281,42 @@ TEST_F(WindowShapes, AVerdictIsAWordAndAMarkToBeToldFromFarAway) {
   windowed_->Settle();
   constexpr QRgb kDarkGround = 0xFF201800;
   EXPECT_THAT(ColoursOf(passed->grab().toImage(), 25), testing::IsSupersetOf({kAmberGround, kDarkGround}));
+}
+
+TEST_F(WindowShapes, OfAPassThatIsNoneYetAllIsSeenAtOnceAndLongReasonsWrap) {
+  FrmFailPass& panel = windowed_->on.Panels().pass;
+  PanelWindow& window = Shown(panel);
+  const std::string reason =
+      "transmitGSM: The test set gave an empty reading at GSM level 5. GSM level 6 stopped at DAC 1020, 4.91 dB from "
+      "its target. Commands that failed in the Target: 4.";
+  panel.lstIncomplete.AddItem(reason);
+  for (int step = 0; step < 4; ++step) panel.lstIncomplete.AddItem("save: The step did not run.");
+  panel.lblDoubt.SetCaption(std::string(FlawText(FlawKind::NotMeasured)));
+  panel.lblRemedy.SetCaption(std::string(RemedyText(FlawKind::NotMeasured)));
+  for (Control* control : {static_cast<Control*>(&panel.lblDoubt), static_cast<Control*>(&panel.lblIncomplete),
+                           static_cast<Control*>(&panel.lstIncomplete), static_cast<Control*>(&panel.lblRemedy)}) {
+    control->SetVisible(true);
+  }
+  RunReport& report = windowed_->on.State().report;
+  report.Begin();
+  report.Enter(RunStep::TransmitGsm);
+  for (int level = 5; level < 15; ++level) {
+    report.Read({"tx.gsm.level." + std::to_string(level) + ".power", 0, "dBm", 1, 2});
+  }
+  report.Flaw(reason);
+  report.Conclude(Verdict::Pass);
+  report.End();
+  for (int turn = 0; turn < 4; ++turn) windowed_->Settle();
+  window.TakeItsSize();
+  windowed_->Settle();
+  EXPECT_LE(window.height(), 680);
+  EXPECT_THAT(Scrolled(window), testing::IsEmpty());
+
+  auto* list = window.findChild<QListView*>("lstIncomplete");
+  const QRect row = list->visualRect(list->model()->index(0, 0));
+  EXPECT_GE(row.height(), 2 * list->fontMetrics().height());
+  EXPECT_LE(row.right(), list->viewport()->width());
+  EXPECT_LT(list->height(), 6 * list->fontMetrics().lineSpacing());
 }
 
 TEST_F(WindowShapes, APassThatIsNoneYetShowsItsSecondWordReasonsAndRemedy) {

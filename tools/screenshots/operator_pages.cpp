@@ -20,13 +20,13 @@ class PageTaker {
  public:
   PageTaker(std::filesystem::path folder, Theme theme) : folder_(std::move(folder)), theme_(theme) {}
 
-  OperatorRig& With(const std::vector<std::string>& faults, bool isReady = true, const std::string& pattern = "") {
+  OperatorRig& With(const std::vector<std::string>& faults, bool isReady = true, const std::string& pattern = "",
+                    const std::string& golden = "") {
     Options options = OperatorRig::VirtualOptions();
     options.theme = theme_;
     options.operating.serialPattern = pattern;
-    rig_.emplace(faults, std::move(options));
+    rig_.emplace(faults, std::move(options), test::OperatorExtras{.hasWord = true, .goldenSerial = golden});
     if (isReady) rig_->InitializeInstruments();
-    rig_->view->checkWord = [](const QString& /*word*/, const auto& told) { told("That is not the word."); };
     rig_->Settle();
     return *rig_;
   }
@@ -130,6 +130,9 @@ void TakeQuestions(PageTaker& taker) {
   taker.With({}, true, "A-[0-9]{2}");
   taker.Scan("B-1");
   taker.Save("operator-wrong-number");
+  taker.With({}, true, "", "G-001");
+  taker.Scan("A-17");
+  taker.Save("operator-golden-due");
   OperatorRig& at = taker.With({});
   QTest::mouseClick(&at.Of("engineer"), Qt::LeftButton);
   at.Settle();

@@ -1,16 +1,33 @@
 #include "adapters/gpib/adapter_session.h"
 
+#include <utility>
+
 namespace orvane {
 
 AdapterSession::AdapterSession(const GpibAddress& address, const std::string& route,
                                std::shared_ptr<ControllerAdapter> adapter)
     : RouteSession(address.primary, route), address_(address), adapter_(std::move(adapter)) {
-  adapter_->Attach();
+  Attach();
+}
+
+void AdapterSession::Attach() {
+  if (!std::exchange(isAttached_, true)) adapter_->Attach();
 }
 
 void AdapterSession::HangUp() {
-  if (adapter_) adapter_->Detach();
+  if (std::exchange(isAttached_, false)) adapter_->Detach();
   adapter_.reset();
+}
+
+bool AdapterSession::Lock(const Deadline& /*deadline*/) {
+  Attach();
+  return true;
+}
+
+/// The adapter serves one client: behind the last of its sessions here the connection is another's to make.
+void AdapterSession::LetGo(const Deadline& /*deadline*/) {
+  pending_.clear();
+  if (std::exchange(isAttached_, false)) adapter_->Detach();
 }
 
 void AdapterSession::Abandon() {

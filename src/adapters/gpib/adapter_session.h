@@ -20,9 +20,13 @@ class AdapterSession final : public RouteSession {
   void GoLocal(const Deadline& deadline) override { adapter_->GoToLocal(address_, deadline); }
   void HangUp() override;
   void Abandon() override;
+  bool Lock(const Deadline& deadline) override;
+  void LetGo(const Deadline& deadline) override;
+  void Attach();
 
   GpibAddress address_;
   std::shared_ptr<ControllerAdapter> adapter_;
+  bool isAttached_ = false;
   /// Received and not yet read.
   std::string pending_;
 };

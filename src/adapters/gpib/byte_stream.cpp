@@ -62,7 +62,7 @@ void ByteStream::FailGone(int error, bool insideReply) const {
 bool ByteStream::AwaitReady(short event, const Deadline& deadline) {
   while (!deadline.Passed()) {
     pollfd ready{descriptor_, event, 0};
-    const int events = ::poll(&ready, 1, deadline.LeftMs());
+    const int events = deadline.Poll(ready);
     if (events > 0) return true;
     if (events < 0 && errno != EINTR) FailAbsent(std::string(std::strerror(errno)) + ".");
   }

@@ -5,7 +5,11 @@
 
 #include "platform/event_loop.h"
 
+struct pollfd;
+
 namespace orvane {
+
+class LongWaits;
 
 /// "10 s", "300 ms", "10 us".
 [[nodiscard]] std::string SpanText(TimePoint span);
@@ -14,7 +18,8 @@ namespace orvane {
 /// millisecond: a shorter span counts as one.
 class Deadline {
  public:
-  explicit Deadline(TimePoint span);
+  /// @param waits whom the waits up to it are told; null for nobody.
+  explicit Deadline(TimePoint span, const LongWaits* waits = nullptr);
 
   [[nodiscard]] TimePoint Span() const { return span_; }
   /// The span that was given, in words.
@@ -22,16 +27,22 @@ class Deadline {
   [[nodiscard]] bool Passed() const { return Left() == TimePoint::zero(); }
   /// Never negative.
   [[nodiscard]] TimePoint Left() const;
-  /// For poll(2): milliseconds, rounded up.
+  /// Milliseconds, rounded up.
   [[nodiscard]] int LeftMs() const;
+  /// As poll(2) of one descriptor up to this moment.
+  [[nodiscard]] int Poll(pollfd& descriptor) const;
+  /// For whoever sleeps otherwise: how long he may at one go. Behind each he glances up.
+  [[nodiscard]] TimePoint UntilGlance() const;
+  void Glance() const;
   /// This moment, or the one `limit` from now when that is sooner.
-  [[nodiscard]] Deadline Within(TimePoint limit) const { return limit < Left() ? Deadline(limit) : *this; }
+  [[nodiscard]] Deadline Within(TimePoint limit) const { return limit < Left() ? Deadline(limit, waits_) : *this; }
   /// The same span and words, over a moment later.
   [[nodiscard]] Deadline LaterBy(TimePoint moment) const;
 
  private:
   TimePoint span_;
   std::chrono::steady_clock::time_point at_;
+  const LongWaits* waits_;
 };
 
 }  // namespace orvane

@@ -32,9 +32,16 @@ Vxi11Route DeviceOf(const GatewayRoute& gateway, const GpibAddress& address) {
   return {gateway.host, gateway.port, GatewayDevice(address)};
 }
 
-std::unique_ptr<GpibSession> Vxi11Session(int primary, const Vxi11Route& route, const char* server) {
+std::unique_ptr<RouteSession> Vxi11Session(int primary, const Vxi11Route& route, const char* server) {
   return std::make_unique<Vxi11GpibSession>(primary, RouteText(route),
                                             Vxi11Place{route.host, route.port, route.device, server});
+}
+
+std::unique_ptr<RouteSession> OpenByItself(const GpibAddress& address, const InstrumentRoute& route) {
+  if (const auto* tcp = std::get_if<TcpRoute>(&route)) {
+    return std::make_unique<TcpGpibSession>(address.primary, RouteText(route), tcp->host, tcp->port);
+  }
+  return Vxi11Session(address.primary, std::get<Vxi11Route>(route), "the instrument");
 }
 
 }  // namespace
@@ -57,7 +64,8 @@ std::string RouteText(const InstrumentRoute& route) {
                     route);
 }
 
-RoutedGpibBus::RoutedGpibBus(GpibRoutes routes) : routes_(std::move(routes)) {
+RoutedGpibBus::RoutedGpibBus(GpibRoutes routes, const LongWaits* waits)
+    : routes_(std::move(routes)), waits_(waits), native_(NativeGpib::kSystemsOwn, waits) {
   static constexpr const char* kPeer = "the adapter";
   if (const auto* tcp = std::get_if<PrologixTcpRoute>(&routes_.bus)) {
     adapter_ = std::make_shared<ControllerAdapter>(
@@ -69,8 +77,10 @@ RoutedGpibBus::RoutedGpibBus(GpibRoutes routes) : routes_(std::move(routes)) {
 }
 
 std::unique_ptr<GpibSession> RoutedGpibBus::Open(const GpibAddress& address) {
-  const auto own = routes_.instruments.find(address.primary);
-  return own == routes_.instruments.end() ? OpenOnBus(address) : OpenByItself(address, own->second);
+  auto session = RouteTo(address);
+  if (!session) return native_.Open(address);
+  session->TellWaitsTo(waits_);
+  return session;
 }
 
 std::string RoutedGpibBus::RouteOf(const GpibAddress& address) const {
@@ -85,19 +95,15 @@ void RoutedGpibBus::LetGo() {
   if (adapter_) adapter_->LetGo();
 }
 
-std::unique_ptr<GpibSession> RoutedGpibBus::OpenOnBus(const GpibAddress& address) {
+std::unique_ptr<RouteSession> RoutedGpibBus::RouteTo(const GpibAddress& address) const {
+  if (const auto own = routes_.instruments.find(address.primary); own != routes_.instruments.end()) {
+    return OpenByItself(address, own->second);
+  }
   if (adapter_) return std::make_unique<AdapterSession>(address, RouteText(routes_.bus), adapter_);
   if (const auto* gateway = std::get_if<GatewayRoute>(&routes_.bus)) {
     return Vxi11Session(address.primary, DeviceOf(*gateway, address), "the gateway");
   }
-  return native_.Open(address);
-}
-
-std::unique_ptr<GpibSession> RoutedGpibBus::OpenByItself(const GpibAddress& address, const InstrumentRoute& route) {
-  if (const auto* tcp = std::get_if<TcpRoute>(&route)) {
-    return std::make_unique<TcpGpibSession>(address.primary, RouteText(route), tcp->host, tcp->port);
-  }
-  return Vxi11Session(address.primary, std::get<Vxi11Route>(route), "the instrument");
+  return nullptr;
 }
 
 }  // namespace orvane

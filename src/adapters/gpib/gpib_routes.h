@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "adapters/gpib/native_gpib.h"
+#include "adapters/gpib/route_session.h"
 #include "platform/gpib.h"
 
 namespace orvane {
@@ -59,7 +60,8 @@ struct GpibRoutes {
 /// The instruments of this machine, each on its route. No session may outlive it.
 class RoutedGpibBus final : public GpibBus {
  public:
-  explicit RoutedGpibBus(GpibRoutes routes);
+  /// @param waits whom the waits of its sessions are told; null for nobody.
+  explicit RoutedGpibBus(GpibRoutes routes, const LongWaits* waits = nullptr);
   [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address) override;
   [[nodiscard]] std::string RouteOf(const GpibAddress& address) const override;
   /// Leaves what the sessions share, and what serves one client alone, to somebody else. A message that needs it takes
@@ -67,11 +69,11 @@ class RoutedGpibBus final : public GpibBus {
   void LetGo();
 
  private:
-  [[nodiscard]] std::unique_ptr<GpibSession> OpenOnBus(const GpibAddress& address);
-  [[nodiscard]] static std::unique_ptr<GpibSession> OpenByItself(const GpibAddress& address,
-                                                                 const InstrumentRoute& route);
+  /// Null where the way goes over this machine's own board.
+  [[nodiscard]] std::unique_ptr<RouteSession> RouteTo(const GpibAddress& address) const;
 
   GpibRoutes routes_;
+  const LongWaits* waits_;
   NativeGpib native_;
   /// What the sessions share when the bus is behind a `++` adapter.
   std::shared_ptr<ControllerAdapter> adapter_;

@@ -64,11 +64,26 @@ class NativeSession final : public GpibSession {
   NativeSession(NativeGpib& driver, const GpibAddress& address)
       : driver_(driver), address_(address), name_(NameOf(address)) {}
 
-  void Write(std::string_view text, TimePoint timeOut) override;
-  [[nodiscard]] std::string Read(std::size_t size, TimePoint timeOut) override;
-  void Local() override;
+  ~NativeSession() override {
+    if (device_) driver_.Do([this] { device_.reset(); });
+  }
+
+  void Write(std::string_view text, TimePoint timeOut) override {
+    driver_.Do([&] { Send(text, timeOut); });
+  }
+  [[nodiscard]] std::string Read(std::size_t size, TimePoint timeOut) override {
+    std::string reply;
+    driver_.Do([&] { reply = Receive(size, timeOut); });
+    return reply;
+  }
+  void Local() override {
+    driver_.Do([this] { LetGo(); });
+  }
 
  private:
+  void Send(std::string_view text, TimePoint timeOut);
+  [[nodiscard]] std::string Receive(std::size_t size, TimePoint timeOut);
+  void LetGo();
   /// The calls, with the device open, owing no device clear, under that time-out.
   const Ni488Library& Ready(int timeOutCode);
   /// One part of a reply, up to that many bytes. @return whether the message ends with it.
@@ -120,7 +135,7 @@ void NativeSession::FailAndClear(const char* call, const Ni488Status& status, co
   Fail(call, status, what);
 }
 
-void NativeSession::Write(std::string_view text, TimePoint timeOut) {
+void NativeSession::Send(std::string_view text, TimePoint timeOut) {
   const int code = GpibTimeOutCodeOf(timeOut);
   const Ni488Library& calls = Ready(code);
   calls.ibwrt(device_->Number(), text.data(), text.size());
@@ -133,7 +148,7 @@ void NativeSession::Write(std::string_view text, TimePoint timeOut) {
   Fail("ibwrt", status, "the message was not sent");
 }
 
-std::string NativeSession::Read(std::size_t size, TimePoint timeOut) {
+std::string NativeSession::Receive(std::size_t size, TimePoint timeOut) {
   const int code = GpibTimeOutCodeOf(timeOut);
   (void)Ready(code);
   const Deadline deadline(timeOut);
@@ -166,7 +181,7 @@ bool NativeSession::ReadPart(std::size_t atMost, int timeOutCode, std::string& r
   return status.End();
 }
 
-void NativeSession::Local() {
+void NativeSession::LetGo() {
   const auto device = std::move(device_);
   if (!device) return;
   const Ni488Library& calls = driver_.Library();
@@ -199,6 +214,13 @@ std::vector<int> NativeGpib::Listeners(Integer board) try {
   return listeners;
 } catch (const Ni488Missing& missing) {
   throw GpibAbsent(std::string("Route native: ") + missing.what());
+}
+
+void NativeGpib::Do(const std::function<void()>& message) {
+  if (!thread_ && (waits_ == nullptr || !waits_->onWait)) return message();
+  // From the first message on it is the same thread: such a library may keep what it knows by thread.
+  if (!thread_) thread_.emplace();
+  thread_->Run(message, *waits_);
 }
 
 const Ni488Library& NativeGpib::Library() {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/gpib/call_thread.h"
 #include "adapters/gpib/ni488_library.h"
 #include "platform/gpib.h"
 
@@ -13,11 +14,15 @@ namespace orvane {
 /// The instruments behind the system's own GPIB board, by way of its NI-488.2 style library.
 ///
 /// The library is looked for at the first message that needs it, and again at the next one as long as there is none.
-/// It is called on the station's one thread: how long a call lasts is the library's word alone, bounded by the
-/// time-out that it is given. One that hangs beyond that holds the station.
+/// How long a call lasts is the library's word alone, bounded by the time-out that it is given. One that hangs beyond
+/// that holds the station. Where somebody is told of waits, all calls are made on a thread of their own.
 class NativeGpib {
  public:
-  explicit NativeGpib(std::string library = "libgpib.so.0") : name_(std::move(library)) {}
+  static constexpr const char* kSystemsOwn = "libgpib.so.0";
+
+  /// @param waits whom the waits of the sessions are told; null for nobody.
+  explicit NativeGpib(std::string library = kSystemsOwn, const LongWaits* waits = nullptr)
+      : name_(std::move(library)), waits_(waits) {}
 
   /// Nothing is called before the first message. The session must not outlive this object.
   [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address);
@@ -26,6 +31,9 @@ class NativeGpib {
   /// to.
   /// @throws GpibError
   [[nodiscard]] std::vector<int> Listeners(Integer board);
+
+  /// Lets `message` call the library.
+  void Do(const std::function<void()>& message);
 
   /// @throws Ni488Missing
   [[nodiscard]] const Ni488Library& Library();
@@ -39,6 +47,8 @@ class NativeGpib {
   std::string name_;
   std::optional<Ni488Library> library_;
   std::vector<GpibAddress> unclear_;
+  const LongWaits* waits_;
+  std::optional<CallThread> thread_;
 };
 
 }  // namespace orvane

@@ -7,6 +7,8 @@ using namespace std::chrono_literals;
 
 /// An instrument that is let go has no time-out of its own any more.
 constexpr auto kFarewell = 1s;
+/// A connection and two questions, which come ahead of the first message and its time-out.
+constexpr auto kHandshake = 3s;
 
 }  // namespace
 
@@ -31,15 +33,29 @@ auto RouteSession::Guarded(const Message& message) {
 }
 
 void RouteSession::Write(std::string_view text, TimePoint timeOut) {
-  Guarded([&] { Send(text, Deadline(timeOut)); });
+  Guarded([&] { Send(text, Deadline(timeOut, waits_)); });
 }
 
 std::string RouteSession::Read(std::size_t size, TimePoint timeOut) {
-  return Guarded([&] { return Receive(size, Deadline(timeOut)); });
+  return Guarded([&] { return Receive(size, Deadline(timeOut, waits_)); });
+}
+
+bool RouteSession::TryLock() {
+  return Guarded([&] { return Lock(Deadline(kHandshake)); });
+}
+
+void RouteSession::Unlock() {
+  if (!ended_.empty()) return;
+  try {
+    LetGo(Deadline(kFarewell));
+  } catch (const RouteFailure& failure) {
+    ended_ = failure.Text();
+    Abandon();
+  }
 }
 
 void RouteSession::Local() {
-  Guarded([&] { GoLocal(Deadline(kFarewell)); });
+  Guarded([&] { GoLocal(Deadline(kFarewell, waits_)); });
   HangUp();
 }
 

@@ -25,9 +25,13 @@ class RouteFailure : public TextFailure {
 /// session fails at once; the next Configure opens a new one.
 class RouteSession : public GpibSession {
  public:
+  /// Whom its waits are told; nobody before this.
+  void TellWaitsTo(const LongWaits* waits) { waits_ = waits; }
   void Write(std::string_view text, TimePoint timeOut) final;
   [[nodiscard]] std::string Read(std::size_t size, TimePoint timeOut) final;
   void Local() final;
+  [[nodiscard]] bool TryLock() final;
+  void Unlock() final;
 
  protected:
   /// @param route in the words of the command line
@@ -39,6 +43,10 @@ class RouteSession : public GpibSession {
   [[nodiscard]] virtual std::string Receive(std::size_t size, const Deadline& deadline) = 0;
   /// Returns the instrument to local, where the route knows how.
   virtual void GoLocal(const Deadline& /*deadline*/) {}
+  /// Keeps the instrument's other clients away, where the route knows how. @return false: another one has it.
+  [[nodiscard]] virtual bool Lock(const Deadline& /*deadline*/) { return true; }
+  /// Ends that, and lets go of what the route holds until the next message.
+  virtual void LetGo(const Deadline& deadline) = 0;
   /// Lets go of what the route holds. Never fails; called again, does nothing.
   virtual void HangUp() = 0;
   /// The same behind a message that failed, whose reply may still come.
@@ -49,6 +57,7 @@ class RouteSession : public GpibSession {
   auto Guarded(const Message& message);
 
   std::string name_;
+  const LongWaits* waits_ = nullptr;
   /// What ended the session, if something did.
   std::string ended_;
 };

@@ -40,9 +40,9 @@ class Lookup {
     gaicb* request = &request_;
     if (const int refused = ::getaddrinfo_a(GAI_NOWAIT, &request, 1, nullptr); refused != 0) return refused;
     while (::gai_error(&request_) == EAI_INPROGRESS && !deadline.Passed()) {
-      const auto left = deadline.Left();
-      const timespec span{left / 1s, (left % 1s).count()};
-      ::gai_suspend(&request, 1, &span);
+      const auto nap = deadline.UntilGlance();
+      const timespec span{nap / 1s, (nap % 1s).count()};
+      if (::gai_suspend(&request, 1, &span) == EAI_AGAIN) deadline.Glance();
     }
     return ::gai_error(&request_);
   }
@@ -79,7 +79,7 @@ int Connect(int descriptor, const addrinfo& address, const Deadline& deadline) {
   if (::connect(descriptor, address.ai_addr, address.ai_addrlen) == 0) return 0;
   if (errno != EINPROGRESS) return errno;
   pollfd ready{descriptor, POLLOUT, 0};
-  while (::poll(&ready, 1, deadline.LeftMs()) <= 0) {
+  while (deadline.Poll(ready) <= 0) {
     if (deadline.Passed()) return EINPROGRESS;
   }
   int error = 0;

@@ -28,6 +28,14 @@ void TcpGpibSession::DropRestOfReply() {
   pending_.erase(0, dropsRest_ ? pending_.size() : lineEnd + 1);
 }
 
+/// What was left of a reply is gone with the connection.
+void TcpGpibSession::LetGo(const Deadline& /*deadline*/) {
+  HangUp();
+  pending_.clear();
+  insideReply_ = false;
+  dropsRest_ = false;
+}
+
 std::string TcpGpibSession::Receive(std::size_t size, const Deadline& deadline) {
   Connect(deadline);
   while (true) {

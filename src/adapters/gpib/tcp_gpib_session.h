@@ -17,6 +17,7 @@ class TcpGpibSession final : public RouteSession {
   void Send(std::string_view text, const Deadline& deadline) override;
   std::string Receive(std::size_t size, const Deadline& deadline) override;
   void HangUp() override { stream_.Close(); }
+  void LetGo(const Deadline& deadline) override;
 
   void Connect(const Deadline& deadline);
   void DropRestOfReply();

@@ -55,12 +55,41 @@ void Vxi11GpibSession::Check(int error, const std::string& inVain, const Deadlin
 }
 
 void Vxi11GpibSession::Open(const Deadline& deadline) {
+  Connect(deadline);
+  if (isCleared_) return;
+  Order(DEVICE_CLEAR, deadline);
+  isCleared_ = true;
+}
+
+void Vxi11GpibSession::Connect(const Deadline& deadline) {
   if (core_.IsOpen()) return;
+  isCleared_ = false;
   const int port = place_.port ? *place_.port : AskPort(deadline);
   core_ = RpcClient(ConnectTcp(place_.host, port, deadline, place_.server), {DEVICE_CORE, DEVICE_CORE_VERSION},
                     place_.server);
   CreateLink(deadline);
-  Order(DEVICE_CLEAR, deadline);
+}
+
+/// The link is made and not cleared yet: that would go into whatever the one who has the lock is measuring. A server
+/// without locks leaves it to the stations' own.
+bool Vxi11GpibSession::Lock(const Deadline& deadline) {
+  Connect(deadline);
+  constexpr Device_Flags kAtOnce = 0;
+  const Device_LockParms wanted{link_, kAtOnce, 0};
+  auto done = core_.Call(DEVICE_LOCK, &xdr_Device_LockParms, wanted, &xdr_Device_Error, kLongestShortResult,
+                         BoundOf(deadline));
+  if (done->error == kLockedByAnother) return false;
+  if (done->error != kNotSupported) Check(done->error, "no lock on the device", deadline);
+  return true;
+}
+
+/// The next link begins with a device clear: what the next station leaves unread is not taken for an answer.
+void Vxi11GpibSession::LetGo(const Deadline& deadline) {
+  if (!core_.IsOpen()) return;
+  for (const std::uint32_t procedure : std::array<std::uint32_t, 2>{DEVICE_UNLOCK, DESTROY_LINK}) {
+    (void)core_.Call(procedure, &xdr_Device_Link, link_, &xdr_Device_Error, kLongestShortResult, BoundOf(deadline));
+  }
+  HangUp();
 }
 
 int Vxi11GpibSession::AskPort(const Deadline& deadline) const {

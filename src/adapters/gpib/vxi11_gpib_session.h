@@ -34,8 +34,11 @@ class Vxi11GpibSession final : public RouteSession {
   std::string Receive(std::size_t size, const Deadline& deadline) override;
   void GoLocal(const Deadline& deadline) override;
   void HangUp() override { core_.Close(); }
+  bool Lock(const Deadline& deadline) override;
+  void LetGo(const Deadline& deadline) override;
 
   void Open(const Deadline& deadline);
+  void Connect(const Deadline& deadline);
   [[nodiscard]] int AskPort(const Deadline& deadline) const;
   void CreateLink(const Deadline& deadline);
   /// device_clear or device_local. A server that knows no such thing has done it.
@@ -46,6 +49,8 @@ class Vxi11GpibSession final : public RouteSession {
   RpcClient core_;
   int link_ = 0;
   std::size_t longestPiece_ = 0;
+  /// On this link.
+  bool isCleared_ = false;
 };
 
 }  // namespace orvane

@@ -12,6 +12,7 @@
 #include "adapters/qt/lamp_widget.h"
 #include "adapters/qt/list_widget.h"
 #include "adapters/qt/pictures.h"
+#include "adapters/qt/spoken_widgets.h"
 #include "adapters/qt/up_down_widget.h"
 
 namespace orvane {
@@ -54,19 +55,32 @@ QWidget* MakePushButton(Button& button, const Layout& place, WindowContext& cont
   return widget;
 }
 
+/// Sentences go on in the next line; a table's columns do not.
+void WrapRows(QListView& list) {
+  list.setUniformItemSizes(false);
+  list.setWordWrap(true);
+  list.setResizeMode(QListView::Adjust);
+  list.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
+
 QWidget* MakeListBox(ListBox& list, const Layout& place, Hands& hands, QWidget* parent) {
   auto* widget = MakeList(list, hands, parent);
   if (place.fixedPitch) widget->setFont(FixedPitchFont());
   if (place.size > 0) widget->setMinimumWidth(widget->fontMetrics().horizontalAdvance(u'0') * place.size + 30);
   if (place.lines > 0) widget->setMinimumHeight(widget->fontMetrics().lineSpacing() * place.lines + 8);
+  if (place.stretch > 0) return widget;
+  // The toolkit would give any list the same height.
+  widget->setMaximumHeight(widget->minimumHeight());
+  if (!place.fixedPitch) WrapRows(*widget);
   return widget;
 }
 
 /// A caption as it is read: a doubled "&" is one, and no letter is marked.
 QString ReadCaption(const CaptionedControl& control) { return ToQt(control.Caption()).replace("&&", "&"); }
 
-QWidget* MakeLabel(Label& label, QWidget* parent) {
+QWidget* MakeLabel(Label& label, const Layout& place, QWidget* parent) {
   auto* widget = new QLabel(parent);
+  widget->setWordWrap(place.lines > 0);
   widget->setTextFormat(Qt::PlainText);
   Follow(label, *widget, [&label, widget] { widget->setText(ReadCaption(label)); });
   return widget;
@@ -106,8 +120,11 @@ QWidget* MakeTabs(TabControl& tabs, Hands& hands, QWidget* parent) {
 
 QWidget* MakePicture(Image& image, QWidget* parent) {
   auto* widget = new QSvgWidget(parent);
+  TellAsPicture(*widget);
   Follow(image, *widget, [&image, widget] {
     widget->load(PictureNamed(image.Picture()));
+    // Its name is what is written on it.
+    widget->setAccessibleName(ToQt(image.Picture()).toUpper());
     widget->renderer()->setAspectRatioMode(Qt::KeepAspectRatio);
   });
   // Its word is to be read from three metres: more than a tenth of the height of a usual screen.
@@ -134,7 +151,7 @@ QWidget* MakeWidget(const Layout& place, WindowContext& context, QWidget* parent
     case ControlKind::Check:
       return MakeCheckBox(static_cast<CheckBox&>(control), hands, context.letters, parent);
     case ControlKind::Label:
-      return MakeLabel(static_cast<Label&>(control), parent);
+      return MakeLabel(static_cast<Label&>(control), place, parent);
     case ControlKind::Frame:
       return MakeFrame(static_cast<Frame&>(control), parent);
     case ControlKind::UpDown:

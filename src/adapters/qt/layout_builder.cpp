@@ -1,12 +1,15 @@
 #include "adapters/qt/layout_builder.h"
 
 #include <QBoxLayout>
+#include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QToolButton>
 
 #include "adapters/qt/fitting_area.h"
+#include "adapters/qt/lamp_widget.h"
 #include "adapters/qt/up_down_widget.h"
 #include "platform/layout_captions.h"
 
@@ -51,15 +54,24 @@ void PlaceWide(QWidget& widget, int width, int stretch, QBoxLayout& into) {
   into.addLayout(cell, stretch);
 }
 
-/// What somebody hears of a control; of one with a caption, which may change, that behind its place.
+/// What changes of what somebody hears of a control: of one with a caption that, of a lamp what it says.
+std::function<QString()> ChangingWords(const Control& control) {
+  if (const auto* captioned = dynamic_cast<const CaptionedControl*>(&control)) {
+    return [captioned] { return ", " + ToQt(captioned->Caption()); };
+  }
+  if (const auto* lamp = dynamic_cast<const Lamp*>(&control)) {
+    return [lamp] { return ": " + LampWords(*lamp); };
+  }
+  return nullptr;
+}
+
+/// What somebody hears of a control.
 void Name(Control& control, QWidget& widget, const QString& spoken) {
-  auto* captioned = dynamic_cast<CaptionedControl*>(&control);
-  if (captioned == nullptr) return widget.setAccessibleName(spoken);
-  const auto name = [captioned, &widget, spoken] {
-    widget.setAccessibleName(spoken + ", " + ToQt(captioned->Caption()));
-  };
+  const auto words = ChangingWords(control);
+  const auto name = [&widget, spoken, words] { widget.setAccessibleName(words ? spoken + words() : spoken); };
   name();
-  control.changed.Connect(name);
+  if (words) control.changed.Connect(name);
+  if (auto* combo = qobject_cast<QComboBox*>(&widget)) combo->lineEdit()->setAccessibleName(spoken);
 }
 
 QLabel* PlainText(const std::string& text, int characters, QWidget* parent) {
@@ -106,7 +118,9 @@ QWidget* Builder::Single(const Layout& part, QWidget* parent) {
     font.setBold(true);
     widget->setFont(font);
   }
-  if (const auto spoken = spoken_.find(part.control); spoken != spoken_.end()) {
+  // A picture bears its own words.
+  const auto spoken = part.control->Kind() == ControlKind::Image ? spoken_.end() : spoken_.find(part.control);
+  if (spoken != spoken_.end()) {
     Name(*part.control, *widget, ToQt(spoken->second));
   }
   if (widget->focusPolicy() != Qt::NoFocus) focusable_.push_back(widget);

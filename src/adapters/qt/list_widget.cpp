@@ -81,6 +81,11 @@ class RowsView final : public QListView {
   }
 
  protected:
+  /// Behind a new row no row has its place until the next turn, and a list that is painted ahead of that is blank.
+  void paintEvent(QPaintEvent* event) override {
+    executeDelayedItemsLayout();
+    QListView::paintEvent(event);
+  }
   void keyPressEvent(QKeyEvent* event) override {
     if (event->matches(QKeySequence::Copy)) {
       CopyMarked();

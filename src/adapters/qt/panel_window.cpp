@@ -4,11 +4,13 @@
 #include <QScreen>
 
 #include "adapters/qt/layout_builder.h"
+#include "adapters/qt/spoken_widgets.h"
 
 namespace orvane {
 
 PanelWindow::PanelWindow(Panel& panel, const Layout& layout, Hands& hands, const ViewMaker& views)
     : panel_(panel), context_{hands} {
+  TellWidgetsByName();
   setObjectName(ToQt(panel.Name()));
   setCentralWidget(BuildLayout(layout, context_, views, this));
   TakeItsSize();

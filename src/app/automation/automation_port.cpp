@@ -41,7 +41,10 @@ std::string_view IconText(BoxIcon icon) {
 }  // namespace
 
 AutomationPort::AutomationPort(AutomationSurface surface)
-    : surface_(std::move(surface)), operator_(surface_.nest), share_(surface_.loop) {
+    : surface_(std::move(surface)),
+      operator_(surface_.nest),
+      news_(surface_.report, [this](std::string_view topic, const Json& params) { Notify(topic, params); }),
+      share_(surface_.loop) {
   surface_.desk.boxOpened.Connect([this](const Desk::OpenBox& open) { TellBox(open); });
   surface_.desk.dialogOpened.Connect([this](const Desk::OpenDialog& open) { TellDialog(open); });
   surface_.nest.onFailure.emplace_back([this](const std::string& text) { Notify("failure", {{"text", text}}); });
@@ -61,6 +64,7 @@ void AutomationPort::Connect(std::function<void(const std::string&)> send) {
 void AutomationPort::Disconnect() {
   ++client_;
   send_ = nullptr;
+  news_.Forget();
   waiting_.clear();
   lines_ = {};
 }
@@ -161,7 +165,7 @@ const AutomationPort::MethodRow* AutomationPort::FindMethod(std::string_view nam
       MethodRow{"key", &AutomationPort::Key, true},        MethodRow{"click", &AutomationPort::Click, true},
       MethodRow{"show", &AutomationPort::Show, true},      MethodRow{"close", &AutomationPort::Close, true},
       MethodRow{"state", &AutomationPort::State, false},   MethodRow{"unit", &AutomationPort::Unit, false},
-      MethodRow{"answer", &AutomationPort::Answer, false},
+      MethodRow{"answer", &AutomationPort::Answer, false}, MethodRow{"subscribe", &AutomationPort::Subscribe, false},
   };
   const auto* row =
       std::find_if(kMethods.begin(), kMethods.end(), [&](const MethodRow& r) { return r.name == name; });
@@ -321,6 +325,8 @@ Json AutomationPort::Unit(const Json& params) {
   }
   return UnitObject(surface_.unit.Texts());
 }
+
+Json AutomationPort::Subscribe(const Json& params) { return news_.Subscribe(params); }
 
 Json AutomationPort::Answer(const Json& params) {
   const auto id = IntegerParam(params, "id");

@@ -11,6 +11,7 @@
 #include "app/automation/json_rpc.h"
 #include "app/automation/line_cutter.h"
 #include "app/automation/request_share.h"
+#include "app/automation/run_news.h"
 #include "app/desk.h"
 #include "app/unit_identity.h"
 #include "platform/event_loop.h"
@@ -115,6 +116,7 @@ class AutomationPort {
   [[nodiscard]] Json State(const Json& params);
   [[nodiscard]] Json Unit(const Json& params);
   [[nodiscard]] Json Answer(const Json& params);
+  [[nodiscard]] Json Subscribe(const Json& params);
 
   [[nodiscard]] Panel& FindPanel(std::string_view name) const;
   [[nodiscard]] Panel& PanelParam(const Json& params) const;
@@ -128,6 +130,7 @@ class AutomationPort {
 
   AutomationSurface surface_;
   Operator operator_;
+  RunNews news_;
   std::function<void(const std::string&)> send_;
   /// Counts the clients, so that no client gets another one's answers.
   std::uint64_t client_ = 0;

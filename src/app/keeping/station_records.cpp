@@ -13,6 +13,7 @@
 #include "adapters/sql/run_writer.h"
 #include "adapters/sql/spool.h"
 #include "base/failure.h"
+#include "base/numbers.h"
 #include "records/abandoned_runs.h"
 #include "records/record_bytes.h"
 #include "records/run_id.h"
@@ -118,6 +119,7 @@ void StationRecords::Keep(RunRecord record) {
 }
 
 void StationRecords::Take(RunRecord record) {
+  AddWait(record.identity.tags);
   if (onEnd) onEnd(record);
   if (!waits()) return Keep(std::move(record));
   waiting_ = std::move(record);
@@ -131,6 +133,14 @@ void StationRecords::GoOn(const std::string& notOff) {
     waiting_->boxes.push_back({std::string(kSafeOffTitle), notOff, "", waiting_->end->seconds, std::nullopt});
   }
   Keep(*std::exchange(waiting_, std::nullopt));
+}
+
+/// The names of readings are other programs' too; a tag is the station's own to give. A run that did not wait has
+/// none.
+void StationRecords::AddWait(std::map<std::string, std::string>& tags) const {
+  const auto ms = std::chrono::round<std::chrono::milliseconds>(waited()).count();
+  constexpr double kMsInSecond = 1000;
+  if (ms > 0) tags.emplace("shared_wait_seconds", NumberText(static_cast<double>(ms) / kMsInSecond));
 }
 
 RunIdentity StationRecords::IdentityOf(RunKind kind) {

@@ -38,6 +38,8 @@ class StationRecords {
   std::function<void(RunIdentity& run)> onBegin;
   /// A run is over, and this is its record: what else is to stand in it.
   std::function<void(RunRecord& record)> onEnd;
+  /// How long the run that is over has waited for instruments that other stations use too.
+  std::function<TimePoint()> waited = [] { return TimePoint{0}; };
 
   /// Whether the record of a run that is over waits, for something that belongs into it.
   std::function<bool()> waits = [] { return false; };
@@ -56,6 +58,7 @@ class StationRecords {
  private:
   [[nodiscard]] RecorderLinks Links();
   [[nodiscard]] RunIdentity IdentityOf(RunKind kind);
+  void AddWait(std::map<std::string, std::string>& tags) const;
   [[nodiscard]] KeeperWays Ways() const;
   void Begin(const RunIdentity& run);
   void Take(RunRecord record);

@@ -369,16 +369,8 @@
         <translation>엔지니어</translation>
     </message>
     <message>
-        <source>The panels of the engineers open behind a word.</source>
-        <translation>엔지니어 창은 암호를 넣어야 열립니다.</translation>
-    </message>
-    <message>
         <source>The word</source>
         <translation>암호</translation>
-    </message>
-    <message>
-        <source>Open</source>
-        <translation>열기</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -483,6 +475,78 @@
     <message>
         <source>asked for: %1. F12 takes it back</source>
         <translation>정지 요청됨: %1. F12로 취소</translation>
+    </message>
+    <message>
+        <source>This needs the word of an engineer.</source>
+        <translation>엔지니어의 암호가 필요합니다.</translation>
+    </message>
+    <message>
+        <source>That is not the word.</source>
+        <translation>암호가 아닙니다.</translation>
+    </message>
+    <message>
+        <source>Too many wrong words: wait %1 seconds.</source>
+        <translation>잘못된 암호가 너무 많습니다. %1초 기다리십시오.</translation>
+    </message>
+    <message>
+        <source>The word before is still being looked at.</source>
+        <translation>앞의 암호를 아직 확인하고 있습니다.</translation>
+    </message>
+    <message>
+        <source>Why may units be run all the same?</source>
+        <translation>왜 그래도 시험해도 됩니까?</translation>
+    </message>
+    <message>
+        <source>The reason is kept in each record.</source>
+        <translation>이유는 모든 기록에 남습니다.</translation>
+    </message>
+    <message>
+        <source>The reason</source>
+        <translation>이유</translation>
+    </message>
+    <message>
+        <source>The station itself is to be checked</source>
+        <translation>장비 자체를 점검해야 합니다</translation>
+    </message>
+    <message>
+        <source>No other unit is run before the golden unit %1 was inside its limits.</source>
+        <translation>기준기 %1이(가) 한계 안에 들 때까지 다른 전화기는 시험하지 않습니다.</translation>
+    </message>
+    <message>
+        <source>Put the golden unit in and scan its number.</source>
+        <translation>기준기를 넣고 번호를 스캔하십시오.</translation>
+    </message>
+    <message>
+        <source>An engineer says why not</source>
+        <translation>엔지니어가 이유를 말함</translation>
+    </message>
+    <message>
+        <source>The golden unit is outside its limits</source>
+        <translation>기준기가 한계를 벗어났습니다</translation>
+    </message>
+    <message>
+        <source>No other unit is run before it was inside them. Call an engineer.</source>
+        <translation>한계 안에 들 때까지 다른 전화기는 시험하지 않습니다. 엔지니어를 부르십시오.</translation>
+    </message>
+    <message>
+        <source>ddd HH:mm</source>
+        <translation>M월 d일 HH:mm</translation>
+    </message>
+    <message>
+        <source>golden unit is due</source>
+        <translation>기준기를 시험할 때입니다</translation>
+    </message>
+    <message>
+        <source>golden unit due on %1</source>
+        <translation>기준기 시험 예정 %1</translation>
+    </message>
+    <message>
+        <source>golden unit was outside</source>
+        <translation>기준기가 한계를 벗어났음</translation>
+    </message>
+    <message>
+        <source>golden unit excused until %1</source>
+        <translation>기준기 면제 %1까지</translation>
     </message>
 </context>
 <context>

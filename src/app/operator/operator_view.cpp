@@ -74,7 +74,12 @@ OperatorView::OperatorView(const OperatorWorld& world, bool isDark)
       clock_(world.loop, world.station.State().report) {
   page_ = std::make_unique<OperatorPage>(
       OperatorPage::Asked{[this](const QString& serial) { Start(serial); }, [this] { Stop(); },
-                          [this] { AskForWord(); }, [this] { PressExit(); }},
+                          [this] {
+                            AskForWord([this] {
+                              if (openPanels) openPanels();
+                            });
+                          },
+                          [this] { PressExit(); }},
       world.station.State().searchTrail, isDark_);
   page_->SetSerial(ToQt(at_.unit.Texts().serial));
   Follow();
@@ -104,6 +109,10 @@ void OperatorView::Follow() {
     // It is told when the run that it ended is over.
     if (!run_.isSeen) run_.failure = text;
   });
+  if (at_.golden != nullptr) {
+    at_.golden->changed.Connect(soon);
+    at_.golden->checked.Connect([this](const GoldenFinding& finding) { TellCheck(finding); });
+  }
   if (at_.news == nullptr) return;
   at_.news->changed.Connect([this, soon] {
     TakeRecord();
@@ -159,6 +168,9 @@ void OperatorView::Start(const QString& typed) {
     return !lack.stopsUnits && std::find(readLacks_.begin(), readLacks_.end(), lack.what) != readLacks_.end();
   });
   if (!lacks.empty()) return Ask(CardOf(lacks, serial));
+  if (at_.golden != nullptr) {
+    if (const auto why = at_.golden->NextUnitRefusal(serial.toStdString())) return Ask(CardOfCheck(*why, serial));
+  }
   AskWhetherPassedBefore(serial);
 }
 
@@ -215,24 +227,45 @@ void OperatorView::PressExit() {
   hands_.Do([&exit = at_.station.Panels().main.cmdExit](Operator& hand) { hand.Click(exit); });
 }
 
-void OperatorView::AskForWord() {
-  if (!checkWord || question_ || !at_.desk.Clear()) return;
-  CardContent card{"", tr("Engineer"), tr("The panels of the engineers open behind a word.")};
+void OperatorView::AskForWord(std::function<void()> behind) {
+  if (at_.word == nullptr || question_ || !at_.desk.Clear()) return;
+  CardContent card{"", tr("Engineer"), tr("This needs the word of an engineer.")};
   card.typed = {tr("The word"), true, {}};
-  card.answers = {{tr("Open"), [this](const QString& word) { TryWord(word); }},
+  card.answers = {{tr("OK"), [this, behind = std::move(behind)](const QString& word) { TryWord(word, behind); }},
                   {tr("Cancel"), [](const QString&) {}}};
   Ask(std::move(card));
 }
 
-void OperatorView::TryWord(const QString& word) {
-  checkWord(word, [this](const QString& fault) {
+void OperatorView::TryWord(const QString& word, const std::function<void()>& behind) {
+  const bool isTaken = at_.word->Check(word.toStdString(), [this, behind](const WordAnswer& answer) {
     if (abandoned_) return;
-    if (fault.isEmpty()) {
-      if (openPanels) openPanels();
-      return;
+    if (std::holds_alternative<WordRight>(answer)) {
+      page_->ShowHint("");
+      return behind();
     }
-    page_->ShowHint(fault);
+    const auto* wait = std::get_if<WordWait>(&answer);
+    page_->ShowHint(wait == nullptr ? tr("That is not the word.")
+                                    : tr("Too many wrong words: wait %1 seconds.").arg(wait->seconds));
   });
+  if (!isTaken) page_->ShowHint(tr("The word before is still being looked at."));
+}
+
+void OperatorView::AskWhy(const QString& serial) {
+  CardContent card{"", tr("Engineer"), tr("Why may units be run all the same?"),
+                   tr("The reason is kept in each record.")};
+  card.typed = {tr("The reason"), false, {}};
+  card.answers = {{tr("OK"), [this, serial](const QString& why) { Excuse(why.trimmed(), serial); }},
+                  {tr("Cancel"), [](const QString&) {}}};
+  Ask(std::move(card));
+}
+
+void OperatorView::Excuse(const QString& why, const QString& serial) {
+  try {
+    (void)at_.golden->Excuse(why.toStdString());
+  } catch (const UnitFault& fault) {
+    return page_->ShowHint(ToQt(fault.what()));
+  }
+  Start(serial);
 }
 
 /// Whatever window has the keyboard, a card's too.
@@ -289,6 +322,46 @@ CardContent OperatorView::CardOf(const std::vector<Lack>& lacks, const QString& 
   }
   card.answers.push_back({tr("Close"), [](const QString&) {}});
   return card;
+}
+
+CardContent OperatorView::CardOfCheck(const std::string& refusal, const QString& serial) {
+  CardContent card{
+      "", tr("The station itself is to be checked"), ToQt(refusal),
+      tr("No other unit is run before the golden unit %1 was inside its limits.").arg(ToQt(at_.golden->Serial())),
+      tr("Put the golden unit in and scan its number.")};
+  card.answers = {{tr("Close"), [this](const QString&) { page_->SetSerial(""); }}};
+  if (at_.word != nullptr) {
+    card.answers.push_back({tr("An engineer says why not"),
+                            [this, serial](const QString&) { AskForWord([this, serial] { AskWhy(serial); }); }});
+  }
+  return card;
+}
+
+/// In a statement of the station: the card is shown when that is over.
+void OperatorView::TellCheck(const GoldenFinding& finding) {
+  if (finding.Inside()) return;
+  QStringList pointsTo;
+  for (const std::string& sentence : finding.pointsTo) pointsTo << ToQt(sentence);
+  CardContent card{"", tr("The golden unit is outside its limits"), ToQt(finding.Text()), pointsTo.join(u' '),
+                   tr("No other unit is run before it was inside them. Call an engineer.")};
+  card.answers = {{tr("Close"), [](const QString&) {}}};
+  at_.loop.Post([this, card] {
+    if (!abandoned_) Ask(card);
+  });
+}
+
+QString OperatorView::GoldenWords() const {
+  if (at_.golden == nullptr) return {};
+  const GoldenState state = at_.golden->State();
+  const auto clock = [](std::int64_t ms) {
+    return QLocale().toString(QDateTime::fromMSecsSinceEpoch(ms), tr("ddd HH:mm"));
+  };
+  QString words = tr("golden unit is due");
+  if (const auto* good = std::get_if<GoldenGood>(&state)) words = tr("golden unit due on %1").arg(clock(good->dueMs));
+  if (std::holds_alternative<GoldenOutside>(state)) words = tr("golden unit was outside");
+  if (const auto* excused = std::get_if<GoldenExcused>(&state))
+    words = tr("golden unit excused until %1").arg(clock(excused->untilMs));
+  return QStringLiteral("  \u00b7  ") + words;
 }
 
 CardContent OperatorView::CardOf(const Desk::OpenBox& open) {
@@ -444,7 +517,7 @@ void OperatorView::Look() {
   const std::int64_t begin = ShiftBegin(at_.options.operating.shiftStarts, QDateTime::currentMSecsSinceEpoch());
   shift_.BeginAt(begin);
   page_->ShowHead({surroundings_.isVirtual ? tr("VIRTUAL BENCH") : tr("REAL BENCH"), surroundings_.isVirtual,
-                   ToQt(at_.options.station), LinkWords(), static_cast<bool>(checkWord)});
+                   ToQt(at_.options.station) + GoldenWords(), LinkWords(), at_.word != nullptr});
   const auto progress = at_.status.Running() ? at_.status.WholeRun() : std::nullopt;
   const auto elapsed = at_.status.Running() ? at_.status.Elapsed() : std::nullopt;
   QString stopWords = StopWordsOf(at_.status.StopWords());

@@ -11,6 +11,8 @@
 #include "adapters/qt/hands.h"
 #include "app/command_line.h"
 #include "app/desk.h"
+#include "app/engineer/engineer_word.h"
+#include "app/golden/golden_unit.h"
 #include "app/keeping/record_news.h"
 #include "app/operator/operator_page.h"
 #include "app/operator/preflight.h"
@@ -36,6 +38,9 @@ struct OperatorWorld {
   /// Null where no records are kept.
   RecordNews* news = nullptr;
   PastRuns* runs = nullptr;
+  /// Null where the profile has none.
+  EngineerWord* word = nullptr;
+  GoldenUnit* golden = nullptr;
 };
 
 /// The operator's page on a station: it looks on, and presses the station's own buttons.
@@ -46,11 +51,8 @@ class OperatorView final : public QObject {
   OperatorView(const OperatorWorld& world, bool isDark);
   ~OperatorView() override;
 
-  /// Opens the engineers' panels, once somebody has given the word; set before the page is shown. Without it the page
-  /// has no way to them.
+  /// Opens the engineers' panels, once somebody has given the word. Without a word the page has no way to them.
   std::function<void()> openPanels;
-  /// What the page asks for ahead of that: it tells in a later turn whether the word was right, or why not now.
-  std::function<void(const QString& word, std::function<void(const QString& fault)> told)> checkWord;
 
   [[nodiscard]] OperatorPage& Page() { return *page_; }
   void Show();
@@ -72,12 +74,18 @@ class OperatorView final : public QObject {
   void Press(const QString& serial);
   void Initialize(const std::vector<Lack>& lacks, const QString& serial);
   void Stop();
-  void AskForWord();
-  void TryWord(const QString& word);
+  /// Does what an engineer may do, once somebody has given the word.
+  void AskForWord(std::function<void()> behind);
+  void TryWord(const QString& word, const std::function<void()>& behind);
+  void AskWhy(const QString& serial);
+  void Excuse(const QString& why, const QString& serial);
   void PressExit();
 
   [[nodiscard]] std::optional<QString> FaultOf(const QString& serial) const;
   [[nodiscard]] CardContent CardOf(const std::vector<Lack>& lacks, const QString& serial);
+  [[nodiscard]] CardContent CardOfCheck(const std::string& refusal, const QString& serial);
+  void TellCheck(const GoldenFinding& finding);
+  [[nodiscard]] QString GoldenWords() const;
   [[nodiscard]] CardContent CardOf(const Desk::OpenBox& open);
   [[nodiscard]] CardContent CardOf(const Desk::OpenDialog& open);
   [[nodiscard]] std::optional<CardContent> CardOfDesk();

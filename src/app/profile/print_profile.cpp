@@ -37,7 +37,13 @@ void PrintOption(std::string& text, const OptionRow& row, const Options& options
   const std::string key = ProfileKey(row.name);
   const auto given = options.Given(row.name);
   text += "\n# " + row.means + "\n";
-  if (row.kind == OptionRow::Kind::Flag) {
+  if (row.kind == OptionRow::Kind::List) {
+    std::string list;
+    for (const auto& [name, value] : options.given) {
+      if (name == row.name) list += (list.empty() ? "" : ", ") + value;
+    }
+    text += given ? key + " = [" + list + "]\n" : CommentedOut(key, "[]");
+  } else if (row.kind == OptionRow::Kind::Flag) {
     text += given ? key + " = true\n" : CommentedOut(key, "false");
   } else {
     text += given ? key + " = " + Quoted("--" + row.name, *given) + "\n" : CommentedOut(key, "\"" + row.what + "\"");

@@ -86,6 +86,17 @@ class Reader {
     if (number == nullptr) Fail(entry, "it must be a whole number");
     return std::to_string(number->get());
   }
+  std::vector<std::string> WholesOf(const Entry& entry) const {
+    const auto* list = entry.node->as_array();
+    if (list == nullptr) Fail(entry, "it must be a list of whole numbers");
+    std::vector<std::string> numbers;
+    for (const toml::node& each : *list) {
+      const auto* number = each.as_integer();
+      if (number == nullptr) Fail(entry, "it must be a list of whole numbers");
+      numbers.push_back(std::to_string(number->get()));
+    }
+    return numbers;
+  }
   std::string DecimalOf(const Entry& entry) const;
 
   void ReadOption(const Entry& entry);
@@ -124,9 +135,8 @@ const OptionRow* RowOf(const std::string& key) {
 }
 
 void Reader::AddOption(const OptionRow& row, const Entry& entry, std::string value) {
-  const auto same = [&](const Profile::Option& option) {
-    return option.row == &row && row.kind != OptionRow::Kind::Repeated;
-  };
+  const bool isOnce = row.kind == OptionRow::Kind::Value || row.kind == OptionRow::Kind::Flag;
+  const auto same = [&](const Profile::Option& option) { return option.row == &row && isOnce; };
   if (std::any_of(profile_.options.begin(), profile_.options.end(), same)) {
     Fail(entry, "it was given above under another spelling");
   }
@@ -142,6 +152,9 @@ void Reader::ReadOption(const Entry& entry) {
       return AddOption(*row, entry, TextOf(entry));
     case OptionRow::Kind::Flag:
       return AddOption(*row, entry, FlagOf(entry));
+    case OptionRow::Kind::List:
+      for (std::string& number : WholesOf(entry)) AddOption(*row, entry, std::move(number));
+      return;
     case OptionRow::Kind::Repeated:
       for (const Entry& part : EntriesIn(entry)) {
         const std::string name = part.key.substr(entry.key.size() + 1);

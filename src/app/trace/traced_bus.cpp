@@ -30,6 +30,8 @@ class TracedSession final : public GpibSession {
     trace_.Note(link_, "close");
     Watched([&] { session_->Local(); });
   }
+  [[nodiscard]] bool TryLock() override { return session_->TryLock(); }
+  void Unlock() override { session_->Unlock(); }
 
  private:
   template <class Act>

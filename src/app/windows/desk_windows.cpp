@@ -113,6 +113,10 @@ void DeskWindows::Wake() {
   for (const Desk::OpenDialog& open : desk_.OpenDialogs()) Open(open);
 }
 
+void DeskWindows::Raise() {
+  for (const auto& [id, dialog] : open_) dialog->raise();
+}
+
 void DeskWindows::Open(const Desk::OpenBox& open) {
   if (abandoned_ || rests_) return;
   auto box = std::make_unique<QMessageBox>(QApplication::activeWindow());

@@ -17,6 +17,8 @@ class DeskWindows {
   DeskWindows(const DeskWindows&) = delete;
   DeskWindows& operator=(const DeskWindows&) = delete;
 
+  /// Puts what lies open in front of all windows.
+  void Raise();
   /// Opens no more.
   void Abandon() { abandoned_ = true; }
   /// Takes away what is there, unanswered, and opens no more until `Wake`, which opens what lies on the desk then.

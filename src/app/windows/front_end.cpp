@@ -1,9 +1,11 @@
 #include "app/windows/front_end.h"
 
+#include <QEvent>
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
+#include <algorithm>
 
 #include "app/windows/panel_views.h"
 
@@ -13,10 +15,37 @@ namespace {
 /// Longer than any wait for a reply: nothing is under way.
 constexpr std::chrono::seconds kQuiet{10};
 
+/// What a window manager puts around a window is not known before it has: within this all of the window is on the
+/// screen.
+constexpr QMargins kFrame(4, 36, 4, 4);
+
+void PlaceInTheMiddle(QWidget& window) {
+  const QRect screen = window.screen()->availableGeometry();
+  const QRect room = screen.marginsRemoved(kFrame);
+  QRect place(QPoint(), window.size().boundedTo(room.size()));
+  place.moveCenter(screen.center());
+  const int lowest = room.bottom() + 1 - place.height() - kFrame.top();
+  window.resize(place.size());
+  window.move(place.left(), std::min(place.top(), lowest));
+}
+
+/// A verdict grows when it has more to say than the one before, and stays whole on the screen.
+class StaysInTheMiddle final : public QObject {
+ public:
+  explicit StaysInTheMiddle(QWidget& window) : QObject(&window) { window.installEventFilter(this); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Resize) PlaceInTheMiddle(static_cast<QWidget&>(*watched));
+    return false;
+  }
+};
+
 /// A verdict comes up beside whatever the operator is at, and nothing of the station lies over it. Where it has the
 /// keyboard, Enter presses its button.
 void StandInFront(PanelWindow& window) {
   window.setWindowFlag(Qt::WindowStaysOnTopHint);
+  new StaysInTheMiddle(window);
   auto* const button = window.findChild<QPushButton*>(QStringLiteral("Command1"));
   for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
     QObject::connect(new QShortcut(key, &window), &QShortcut::activated, button, &QPushButton::click);
@@ -82,13 +111,36 @@ void FrontEnd::Follow(const PanelLayout& layout) {
     if (window == nullptr) window = &Make(layout);
     if (placed_.insert(window).second) Place(*window, *layout.panel);
   }
-  if (window != nullptr) window->FollowPanel();
+  if (window == nullptr) return;
+  const bool wasVisible = window->isVisible();
+  window->FollowPanel();
+  if (!layout.panel->Visible() || layout.panel->TakesKeyboard()) {
+    broughtUp_.erase(window);
+  } else if (IsVerdict(*layout.panel)) {
+    PutAwayWhatRunsLeft();
+  } else if (!wasVisible) {
+    broughtUp_.insert(window);
+  }
+  KeepInFront();
+}
+
+bool FrontEnd::IsVerdict(const Panel& panel) const { return &panel == &panels_.fail || &panel == &panels_.pass; }
+
+void FrontEnd::PutAwayWhatRunsLeft() {
+  for (PanelWindow* window : broughtUp_) window->lower();
+}
+
+void FrontEnd::KeepInFront() {
+  for (const Panel* verdict : {static_cast<Panel*>(&panels_.fail), static_cast<Panel*>(&panels_.pass)}) {
+    if (PanelWindow* window = WindowOf(*verdict); window != nullptr && window->isVisible()) window->raise();
+  }
+  deskWindows_.Raise();
 }
 
 PanelWindow& FrontEnd::Make(const PanelLayout& layout) {
   auto& window = windows_[layout.panel];
   window = std::make_unique<PanelWindow>(*layout.panel, layout.layout, hands_, ViewsOf(*layout.panel));
-  const bool isVerdict = layout.panel == &panels_.fail || layout.panel == &panels_.pass;
+  const bool isVerdict = IsVerdict(*layout.panel);
   const auto& below = layout.panel == &panels_.main ? belowMain : isVerdict ? belowVerdict : nullptr;
   if (below) window->statusBar()->addWidget(below(window.get()), 1);
   if (isVerdict) StandInFront(*window);
@@ -96,18 +148,15 @@ PanelWindow& FrontEnd::Make(const PanelLayout& layout) {
 }
 
 void FrontEnd::Place(PanelWindow& window, const Panel& panel) {
+  if (IsVerdict(panel)) return PlaceInTheMiddle(window);
   constexpr int kStep = 36;
-  const QRect room = window.screen()->availableGeometry();
+  const QRect room = window.screen()->availableGeometry().marginsRemoved(kFrame);
   QRect place(QPoint(), window.size().boundedTo(room.size()));
-  if (&panel == &panels_.fail || &panel == &panels_.pass) {
-    place.moveCenter(room.center());
-  } else {
-    place.moveTopLeft(room.topLeft() + QPoint(kStep, kStep) * static_cast<int>(placed_.size() - 1));
-    if (!room.contains(place)) place.moveBottomRight(room.bottomRight());
-  }
+  place.moveTopLeft(room.topLeft() + QPoint(kStep, kStep) * static_cast<int>(placed_.size() - 1));
+  if (!room.contains(place)) place.moveBottomRight(room.bottomRight());
   window.resize(place.size());
   // Its frame with it: the bar that a window is moved by stays on the screen.
-  window.move(place.topLeft());
+  window.move(place.topLeft() - QPoint(kFrame.left(), kFrame.top()));
 }
 
 ViewMaker FrontEnd::ViewsOf(Panel& panel) {

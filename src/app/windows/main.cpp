@@ -9,6 +9,7 @@
 #include "app/operator/operator_view.h"
 #include "app/operator/page_language.h"
 #include "app/program_main.h"
+#include "app/stations/desk_link.h"
 #include "app/windows/front_end.h"
 #include "app/windows/record_views.h"
 #include "app/windows/serial_field.h"
@@ -29,15 +30,17 @@ struct Windows {
       strip->AddField(new orvane::SerialField(program.TheUnit(), strip));
       orvane::ShowInTitle(program.TheUnit(), *frontEnd.WindowOf(program.TheStation().Panels().main));
       if (records) records->AddTo(*strip);
-      strip->AddAtEnd(new orvane::StopButton(
-          status, [this, &program] { PressStop(program); }, strip));
+      strip->AddAtEnd(new orvane::StopButton(status, frontEnd.TheHands(),
+                                             program.TheStation().Panels().autoCal.cmdAutoCalStop, strip));
       if (page) strip->AddAtEnd(ButtonToPage(strip));
+      strip->Follow(program.TheWorld().Waits());
       return strip;
     };
     if (program.TheRecords() != nullptr) {
       records.emplace(*program.TheRecords(), "sqlite:" + program.TheOptions().records->string());
       frontEnd.belowVerdict = [this](QWidget* parent) { return records->Button(parent); };
     }
+    if (program.TheOptions().desk) desk.emplace(orvane::ToQt(*program.TheOptions().desk));
     if (program.TheOptions().view == orvane::View::Operator) GiveToOperator(program);
   }
 
@@ -48,7 +51,8 @@ struct Windows {
     orvane::World& world = program.TheWorld();
     page.emplace(
         orvane::OperatorWorld{world.loop, program.TheStation(), world.desk, program.TheUnit(), world.Ports().files,
-                              status, options, program.TheRecords(), records ? &records->runs : nullptr},
+                              status, options, program.TheRecords(), records ? &records->runs : nullptr,
+                              program.TheEngineersWord(), program.TheGoldenUnit()},
         orvane::IsDark(options.theme));
     page->openPanels = [this] {
       page->Hide();
@@ -79,11 +83,6 @@ struct Windows {
     if (page) page->Abandon();
   }
 
-  void PressStop(orvane::Program& program) {
-    frontEnd.TheHands().Do(
-        [&stop = program.TheStation().Panels().autoCal.cmdAutoCalStop](orvane::Operator& hand) { hand.Click(stop); });
-  }
-
   /// Where the records are, and the way to look at them.
   struct Records {
     Records(orvane::RecordNews& told, const std::string& store) : news(told), runs(store) {}
@@ -105,6 +104,8 @@ struct Windows {
   std::optional<Records> records;
   orvane::FrontEnd frontEnd;
   std::optional<orvane::OperatorView> page;
+  /// The way back to the desk that has started this station.
+  std::optional<orvane::DeskLink> desk;
 };
 
 std::unique_ptr<QCoreApplication> OpenDisplay(const orvane::Options& options, int& count, char** words) {
@@ -122,6 +123,7 @@ std::shared_ptr<void> OpenWindows(orvane::Program& program) {
   program.TheWorld().loop.onFreeTime = [&program, all = windows.get()](orvane::TimePoint until) {
     all->UseFreeTime(until, program.TheWorld().loop.Now());
   };
+  program.TheWorld().Waits().onWait = [&program] { program.TheWorld().loop.ServeWindows(); };
   program.TheWorld().loop.onDisplayGone = [&program, all = windows.get()] {
     all->Abandon();
     program.GoOnWithoutScreen();

@@ -27,8 +27,8 @@ QWidget* MakePanelView(Panel& panel, std::string_view name, StationState& state,
     return new VerdictReasons(isFail ? VerdictReasons::Of::Fail : VerdictReasons::Of::Pass, state.report, parent);
   }
   if (name == "searchConvergence") return MakeSearchView(state.searchTrail, parent);
-  if (name == "channelCodes") return MakeChannelCodesView(state.rf.RFParams, parent);
-  if (name == "receiveCompensation") return MakeCompensationView(state.rf.RFParams, parent);
+  if (name == "channelCodes") return MakeChannelCodesView(state.rf.RFParams, state.report, parent);
+  if (name == "receiveCompensation") return MakeCompensationView(state.rf.RFParams, state.report, parent);
   return nullptr;
 }
 

@@ -67,6 +67,17 @@ QPalette PageOf(const QPalette& edged, const QPalette& palette) {
   return page;
 }
 
+/// The toolkit's own mark of the tab that has the keyboard is hardly darker than the tab.
+void DrawTabFocus(const QStyleOption& tab, QPainter& painter) {
+  if (!tab.state.testFlag(QStyle::State_HasFocus)) return;
+  constexpr int kInside = 4;
+  painter.save();
+  painter.setPen(QPen(tab.palette.color(QPalette::WindowText), 2));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(tab.rect.adjusted(kInside, kInside, -kInside, -kInside));
+  painter.restore();
+}
+
 }  // namespace
 
 StationStyle::StationStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
@@ -96,6 +107,10 @@ void StationStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
 void StationStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                                const QWidget* widget) const {
   const auto draw = [&](const QStyleOption* drawn) { QProxyStyle::drawControl(element, drawn, painter, widget); };
+  if (element == CE_TabBarTabLabel) {
+    draw(option);
+    return DrawTabFocus(*option, *painter);
+  }
   const bool hasEdges = element == CE_TabBarTabShape || element == CE_ProgressBarGroove;
   if (!hasEdges || !IsDark(option->palette)) return draw(option);
   const QPalette& edged = Edged(option->palette);

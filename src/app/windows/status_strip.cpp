@@ -99,7 +99,7 @@ void StatusStrip::ShowPlace() {
 
 void StatusStrip::ShowLink() {
   const auto state = status_.LinkState();
-  waits_ = state == StationStatus::Link::Waiting ? waits_ + 1 : 0;
+  looksThatWaited_ = state == StationStatus::Link::Waiting ? looksThatWaited_ + 1 : 0;
   const auto text = [&] {
     switch (state) {
       case StationStatus::Link::Closed:
@@ -107,7 +107,7 @@ void StatusStrip::ShowLink() {
       case StationStatus::Link::NoReply:
         return tr("\u2715 No reply");
       case StationStatus::Link::Waiting:
-        if (waits_ >= kLooksThatAreWaiting) return WaitingText();
+        if (looksThatWaited_ >= kLooksThatAreWaiting) return WaitingText();
         break;
       case StationStatus::Link::Open:
         break;
@@ -117,10 +117,22 @@ void StatusStrip::ShowLink() {
   link_->setText(text());
 }
 
+/// While an instrument is waited for nothing else goes on that could be told.
+QString StatusStrip::StageText() const {
+  const auto wait = waits_ == nullptr ? std::nullopt : waits_->UnderWay();
+  if (!wait || wait->lasts < LongWaits::kUntold) return ToQt(status_.Stage());
+  const QString who = tr("\u2026 Waiting for the %1 at address %2: ")
+                          .arg(ToQt(status_.InstrumentAt(wait->address)))
+                          .arg(wait->address);
+  const auto seconds = [](TimePoint span) { return QString::number(span / std::chrono::seconds(1)); };
+  if (wait->limit < std::chrono::seconds(1)) return who + tr("%1 s").arg(seconds(wait->lasts));
+  return who + tr("%1 of %2 s").arg(seconds(wait->lasts), seconds(wait->limit));
+}
+
 void StatusStrip::Look() {
   place_->setText(ToQt(surroundings_.Details(status_.Port())));
   ShowLink();
-  stage_->setText(ToQt(status_.Stage()));
+  stage_->setText(StageText());
   const auto elapsed = status_.Elapsed();
   elapsed_->setText(elapsed ? ToQt(MinutesText(*elapsed)) : QString());
   Show(*run_, status_.WholeRun());

@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "adapters/gpib/long_waits.h"
 #include "app/station_status.h"
 #include "app/surroundings.h"
 
@@ -21,10 +22,13 @@ class StatusStrip final : public QWidget {
   void AddField(QWidget* field);
   /// Puts one behind all others.
   void AddAtEnd(QWidget* field) { layout()->addWidget(field); }
+  /// Tells of instruments that keep the station waiting; they live longer than the strip.
+  void Follow(const LongWaits& waits) { waits_ = &waits; }
   /// Looks now.
   void Look();
 
  private:
+  [[nodiscard]] QString StageText() const;
   QLabel* Add(QLabel* label, const char* name);
   QProgressBar* AddBar(const char* name, const QString& format);
   void ShowPlace();
@@ -39,8 +43,9 @@ class StatusStrip final : public QWidget {
   QLabel* elapsed_;
   QProgressBar* run_;
   QProgressBar* transfer_;
+  const LongWaits* waits_ = nullptr;
   /// Looks in a row that found the station waiting for a reply.
-  int waits_ = 0;
+  int looksThatWaited_ = 0;
   QTimer timer_;
 };
 

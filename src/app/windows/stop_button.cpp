@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QPointer>
 
 #include "adapters/qt/appearance.h"
 
@@ -12,11 +13,11 @@ constexpr std::chrono::milliseconds kLook{100};
 
 }  // namespace
 
-StopButton::StopButton(const StationStatus& status, std::function<void()> press, QWidget* parent)
-    : QToolButton(parent), status_(status), press_(std::move(press)) {
+StopButton::StopButton(const StationStatus& status, Hands& hands, Button& stop, QWidget* parent)
+    : QToolButton(parent), status_(status), hands_(hands), stop_(stop) {
   setObjectName("statusStop");
   setFocusPolicy(Qt::NoFocus);
-  connect(this, &QToolButton::clicked, this, [this] { press_(); });
+  connect(this, &QToolButton::clicked, this, [this] { Press(); });
   connect(&timer_, &QTimer::timeout, this, &StopButton::Look);
   timer_.start(kLook);
   qApp->installEventFilter(this);
@@ -26,11 +27,26 @@ StopButton::StopButton(const StationStatus& status, std::function<void()> press,
 void StopButton::Look() {
   setVisible(status_.Running());
   if (!status_.Running()) return;
-  const QString words = ToQt(status_.StopWords());
-  const bool isAsked = status_.StopAsked();
-  setText((isAsked ? tr("Take Stop back (F12): %1") : tr("Stop (F12): %1")).arg(words));
+  setText(Words());
   setAccessibleName(text());
-  setDown(isAsked);
+  setDown(status_.StopAsked() != (pending_ % 2 != 0));
+}
+
+QString StopButton::Words() const {
+  const bool isAsked = status_.StopAsked();
+  if (pending_ % 2 != 0) {
+    return isAsked ? tr("Stop is taken back as soon as the station can")
+                   : tr("Stop is taken up as soon as the station can");
+  }
+  return (isAsked ? tr("Take Stop back (F12): %1") : tr("Stop (F12): %1")).arg(ToQt(status_.StopWords()));
+}
+
+void StopButton::Press() {
+  ++pending_;
+  hands_.Do([this](Operator& hand) { hand.Click(stop_); },
+            [seen = QPointer(this)] {
+              if (seen) --seen->pending_;
+            });
 }
 
 /// Whatever window has the keyboard, a box's too.
@@ -38,7 +54,7 @@ bool StopButton::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
     const auto* const key = static_cast<QKeyEvent*>(event);
     if (key->key() == Qt::Key_F12 && status_.Running()) {
-      if (!key->isAutoRepeat()) press_();
+      if (!key->isAutoRepeat()) Press();
       return true;
     }
   }

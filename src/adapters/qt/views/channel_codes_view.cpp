@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "adapters/qt/views/channel_axis.h"
-#include "adapters/qt/views/chart_view.h"
+#include "adapters/qt/views/record_chart.h"
 #include "txcal/band_table.h"
 
 namespace orvane {
@@ -15,9 +15,11 @@ constexpr int kSegments = 8;
 /// The four steps on either side of the neutral code that a channel step can give.
 constexpr int kFurthestStep = 4;
 
-class ChannelCodesView final : public ChartView {
+class ChannelCodesView final : public RecordChart {
  public:
-  ChannelCodesView(const RFParameter& record, QWidget* parent) : ChartView(parent), record_(record) {
+  ChannelCodesView(const RFParameter& record, RunReport& report, QWidget* parent)
+      : RecordChart(report, {{RunKind::Whole, RunKind::Rf, RunKind::Transmit}, "tx.", ".code"}, parent),
+        record_(record) {
     setAccessibleName(tr("Channel codes"));
     channels_ = MakeChannelAxis();
     chart()->addAxis(channels_, Qt::AlignBottom);
@@ -27,14 +29,13 @@ class ChannelCodesView final : public ChartView {
     for (std::size_t i = 0; i < bands_.size(); ++i) {
       bands_[i] = Add(new QLineSeries, kChannelSpans[i].name, {channels_, codes_});
     }
-    Watch([this] { return Looked(); });
   }
 
  private:
   /// Of the record, the second band serves the second span, the first one the other two.
   [[nodiscard]] const RFParameter::Band& BandOf(std::size_t span) const { return record_.BAND[span == 1 ? 1 : 0]; }
 
-  [[nodiscard]] std::vector<int> Looked() const {
+  [[nodiscard]] std::vector<int> Looked() const override {
     std::vector<int> seen;
     for (const RFParameter::Band& band : record_.BAND) {
       for (int segment = 0; segment < kSegments; ++segment) {
@@ -63,10 +64,12 @@ class ChannelCodesView final : public ChartView {
     return steps;
   }
 
-  void Draw() override {
+  void DrawRecord(bool isFound) override {
     lowest_ = kNeutralCode - kFurthestStep;
     highest_ = kNeutralCode + kFurthestStep;
-    for (std::size_t i = 0; i < bands_.size(); ++i) bands_[i]->replace(StepsOf(kChannelSpans[i], BandOf(i)));
+    for (std::size_t i = 0; i < bands_.size(); ++i) {
+      bands_[i]->replace(isFound ? StepsOf(kChannelSpans[i], BandOf(i)) : QList<QPointF>());
+    }
     neutral_->replace({{channels_->min(), kNeutralCode}, {channels_->max(), kNeutralCode}});
     codes_->setRange(lowest_ - 1, highest_ + 1);
     codes_->setTickType(QValueAxis::TicksDynamic);
@@ -93,8 +96,8 @@ class ChannelCodesView final : public ChartView {
 
 }  // namespace
 
-QWidget* MakeChannelCodesView(const RFParameter& record, QWidget* parent) {
-  return new ChannelCodesView(record, parent);
+QWidget* MakeChannelCodesView(const RFParameter& record, RunReport& report, QWidget* parent) {
+  return new ChannelCodesView(record, report, parent);
 }
 
 }  // namespace orvane

@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "adapters/qt/views/channel_axis.h"
-#include "adapters/qt/views/chart_view.h"
+#include "adapters/qt/views/record_chart.h"
 #include "rxcal/rx_table.h"
 
 namespace orvane {
@@ -24,9 +24,11 @@ constexpr std::array<Rows, kChannelSpans.size()> kRows{{{0, 0, 7}, {1, 0, 7}, {0
 constexpr std::array kShapes{QScatterSeries::MarkerShapeCircle, QScatterSeries::MarkerShapeRectangle,
                              QScatterSeries::MarkerShapeTriangle};
 
-class CompensationView final : public ChartView {
+class CompensationView final : public RecordChart {
  public:
-  CompensationView(const RFParameter& record, QWidget* parent) : ChartView(parent), record_(record) {
+  CompensationView(const RFParameter& record, RunReport& report, QWidget* parent)
+      : RecordChart(report, {{RunKind::Whole, RunKind::Rf, RunKind::Receive}, "rx.", ".compensation"}, parent),
+        record_(record) {
     setAccessibleName(tr("Receive compensation"));
     channels_ = MakeChannelAxis();
     chart()->addAxis(channels_, Qt::AlignBottom);
@@ -40,11 +42,10 @@ class CompensationView final : public ChartView {
       marks_[i]->setMarkerShape(kShapes[i]);
       marks_[i]->setMarkerSize(9);
     }
-    Watch([this] { return Looked(); });
   }
 
  private:
-  [[nodiscard]] std::vector<int> Looked() const {
+  [[nodiscard]] std::vector<int> Looked() const override {
     std::vector<int> seen;
     for (const Rows& rows : kRows) {
       for (std::size_t k = 0; k < rows.count; ++k) {
@@ -56,11 +57,11 @@ class CompensationView final : public ChartView {
     return seen;
   }
 
-  void Draw() override {
+  void DrawRecord(bool isFound) override {
     int reach = kSoundCompensation + 1;
     for (std::size_t i = 0; i < kRows.size(); ++i) {
       QList<QPointF> points;
-      for (std::size_t k = 0; k < kRows[i].count; ++k) {
+      for (std::size_t k = 0; isFound && k < kRows[i].count; ++k) {
         const auto [channel, calib] = record_.BAND[kRows[i].band].agc_bands[kRows[i].first + k];
         const auto place = PlaceOf(kChannelSpans[i], channel);
         if (!place) continue;
@@ -103,8 +104,8 @@ class CompensationView final : public ChartView {
 
 }  // namespace
 
-QWidget* MakeCompensationView(const RFParameter& record, QWidget* parent) {
-  return new CompensationView(record, parent);
+QWidget* MakeCompensationView(const RFParameter& record, RunReport& report, QWidget* parent) {
+  return new CompensationView(record, report, parent);
 }
 
 }  // namespace orvane

@@ -57,6 +57,7 @@ ConvergenceChart::ConvergenceChart(SearchTrail& trail, QWidget* parent) : ChartV
   const auto touch = [view = QPointer(this)](const auto&) {
     if (view) view->Touch();
   };
+  trail.forgotten.Connect([touch] { touch(0); });
   trail.began.Connect(touch);
   trail.passed.Connect(touch);
   trail.ended.Connect(touch);
@@ -74,6 +75,12 @@ QString ConvergenceChart::TitleOf(const SearchStory& search) const {
 void ConvergenceChart::Draw() {
   if (!trail_.Last()) {
     chart()->setTitle(tr("No search yet") + "<br>&nbsp;");
+    for (QXYSeries* series :
+         {static_cast<QXYSeries*>(tolerance_->upperSeries()), static_cast<QXYSeries*>(tolerance_->lowerSeries()),
+          static_cast<QXYSeries*>(target_), static_cast<QXYSeries*>(powerLine_), static_cast<QXYSeries*>(powerMarks_),
+          static_cast<QXYSeries*>(dacLine_), static_cast<QXYSeries*>(dacMarks_)}) {
+      series->clear();
+    }
     return;
   }
   const SearchStory& search = *trail_.Last();

@@ -41,6 +41,9 @@ FoundLevelsChart::FoundLevelsChart(SearchTrail& trail, QWidget* parent) : ChartV
   bands_[1]->setMarkerShape(QScatterSeries::MarkerShapeRectangle);
   for (QScatterSeries* band : bands_) band->setMarkerSize(8);
 
+  trail.forgotten.Connect([view = QPointer(this)] {
+    if (view) view->Touch();
+  });
   trail.bandBegan.Connect([view = QPointer(this)](std::size_t) {
     if (view) view->Touch();
   });
