@@ -115,6 +115,11 @@ void Program::KeepRecords() {
 /// Behind all that may refuse the options: the process takes a station that is not there any more for a dead one.
 void Program::KeepSafe() {
   if (!options_.safeOff) return;
+  for (const auto& place : {kUsualOffPlaces.supply, kUsualOffPlaces.load}) {
+    if (!options_.share.addresses.contains(place->primary)) continue;
+    throw OptionFault("--safe-off: the instrument at address " + std::to_string(place->primary) +
+                      " is lent by --share, and may be what another station's unit stands on");
+  }
   if (options_.bench) {
     offHand_ = std::make_unique<BenchOffHand>(world_.loop, world_.Bus());
   } else {

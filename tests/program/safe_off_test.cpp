@@ -282,6 +282,15 @@ TEST(SafeOff, AProcessForItThatIsKilledIsStartedAnew) {
   EXPECT_TRUE(GoesOff(bench, ofThisBench));
 }
 
+TEST(SafeOff, ASupplyThatOtherStationsUseTooIsNotSwitchedOffBehindTheirBack) {
+  WiredBench bench;
+  bench.Say("supply", "OUTPUT ON");
+  const auto end = RunOrvane(SafeWith(bench, {"--share", "2"}));
+  EXPECT_EQ(end.status, 64);
+  EXPECT_THAT(end.errors, testing::StartsWith("orvane: --safe-off: the instrument at address 2 is lent by --share"));
+  EXPECT_EQ(StateOf(bench), kOn);
+}
+
 TEST(SafeOff, OnTheEmbeddedBenchTheStationDoesItItself) {
   const TempFolder folder;
   const auto end =
