@@ -15,13 +15,20 @@ using InstrumentWaitOnScreen = RoadOnScreen;
 
 TEST_F(InstrumentWaitOnScreen, TheWindowsAreDrawnAnewAndWhatIsClickedComesBehindIt) {
   Instrument testSet;
-  ScreenStation station(*display_, {"--automation", "stdio", "--instrument",
-                                    "1=tcp:127.0.0.1:" + std::to_string(testSet.Port())});
+  // The station greets it as it starts.
+  std::thread greeted([&] {
+    testSet.Accept();
+    (void)testSet.Received();
+    testSet.Reply("a test set\n");
+  });
+  ScreenStation station(
+      *display_, {"--automation", "stdio", "--instrument", "1=tcp:127.0.0.1:" + std::to_string(testSet.Port())});
+  greeted.join();
   // The station could not tell where its widgets are while it waits.
   const ScreenStation::Place console = station.Await("OrvaneMain/txtResults");
   const ScreenStation::Place exit = station.Await("OrvaneMain/cmdExit");
   const ScreenStation::Place stage = station.Await("OrvaneMain/statusStage");
-  (void)station.Port().Ask("pick", {{"control", "OrvaneMain.cboTimeOut"}, {"index", 15}});
+  (void)station.Port().Ask("set", {{"control", "OrvaneMain.cboTimeOut"}, {"select", "100s"}});
   ASSERT_EQ(station.Port().Get("OrvaneMain.cboTimeOut")["text"], "100s");
   const QImage stageBefore = station.Shown(stage);
   (void)station.Port().SendClick("OrvaneMain.cmdInstrumentInitialize");

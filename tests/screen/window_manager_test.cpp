@@ -18,8 +18,7 @@ struct Manager {
   const char* program;
 };
 
-constexpr Manager kManagers[] = {
-    {"none", ""}, {"openbox", "/usr/bin/openbox"}, {"icewm", "/usr/bin/icewm"}};
+constexpr Manager kManagers[] = {{"none", ""}, {"openbox", "/usr/bin/openbox"}, {"icewm", "/usr/bin/icewm"}};
 
 std::string NameOf(const testing::TestParamInfo<Manager>& manager) { return manager.param.name; }
 
@@ -29,14 +28,15 @@ class Managed : public RoadOnScreen, public testing::WithParamInterface<Manager>
     RoadOnScreen::SetUp();
     const std::string program = GetParam().program;
     if (IsSkipped() || program.empty()) return;
-    if (::access(program.c_str(), X_OK) != 0) GTEST_SKIP() << program << " is not installed (Debian: " << GetParam().name << ").";
+    if (::access(program.c_str(), X_OK) != 0)
+      GTEST_SKIP() << program << " is not installed (Debian: " << GetParam().name << ").";
     display_->Manage(program);
   }
 
   /// A manager puts windows elsewhere while they come up: whoever has only seen them clicks beside.
   static void StartTheRoad(ScreenStation& station) {
-    for (const char* button : {"OrvaneMain.cmdInstrumentInitialize", "OrvaneMain.cmdPSInitialize",
-                               "frmBaseBand.cmdLoaderInitialize"}) {
+    for (const char* button :
+         {"OrvaneMain.cmdInstrumentInitialize", "OrvaneMain.cmdPSInitialize", "frmBaseBand.cmdLoaderInitialize"}) {
       ASSERT_TRUE(station.Port().Click(button).contains("result")) << button;
     }
     (void)station.Port().SendClick("OrvaneMain.cmdTargetInitialize");
@@ -72,7 +72,6 @@ TEST_P(Managed, APassIsInFrontWhateverComesUpOrIsClickedBesideIt) {
   display_->Click(station.Await("OrvaneMain").area.topLeft() + QPoint(12, 12));
   ExpectInFront(station, "frmFailPass");
   ExpectPicture(station, "frmFailPass", "pass");
-
 }
 
 TEST_P(Managed, EachBoxOfARunAndItsFailAreInFront) {
@@ -111,8 +110,10 @@ class ManagedOnASmallScreen : public Managed {
 
 TEST_P(ManagedOnASmallScreen, EveryWindowThatIsOpenedHasItsCloseThere) {
   ScreenStation station(*display_, {"--automation", "stdio", "--bench", "virtual:seed=7"});
-  for (const auto& [panel, close] : std::vector<std::pair<std::string, std::string>>{
-           {"frmAutoCal", "cmdAutoCalClose"}, {"frmBaseBand", "cmdBaseBandClose"}, {"frmMPAutoCal", "cmdMPAutoCalClose"}}) {
+  for (const auto& [panel, close] :
+       std::vector<std::pair<std::string, std::string>>{{"frmAutoCal", "cmdAutoCalClose"},
+                                                        {"frmBaseBand", "cmdBaseBandClose"},
+                                                        {"frmMPAutoCal", "cmdMPAutoCalClose"}}) {
     (void)station.Port().Ask("show", {{"panel", panel}});
     ExpectOnScreen(station, panel + "/" + close);
     station.Click(panel + "/" + close);
@@ -138,8 +139,7 @@ TEST_P(ManagedOnASmallScreen, AnAmberVerdictIsThereWithItsButtonAndLeavesTheNext
 }
 
 INSTANTIATE_TEST_SUITE_P(Screen, ManagedOnASmallScreen, testing::ValuesIn(kManagers), &NameOf);
-INSTANTIATE_TEST_SUITE_P(Screen, Managed,
-testing::ValuesIn(kManagers), &NameOf);
+INSTANTIATE_TEST_SUITE_P(Screen, Managed, testing::ValuesIn(kManagers), &NameOf);
 
 }  // namespace
 }  // namespace orvane::test
