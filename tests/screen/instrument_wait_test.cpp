@@ -15,8 +15,15 @@ using InstrumentWaitOnScreen = RoadOnScreen;
 
 TEST_F(InstrumentWaitOnScreen, TheWindowsAreDrawnAnewAndWhatIsClickedComesBehindIt) {
   Instrument testSet;
+  // The station greets it as it starts.
+  std::thread greeted([&] {
+    testSet.Accept();
+    (void)testSet.Received();
+    testSet.Reply("a test set\n");
+  });
   ScreenStation station(
       *display_, {"--automation", "stdio", "--instrument", "1=tcp:127.0.0.1:" + std::to_string(testSet.Port())});
+  greeted.join();
   // The station could not tell where its widgets are while it waits.
   const ScreenStation::Place console = station.Await("OrvaneMain/txtResults");
   const ScreenStation::Place exit = station.Await("OrvaneMain/cmdExit");

@@ -89,7 +89,7 @@ class InstrumentWaits : public testing::Test {
 
 TEST_F(InstrumentWaits, TheWindowsAreDrawnAndSayWhoIsWaitedForAndHowLong) {
   QCoreApplication::processEvents();
-  EXPECT_TRUE(AskUntil([this] { return Stage() == "\u2026 Waiting for the test set at address 1: 1 of 60 s"; }))
+  EXPECT_TRUE(AskUntil([this] { return Stage() == "\u2026 Waiting for the test set (1): 1 of 60 s"; }))
       << Stage().toStdString();
   const int before = picture_->times;
   EXPECT_TRUE(AskUntil([this, before] {

@@ -177,9 +177,7 @@ TEST_F(WindowShapes, TheLampOfAClosedPortBearsNoCross) {
   Lamp& port = windowed_->on.Panels().main.shpTargetOnOff;
   PanelWindow& window = Shown(windowed_->on.Panels().main);
   QWidget& lamp = windowed_->Of(port);
-  const auto drawn = [&] {
-    return window.grab(QRect(lamp.mapTo(&window, QPoint()), lamp.size())).toImage();
-  };
+  const auto drawn = [&] { return window.grab(QRect(lamp.mapTo(&window, QPoint()), lamp.size())).toImage(); };
   const QRgb ground = drawn().pixel(lamp.width() / 2, lamp.height() / 2);
   port.SetBackColor(kRed);
   windowed_->Settle();

@@ -11,8 +11,8 @@ namespace {
 bool IsGreen(const Lamp& lamp) { return lamp.BackColor() == kGreen; }
 bool IsRed(const Lamp& lamp) { return lamp.BackColor() == kRed; }
 
-/// Red is no fault, it is what is not connected, as the Target is behind each run: its shape must not be the cross of a
-/// unit that failed.
+/// Red is no fault, it is what is not connected, as the Target is behind each run: its shape must not be the cross of
+/// a unit that failed.
 class LampWidget final : public QWidget {
  public:
   LampWidget(Lamp& lamp, QWidget* parent) : QWidget(parent), lamp_(lamp) {
@@ -54,9 +54,7 @@ class LampWidget final : public QWidget {
 
 }  // namespace
 
-QString LampWords(const Lamp& lamp) {
-  return IsGreen(lamp) ? "Ready" : IsRed(lamp) ? "Not ready" : "Not used yet";
-}
+QString LampWords(const Lamp& lamp) { return IsGreen(lamp) ? "Ready" : IsRed(lamp) ? "Not ready" : "Not used yet"; }
 
 QWidget* MakeLamp(Lamp& lamp, QWidget* parent) {
   auto* widget = new LampWidget(lamp, parent);

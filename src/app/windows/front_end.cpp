@@ -112,23 +112,11 @@ void FrontEnd::Follow(const PanelLayout& layout) {
     if (placed_.insert(window).second) Place(*window, *layout.panel);
   }
   if (window == nullptr) return;
-  const bool wasVisible = window->isVisible();
   window->FollowPanel();
-  if (!layout.panel->Visible() || layout.panel->TakesKeyboard()) {
-    broughtUp_.erase(window);
-  } else if (IsVerdict(*layout.panel)) {
-    PutAwayWhatRunsLeft();
-  } else if (!wasVisible) {
-    broughtUp_.insert(window);
-  }
   KeepInFront();
 }
 
 bool FrontEnd::IsVerdict(const Panel& panel) const { return &panel == &panels_.fail || &panel == &panels_.pass; }
-
-void FrontEnd::PutAwayWhatRunsLeft() {
-  for (PanelWindow* window : broughtUp_) window->lower();
-}
 
 void FrontEnd::KeepInFront() {
   for (const Panel* verdict : {static_cast<Panel*>(&panels_.fail), static_cast<Panel*>(&panels_.pass)}) {

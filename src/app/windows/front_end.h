@@ -47,9 +47,6 @@ class FrontEnd {
  private:
   void Follow(const PanelLayout& panel);
   [[nodiscard]] bool IsVerdict(const Panel& panel) const;
-  /// A verdict has come up: the windows that runs have brought up and left go behind all others, so that the next
-  /// unit's button is not beneath them.
-  void PutAwayWhatRunsLeft();
   /// Window managers that know of no windows in front, and none at all, put the one on top that came up last.
   void KeepInFront();
   PanelWindow& Make(const PanelLayout& panel);
@@ -70,8 +67,6 @@ class FrontEnd {
   std::map<const Panel*, std::unique_ptr<PanelWindow>> windows_;
   /// Those that have come up.
   std::set<const PanelWindow*> placed_;
-  /// Those that runs have brought up, and nobody has asked for.
-  std::set<PanelWindow*> broughtUp_;
 };
 
 }  // namespace orvane

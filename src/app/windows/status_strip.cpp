@@ -121,9 +121,8 @@ void StatusStrip::ShowLink() {
 QString StatusStrip::StageText() const {
   const auto wait = waits_ == nullptr ? std::nullopt : waits_->UnderWay();
   if (!wait || wait->lasts < LongWaits::kUntold) return ToQt(status_.Stage());
-  const QString who = tr("\u2026 Waiting for the %1 at address %2: ")
-                          .arg(ToQt(status_.InstrumentAt(wait->address)))
-                          .arg(wait->address);
+  const QString who =
+      tr("\u2026 Waiting for the %1 (%2): ").arg(ToQt(status_.InstrumentAt(wait->address))).arg(wait->address);
   const auto seconds = [](TimePoint span) { return QString::number(span / std::chrono::seconds(1)); };
   if (wait->limit < std::chrono::seconds(1)) return who + tr("%1 s").arg(seconds(wait->lasts));
   return who + tr("%1 of %2 s").arg(seconds(wait->lasts), seconds(wait->limit));
