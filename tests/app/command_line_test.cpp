@@ -245,9 +245,9 @@ TEST(CommandLine, HelpNamesEveryOption) {
   const EndAtOnce& end = std::get<EndAtOnce>(result);
   EXPECT_EQ(end.status, 0);
   for (const char* option :
-       {"--bench",    "--com1",       "--com4",       "--gpib",          "--instrument",   "--system-dir",
-        "--temp-dir", "--headless",   "--automation", "--initialize",    "--list",         "--help",
-        "--version",  "--records",    "--station",    "--serial",        "--operator",     "--part",
+       {"--bench",    "--com1",       "--com4",       "--gpib",          "--instrument",    "--system-dir",
+        "--temp-dir", "--headless",   "--automation", "--initialize",    "--list",          "--help",
+        "--version",  "--records",    "--station",    "--serial",        "--operator",      "--part",
         "--tag",      "--ask-serial", "--profile",    "--verify-eeprom", "--print-profile", "--safe-off"}) {
     EXPECT_THAT(end.text, HasSubstr(option));
   }

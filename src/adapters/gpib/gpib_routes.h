@@ -64,8 +64,8 @@ class RoutedGpibBus final : public GpibBus {
   explicit RoutedGpibBus(GpibRoutes routes, const LongWaits* waits = nullptr);
   [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& address) override;
   [[nodiscard]] std::string RouteOf(const GpibAddress& address) const override;
-  /// Leaves what the sessions share, and what serves one client alone, to somebody else. A message that needs it takes
-  /// it back.
+  /// Leaves what the sessions share, and what serves one client alone, to somebody else. A message that needs it
+  /// takes it back.
   void LetGo();
 
  private:

@@ -30,8 +30,8 @@ std::vector<Said> held;  // NOLINT(cert-err58-cpp)
   for (auto said = held.rbegin(); said != held.rend(); ++said) {
     if (said->category.startsWith("qt.qpa")) reason = said->text;
   }
-  std::cerr << "orvane: no windows: " << reason.section(u'\n', 0, 0).trimmed().toStdString()
-            << ". " << adviceOnNone << std::endl;
+  std::cerr << "orvane: no windows: " << reason.section(u'\n', 0, 0).trimmed().toStdString() << ". " << adviceOnNone
+            << std::endl;
   // Nothing of the station is there yet.
   std::_Exit(statusOfNone);
 }

@@ -33,13 +33,13 @@ void TakeWait(Options& options, const std::string& text) {
 }  // namespace
 
 void AddSharing(std::vector<OptionRow>& rows) {
-  rows.push_back({.name = "share",
-                  .kind = OptionRow::Kind::List,
-                  .what = "ADDR",
-                  .means =
-                      "Primary address of an instrument that other stations use too: each has it for the whole of a run; "
-                      "may be repeated",
-                  .take = &TakeAddress});
+  rows.push_back(
+      {.name = "share",
+       .kind = OptionRow::Kind::List,
+       .what = "ADDR",
+       .means = "Primary address of an instrument that other stations use too: each has it for the whole of a run; "
+                "may be repeated",
+       .take = &TakeAddress});
   rows.push_back({.name = "share-wait",
                   .what = "SECONDS",
                   .means = "How long to wait for a shared instrument [120]",
