@@ -37,6 +37,8 @@ constexpr std::array kBoxesOfARun{
     "There is not Cable.loss in Windows\\System directory.",
     "Ramp Table is not Correct or not exists.",
     "No space left on device: /data/unit.epm",
+    "The supply and the load are being switched off.",
+    "The supply's output could not be made sure to be off: no connection: Connection refused. Switch it off by hand.",
     "COM1: the device is gone. Is it unplugged?",
     "Unable to open device\ribsta = &H8000\riberr = 2",
 };

@@ -263,6 +263,30 @@ TEST_F(OperatorPageTest, ThePagePressesItsButtonsByMouseToo) {
   EXPECT_FALSE(at.Covered());
 }
 
+TEST_F(OperatorPageTest, AnInstrumentThatIsWaitedForIsNamed) {
+  OperatorRig& at = With({});
+  InstrumentWait lent{.address = 1, .holder = "line 2", .since = at.loop.Now()};
+  at.station.State().instrumentWait = lent;
+  at.Settle();
+  EXPECT_EQ(at.Text("hint"), "Waiting for the instrument at address 1, which line 2 has: 0 s");
+  at.station.State().instrumentWait.reset();
+  at.Settle();
+  EXPECT_EQ(at.Text("hint"), "");
+
+  std::string words;
+  at.waits.onWait = [&] {
+    at.view->Look();
+    words = at.Text("hint");
+  };
+  {
+    const LongWaits::Message message(at.waits, 5, std::chrono::seconds(10));
+    at.waits.Sleep(std::chrono::milliseconds(150));
+  }
+  at.Settle();
+  EXPECT_EQ(words, "Waiting for the instrument at address 5: 0 s");
+  EXPECT_EQ(at.Text("hint"), "");
+}
+
 TEST_F(OperatorPageTest, ExitAsksAsTheStationDoes) {
   OperatorRig& at = With({});
   std::string text;

@@ -37,7 +37,7 @@ void OperatorRig::Begin() {
   if (!extras_.goldenSerial.empty()) HaveGoldenUnit();
   view = std::make_unique<OperatorView>(
       OperatorWorld{loop, station, desk, unit, files, status, options, runs ? &news : nullptr,
-                    runs ? &*runs : nullptr, extras_.hasWord ? &word : nullptr, golden.get()},
+                    runs ? &*runs : nullptr, extras_.hasWord ? &word : nullptr, golden.get(), &waits},
       options.theme == Theme::Dark);
   station.Start();
   view->Page().resize(1280, 720);

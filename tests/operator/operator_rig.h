@@ -81,6 +81,7 @@ class OperatorRig {
                       loop.Post([told, isRight = said == "open sesame"] { told(isRight); });
                     }};
   std::unique_ptr<GoldenUnit> golden;
+  LongWaits waits;
   std::unique_ptr<OperatorView> view;
 
  private:

@@ -3,6 +3,8 @@
 #include <X11/keysymdef.h>
 #include <gmock/gmock.h>
 
+#include <chrono>
+
 #include "screen/screen_station.h"
 
 namespace orvane::test {
@@ -39,6 +41,13 @@ class OperatorsPageOnScreen : public testing::Test {
   void Scan(const std::string& serial) {
     display_->Type(serial);
     Enter();
+  }
+  /// Clicks away every card that comes before the verdict does.
+  void AnswerCardsUntilVerdict(ScreenStation& station) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (!station.Find("operatorPage/verdictWord") && std::chrono::steady_clock::now() < deadline) {
+      if (const auto answer = station.Find("operatorPage/cardAnswer0")) display_->Click(answer->area.center());
+    }
   }
   std::string Words(const std::string& label) { return station_->Await("operatorPage/" + label).tip; }
 
@@ -77,7 +86,7 @@ TEST_F(OperatorsPageOnScreen, AWornBatteryFailsBehindItsCardByMouse) {
   station.Click("operatorPage/start");
   EXPECT_EQ(Words("cardText"), "Battery Calibration ERROR.");
   EXPECT_THAT(Words("cardToDo"), StartsWith("Check the battery contacts"));
-  while (station.Find("operatorPage/cardAnswer0")) station.Click("operatorPage/cardAnswer0");
+  AnswerCardsUntilVerdict(station);
   EXPECT_EQ(Words("verdictWord"), "FAIL");
   EXPECT_THAT(Words("verdictDetails"), HasSubstr("limits"));
   station.Click("operatorPage/verdictNext");
@@ -101,6 +110,68 @@ TEST_F(OperatorsPageOnScreen, AWrongNumberIsMarkedAndTheRightOneTakesItsPlace) {
   Scan("a-17");
   EXPECT_EQ(Words("verdictSerial"), "a-17");
   (void)station.Port().Await("verdict");
+}
+
+TEST_F(OperatorsPageOnScreen, AWeakTransmitterIsOutOfTolerance) {
+  ScreenStation& station = Start("virtual:seed=7,fault=pa-weak");
+  Scan("a-17");
+  AnswerCardsUntilVerdict(station);
+  EXPECT_EQ(Words("verdictWord"), "OUT OF TOLERANCE");
+  EXPECT_THAT(Words("verdictDetails"), HasSubstr("dBm, limits"));
+}
+
+TEST_F(OperatorsPageOnScreen, AValueThatHandsChangedInTheRunIsNotMeasured) {
+  ScreenStation& station = Start("virtual:seed=7");
+  Scan("a-17");
+  (void)station.AwaitEnabled("operatorPage/stop");
+  (void)station.Port().Ask("set", {{"control", "frmAutoCal.txtLoss"}, {"text", "0.7"}});
+  EXPECT_EQ(Words("verdictWord"), "NOT MEASURED");
+  EXPECT_THAT(Words("verdictToDo"), StartsWith("Never ship it"));
+}
+
+TEST_F(OperatorsPageOnScreen, ACableThatIsPulledAndASupplyThatGoesLeaveNoGreenPage) {
+  for (const char* fault : {"unplugged@150", "supply-absent@6"}) {
+    ScreenStation& station = Start(std::string("virtual:seed=7,fault=") + fault);
+    Scan("a-17");
+    AnswerCardsUntilVerdict(station);
+    EXPECT_NE(Words("verdictWord"), "PASS") << fault;
+    EXPECT_NE(Words("verdictDetails"), "") << fault;
+  }
+}
+
+TEST_F(OperatorsPageOnScreen, WhileTheGoldenUnitIsDueAnEngineerSaysWhyAndOpensThePanels) {
+  const TempFolder folder;
+  const std::string store = "sqlite:" + (folder / "records.sqlite");
+  ASSERT_EQ(RunOrvane({"--headless", "--initialize", "--bench", "virtual:seed=7", "--station", "s1", "--serial",
+                       "g-1", "--records", store})
+                .status,
+            0);
+  Child maker({ORVANE_PROGRAM, "--make-engineer-secret"});
+  maker.Send("sesame");
+  maker.CloseInput();
+  const std::string line = maker.WaitForEnd().output;
+  const auto digest = line.substr(line.find('"') + 1, line.rfind('"') - line.find('"') - 1);
+  ScreenStation& station = Start("virtual:seed=7", {"--records", store, "--station", "s2", "--golden", "g-1",
+                                                    "--golden-reference", "0", "--engineer-secret", digest});
+  Scan("a-17");
+  EXPECT_EQ(Words("cardText"), "The golden unit g-1 is due: run it first.");
+  station.Click("operatorPage/cardAnswer1");
+  (void)station.AwaitEnabled("operatorPage/cardTyped");
+  Scan("sesame");
+  while (Words("cardText") != "Why may units be run all the same?") {
+  }
+  Scan("laboratory");
+  EXPECT_EQ(Words("verdictWord"), "PASS");
+  (void)station.Port().Await("record");
+  Enter();
+  station.AwaitGone("operatorPage/verdictWord");
+
+  station.Click("operatorPage/engineer");
+  (void)station.AwaitEnabled("operatorPage/cardTyped");
+  Scan("sesame");
+  (void)station.Await("OrvaneMain/cmdExit");
+  station.Click("OrvaneMain/statusOperatorsPage");
+  (void)station.AwaitEnabled("operatorPage/start");
 }
 
 TEST_F(OperatorsPageOnScreen, ExitAsksOnACardAndEndsTheStation) {

@@ -219,6 +219,14 @@
         <source>Plug it in, then run this phone again.</source>
         <translation>꽂은 뒤 이 전화기를 다시 시험하십시오.</translation>
     </message>
+    <message>
+        <source>The last run has just ended without PASS.</source>
+        <translation>앞의 시험이 합격 없이 방금 끝났습니다.</translation>
+    </message>
+    <message>
+        <source>Press OK, wait a moment, then start again.</source>
+        <translation>OK를 누르고 잠시 기다린 뒤 다시 시작하십시오.</translation>
+    </message>
 </context>
 <context>
     <name>ConvergenceChart</name>
@@ -547,6 +555,14 @@
     <message>
         <source>golden unit excused until %1</source>
         <translation>기준기 면제 %1까지</translation>
+    </message>
+    <message>
+        <source>Waiting for the instrument at address %1: %2 s</source>
+        <translation>주소 %1의 계측기를 기다리는 중: %2초</translation>
+    </message>
+    <message>
+        <source>Waiting for the instrument at address %1, which %2 has: %3 s</source>
+        <translation>%2이(가) 쓰고 있는 주소 %1의 계측기를 기다리는 중: %3초</translation>
     </message>
 </context>
 <context>

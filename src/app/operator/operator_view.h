@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 
+#include "adapters/gpib/long_waits.h"
 #include "adapters/qt/hands.h"
 #include "app/command_line.h"
 #include "app/desk.h"
@@ -41,6 +42,8 @@ struct OperatorWorld {
   /// Null where the profile has none.
   EngineerWord* word = nullptr;
   GoldenUnit* golden = nullptr;
+  /// Messages to instruments that last; null where nobody tells of them.
+  const LongWaits* waits = nullptr;
 };
 
 /// The operator's page on a station: it looks on, and presses the station's own buttons.
@@ -97,6 +100,8 @@ class OperatorView final : public QObject {
   void TakeRecord();
   [[nodiscard]] QString GoesOn(RunStep step) const;
   [[nodiscard]] QString LinkWords() const;
+  /// Which instrument is waited for; empty when none is.
+  [[nodiscard]] QString WaitWords() const;
   [[nodiscard]] std::optional<OperatorPage::Covering> Covering() const;
   void LeaveVerdict();
 
@@ -124,6 +129,8 @@ class OperatorView final : public QObject {
     std::string failure{};
   };
   Run run_;
+  /// The page says that an instrument is waited for.
+  bool saysWait_ = false;
   bool abandoned_ = false;
 };
 

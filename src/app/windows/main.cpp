@@ -52,7 +52,7 @@ struct Windows {
     page.emplace(
         orvane::OperatorWorld{world.loop, program.TheStation(), world.desk, program.TheUnit(), world.Ports().files,
                               status, options, program.TheRecords(), records ? &records->runs : nullptr,
-                              program.TheEngineersWord(), program.TheGoldenUnit()},
+                              program.TheEngineersWord(), program.TheGoldenUnit(), &world.Waits()},
         orvane::IsDark(options.theme));
     page->openPanels = [this] {
       page->Hide();
