@@ -34,7 +34,8 @@ std::chrono::steady_clock::time_point Moment() { return std::chrono::steady_cloc
 
 std::string SpanText(TimePoint span) { return std::to_string(span / 1us) + " us"; }
 
-Deadline::Deadline(TimePoint span) : span_(span), at_(Moment() + std::max<TimePoint>(span, 1ms)) {}
+Deadline::Deadline(TimePoint span, const LongWaits* waits)
+    : span_(span), at_(Moment() + std::max<TimePoint>(span, 1ms)), waits_(waits) {}
 
 Deadline Deadline::LaterBy(TimePoint moment) const {
   Deadline later = *this;

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -81,7 +82,7 @@ void PageCard::Show(const CardContent& content) {
 void PageCard::AddAnswers(const CardContent& content) {
   auto* row = new QHBoxLayout;
   static_cast<QVBoxLayout*>(frame_->layout())->addLayout(row);
-  auto* guard = new EnterAlone(frame_, [this] {
+  guard_ = new EnterAlone(frame_, [this] {
     hint_->setText(tr("Nothing was taken up. Read this, then press Enter alone."));
     hint_->show();
   });
@@ -90,12 +91,11 @@ void PageCard::AddAnswers(const CardContent& content) {
     button->setObjectName("cardAnswer" + QString::number(buttons_.size()));
     SetUnits(*button, 1.4);
     if (buttons_.empty()) WearButton(*button, LookFor(isDark_).main);
-    guard->Guard(*button);
+    guard_->Guard(*button);
     // The act may bring up another card in this one's place: it comes when the button is done.
     connect(button, &QPushButton::clicked, this, [this, act = answer.act] {
       const QString typed = typed_ == nullptr ? QString() : typed_->text();
-      QMetaObject::invokeMethod(
-          this, [act, typed] { act(typed); }, Qt::QueuedConnection);
+      QTimer::singleShot(0, this, [act, typed] { act(typed); });
     });
     row->addWidget(button);
     buttons_.push_back(button);

@@ -12,6 +12,8 @@
 
 namespace orvane {
 
+class EnterAlone;
+
 /// What a card asks or tells.
 struct CardContent {
   struct Answer {
@@ -62,6 +64,7 @@ class PageCard final : public QWidget {
   QWidget* frame_ = nullptr;
   QLineEdit* typed_ = nullptr;
   QLabel* hint_ = nullptr;
+  EnterAlone* guard_ = nullptr;
   std::vector<QPushButton*> buttons_;
 };
 
