@@ -4,7 +4,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QTimer>
+#include <QPointer>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -93,10 +93,10 @@ void PageCard::AddAnswers(const CardContent& content) {
     if (buttons_.empty()) WearButton(*button, LookFor(isDark_).main);
     guard_->Guard(*button);
     // The act may bring up another card in this one's place: it comes when the button is done.
-    connect(button, &QPushButton::clicked, this, [this, act = answer.act] {
-      const QString typed = typed_ == nullptr ? QString() : typed_->text();
-      QTimer::singleShot(0, this, [act, typed] { act(typed); });
-    });
+    connect(
+        button, &QPushButton::clicked, this,
+        [act = answer.act, typed = QPointer(typed_)] { act(typed ? typed->text() : QString()); },
+        Qt::QueuedConnection);
     row->addWidget(button);
     buttons_.push_back(button);
   }
