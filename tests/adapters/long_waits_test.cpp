@@ -46,6 +46,42 @@ TEST_F(LongWaitsTest, AReplyThatIsThereIsNoWait) {
   EXPECT_EQ(told_, 0);
 }
 
+/// A session that notes who locks it.
+class LockedSession final : public GpibSession {
+ public:
+  explicit LockedSession(std::string& said) : said_(said) {}
+  void Write(std::string_view /*text*/, TimePoint /*timeOut*/) override {}
+  [[nodiscard]] std::string Read(std::size_t /*size*/, TimePoint /*timeOut*/) override { return ""; }
+  void Local() override {}
+  [[nodiscard]] bool TryLock() override {
+    said_ += "lock ";
+    return false;
+  }
+  void Unlock() override { said_ += "unlock"; }
+
+ private:
+  std::string& said_;
+};
+
+class LockedBus final : public GpibBus {
+ public:
+  [[nodiscard]] std::unique_ptr<GpibSession> Open(const GpibAddress& /*address*/) override {
+    return std::make_unique<LockedSession>(said);
+  }
+  [[nodiscard]] std::string RouteOf(const GpibAddress& /*address*/) const override { return ""; }
+  std::string said;
+};
+
+TEST(WaitedBus, LeavesTheLocksOfARouteToTheRoute) {
+  LockedBus bus;
+  LongWaits waits;
+  WaitedBus waited(bus, waits);
+  const auto session = waited.Open({0, 1, 0});
+  EXPECT_FALSE(session->TryLock());
+  session->Unlock();
+  EXPECT_EQ(bus.said, "lock unlock");
+}
+
 TEST_F(LongWaitsTest, AWaitThatLastsIsToldAgainAndAgainUntilTheReplyComes) {
   Ask();
   glance_ = [this](int told) {

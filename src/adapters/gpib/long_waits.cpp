@@ -26,6 +26,8 @@ class WaitedSession final : public GpibSession {
     const LongWaits::Message message(waits_, address_, TimePoint::zero());
     session_->Local();
   }
+  [[nodiscard]] bool TryLock() override { return session_->TryLock(); }
+  void Unlock() override { session_->Unlock(); }
 
  private:
   std::unique_ptr<GpibSession> session_;
